@@ -1,0 +1,150 @@
+// The controls of frmMain, frame by frame, under their own names. Each pointer's widget has the same
+// objectName; the widgets belong to the window.
+#pragma once
+
+#include <array>
+
+#include "app/form/field.h"
+#include "app/form/list_view.h"
+
+class QAction;
+class QGroupBox;
+class QLabel;
+class QMenu;
+class QPlainTextEdit;
+class QPushButton;
+class QStatusBar;
+class QTabBar;
+class QTableView;
+class QTreeWidget;
+class QWidget;
+
+namespace stelvan::form {
+
+/// A pool list, a selected list and the four buttons between them.
+struct TwoListEditor {
+    ListView* pool = nullptr;
+    ListView* selected = nullptr;
+    QLabel* poolLabel = nullptr;
+    QLabel* selectedLabel = nullptr;
+    QPushButton* select = nullptr;
+    QPushButton* deselect = nullptr;
+    QPushButton* orderUp = nullptr;
+    QPushButton* orderDown = nullptr;
+    QWidget* poolFilter = nullptr;  // the line that narrows the pool; shown and hidden with it
+};
+
+struct VarFrame {
+    Field* txtVarID = nullptr;
+    Field* txtVarName = nullptr;
+    Field* txtVarGroup = nullptr;
+    Field* txtVarDesc = nullptr;
+    Field* cmbVarFormat = nullptr;
+    Field* txtVarMin = nullptr;
+    Field* txtVarMax = nullptr;
+    Field* txtVarUnit = nullptr;
+    Field* txtVarDefValue = nullptr;
+    Field* txtVarValue = nullptr;
+    Field* txtVarLmtCEID = nullptr;
+    Field* txtVarLmtCEName = nullptr;
+    /// lvwItemSelection, lvwChildItems, lblExistingItems, lblChildItems, cmdSelect, cmdDeselect,
+    /// cmdOrderUp, cmdOrderDown.
+    TwoListEditor children;
+};
+
+struct RptFrame {
+    Field* txtRptID = nullptr;
+    Field* txtRptName = nullptr;
+    Field* txtRptDesc = nullptr;
+    Field* chkRptDefault = nullptr;
+    /// lvwVarPool, lvwVarList, lblVarPool, lblVarList, cmdVarSelect, cmdVarDeselect, cmdVarOrderUp,
+    /// cmdVarOrderDown.
+    TwoListEditor variables;
+};
+
+struct EvtFrame {
+    Field* txtEvtID = nullptr;
+    Field* txtEvtName = nullptr;
+    Field* txtEvtGroup = nullptr;
+    Field* txtEvtDesc = nullptr;
+    Field* chkEvtEnable = nullptr;
+    /// lvwRptPool, lvwRptList, lblRptPool, lblRptList, cmdRptSelect, cmdRptDeselect, cmdRptOrderUp,
+    /// cmdRptOrderDown.
+    TwoListEditor reports;
+};
+
+struct AlmFrame {
+    Field* txtAlmID = nullptr;
+    Field* txtAlmName = nullptr;
+    Field* txtAlmGroup = nullptr;
+    Field* txtAlmText = nullptr;
+    Field* chkAlmEnable = nullptr;
+    Field* txtAlmSetCEID = nullptr;
+    Field* txtAlmSetCEName = nullptr;
+    Field* txtAlmClrCEID = nullptr;
+    Field* txtAlmClrCEName = nullptr;
+};
+
+struct SttFrame {
+    Field* txtSttName = nullptr;
+    Field* txtSttValue = nullptr;
+    Field* cmbSttValue = nullptr;
+    Field* chkSttValue = nullptr;
+    QPushButton* cmdSttBrowse = nullptr;
+    Field* txtSttDefValue = nullptr;
+    Field* cmbSttDefValue = nullptr;
+    Field* chkSttDefValue = nullptr;
+    QPushButton* cmdSttDefBrowse = nullptr;
+};
+
+struct LmtFrame {
+    Field* txtLmtID = nullptr;
+    Field* txtLmtVarID = nullptr;
+    Field* txtLmtUBound = nullptr;
+    Field* txtLmtLBound = nullptr;
+    Field* txtLmtTransType = nullptr;
+};
+
+struct Navigator {
+    QWidget* fraDBOperation = nullptr;
+    QPushButton* cmdNew = nullptr;
+    QPushButton* cmdUpdate = nullptr;
+    QPushButton* cmdSave = nullptr;
+    QPushButton* cmdDelete = nullptr;
+    QPushButton* cmdCancel = nullptr;
+    QPushButton* cmdPrevious = nullptr;
+    QPushButton* cmdNext = nullptr;
+    QLabel* lblRecNumber = nullptr;
+};
+
+/// Everything on frmMain; built once by buildForm() into the window that is given.
+struct MainForm {
+    QTreeWidget* tvwSECSItem = nullptr;
+    std::array<QGroupBox*, 8> Frame{};  // objectName Frame0 to Frame7, pages of one stack
+    QTableView* DBGridGEM = nullptr;
+    QTabBar* tspData = nullptr;         // tab 0 "Properties" (index 1 of the rules), tab 1 "View All"
+    QLabel* lblPropertyType = nullptr;
+    QLabel* lblErrorLog = nullptr;
+    QPlainTextEdit* txtErrLog = nullptr;
+    QStatusBar* StatusBar1 = nullptr;
+    QLabel* statusPanel = nullptr;      // the first panel of StatusBar1
+    QMenu* mnuFile = nullptr;
+    QAction* mnuFileDB = nullptr;
+    QAction* mnuFileExit = nullptr;
+    QMenu* mnuHelp = nullptr;
+    QAction* mnuHelpAbout = nullptr;
+
+    VarFrame var;
+    RptFrame rpt;
+    EvtFrame evt;
+    AlmFrame alm;
+    SttFrame stt;
+    LmtFrame lmt;
+    Navigator nav;
+
+    /// Brings one property frame to the front.
+    void showFrame(int index) const;
+    [[nodiscard]] int frontFrame() const;
+};
+
+}  // namespace stelvan::form

@@ -1,0 +1,27 @@
+# Warnings are errors in our own code; a compiler cache and a fast linker are used where present.
+add_library(stelvan_options INTERFACE)
+target_compile_options(stelvan_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+target_include_directories(stelvan_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_definitions(stelvan_options INTERFACE
+    STELVAN_VERSION_MAJOR=${PROJECT_VERSION_MAJOR}
+    STELVAN_VERSION_MINOR=${PROJECT_VERSION_MINOR}
+    STELVAN_VERSION_PATCH=${PROJECT_VERSION_PATCH})
+
+if(STELVAN_SANITIZE)
+    target_compile_options(stelvan_options INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(stelvan_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+find_program(STELVAN_CCACHE ccache)
+if(STELVAN_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime
+        CCACHE_NOHASHDIR=1 CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} ${STELVAN_CCACHE})
+    add_compile_options($<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+endif()
+find_program(STELVAN_LLD ld.lld)
+if(STELVAN_LLD)
+    add_link_options(-fuse-ld=lld)
+endif()

@@ -1,0 +1,40 @@
+#include "tests/support/samples.h"
+
+#include <cstdlib>
+#include <stdexcept>
+
+namespace stelvan::test {
+
+namespace fs = std::filesystem;
+
+fs::path samplesDir() {
+    const fs::path folder = STELVAN_SAMPLES_DIR;
+    return fs::is_directory(folder) ? folder : fs::path();
+}
+
+fs::path sample(const std::string& relative) {
+    const fs::path folder = samplesDir();
+    if (folder.empty()) return {};
+    const fs::path file = folder / relative;
+    return fs::exists(file) ? file : fs::path();
+}
+
+ScratchDir::ScratchDir() {
+    std::string pattern = (fs::temp_directory_path() / "stelvan-test-XXXXXX").string();
+    if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder: " + pattern);
+    path_ = pattern;
+}
+
+ScratchDir::~ScratchDir() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
+fs::path ScratchDir::copyOf(const fs::path& source, const std::string& name) const {
+    const fs::path copy = path_ / name;
+    fs::copy_file(source, copy, fs::copy_options::overwrite_existing);
+    fs::permissions(copy, fs::perms::owner_read | fs::perms::owner_write);
+    return copy;
+}
+
+}  // namespace stelvan::test

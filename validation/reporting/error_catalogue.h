@@ -3,6 +3,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 namespace stelvan {
 
@@ -66,5 +67,9 @@ enum ErrorCode : int {
 
 /// Builds the catalogue; called once at start-up.
 [[nodiscard]] ErrorCatalogue lInitErrInfo();
+
+/// The slot that an exception marker names. Throws RunTimeError 13 for a marker that is no whole number, 6
+/// for one beyond 16 bits, 9 for one beyond the catalogue.
+[[nodiscard]] const ErrorEntry& entryOfMarker(const ErrorCatalogue& catalogue, std::string_view marker);
 
 }  // namespace stelvan

@@ -21,12 +21,13 @@ public:
     [[nodiscard]] const std::string& LogFilename() const { return logFilename_; }
     void LogFilename(std::string name) { logFilename_ = std::move(name); }
 
-    /// Composes "ERROR(n) [source.line]: description", writes it to the log when that is on (replacing the
-    /// file), then shows it. A log that cannot be written throws RunTimeError.
+    /// Composes "ERROR(n) [source.line]: description", counts it, writes it to the log when that is on
+    /// (replacing the file), then shows it. A log that cannot be written throws RunTimeError.
     void ReportErr(const std::string& source, std::int32_t number, const std::string& description,
                    std::int32_t line);
 
-    /// Runs `body`; a failure is reported once under window.procedure, counted, and cleared.
+    /// Runs `body`; a failure is reported once under window.procedure and cleared. A log that cannot be
+    /// written costs nothing: the report is shown, then the log's failure.
     /// True when the body ran to its end.
     bool trap(const std::string& window, const std::string& procedure, const std::function<void()>& body);
     /// The same for the main window.
@@ -38,6 +39,7 @@ public:
     [[nodiscard]] std::uint64_t failures() const { return failures_; }
 
 private:
+    void reportTrapped(const std::string& source, const RunTimeError& failure);
     void writeLog(const std::string& line) const;
 
     Show show_;

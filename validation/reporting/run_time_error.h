@@ -21,10 +21,10 @@ private:
 };
 
 /// The run-time failures that the program's own code raises, with their texts.
-[[nodiscard]] RunTimeError overflow();                 // 6
-[[nodiscard]] RunTimeError subscriptOutOfRange();      // 9
-[[nodiscard]] RunTimeError typeMismatch();             // 13
-[[nodiscard]] RunTimeError objectNotSet();             // 91
-[[nodiscard]] RunTimeError invalidUseOfNull();         // 94
+[[nodiscard]] RunTimeError overflow();             // 6
+[[nodiscard]] RunTimeError subscriptOutOfRange();  // 9
+[[nodiscard]] RunTimeError typeMismatch();         // 13
+[[nodiscard]] RunTimeError objectNotSet();         // 91
+[[nodiscard]] RunTimeError invalidUseOfNull();     // 94
 
 }  // namespace stelvan

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "jet/value.h"
+#include "validation/reporting/numeric_text.h"
 
 namespace stelvan::db {
 
@@ -24,8 +25,7 @@ using Value = jet::Value;
 /// The same, clear for Null.
 [[nodiscard]] bool toFlagOrClear(const Value& value);
 
-/// Numeric in form: optional sign, digits with at most one point, optional exponent; ASCII, blanks around
-/// it are ignored; never by locale.
-[[nodiscard]] bool isNumeric(const std::string& text);
+/// Numeric in form, as everywhere in the program.
+using stelvan::isNumeric;
 
 }  // namespace stelvan::db

@@ -1,0 +1,19 @@
+#include "db/current_records.h"
+
+namespace stelvan::db {
+
+bool CurrentRecords::onRecord() const {
+    return records != nullptr && records->state() == ObjectState::Open && !records->bof() && !records->eof();
+}
+
+void CurrentRecords::drop() {
+    // Let go of first: whatever fails below, no old record set lives on under a new category.
+    const std::shared_ptr<Recordset> old = std::move(records);
+    records = nullptr;
+    position = 0;
+    if (old == nullptr || old->state() != ObjectState::Open) return;
+    if (!old->bof() && !old->eof()) old->cancelBatch(Affect::All);
+    old->close();
+}
+
+}  // namespace stelvan::db

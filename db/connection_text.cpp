@@ -17,8 +17,7 @@ bool equalIgnoringCase(char left, char right) {
 std::size_t findFrom(std::string_view text, std::string_view key, std::size_t from) {
     const auto begin = text.begin() + static_cast<std::ptrdiff_t>(std::min(from, text.size()));
     const auto found = std::search(begin, text.end(), key.begin(), key.end(), equalIgnoringCase);
-    return found == text.end() ? std::string_view::npos
-                               : static_cast<std::size_t>(found - text.begin());
+    return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
 }
 
 bool containsWord(std::string_view text, std::string_view word) {

@@ -45,7 +45,8 @@ constexpr std::array kReports{
            "by another user, or you need permission to view its data.",
            false},
     Report{ErrorKind::Locked, kFailed, kFailed, "Could not use '{}'; file already in use.", false},
-    Report{ErrorKind::ReadOnly, kFailed, provider::kReadOnly, "Operation must use an updateable query.", true},
+    Report{ErrorKind::ReadOnly, kFailed, provider::kReadOnly, "Operation must use an updateable query.",
+           true},
     Report{ErrorKind::Io, kFailed, kFailed, "", true},
     Report{ErrorKind::DiskFull, kFailed, kFailed, "Not enough space on disk.", true},
     Report{ErrorKind::NoSuchTable, provider::kNoSuchTable, provider::kNoSuchTable,
@@ -103,11 +104,16 @@ std::string composed(const Report& report, const jet::Error& error) {
 
 std::int32_t numberOf(sql::ErrorKind kind) {
     switch (kind) {
-        case sql::ErrorKind::UnknownTable: return provider::kNoSuchTable;
-        case sql::ErrorKind::UnknownColumn: return provider::kMissingParameter;
-        case sql::ErrorKind::TypeMismatch: return provider::kTypeMismatch;
-        case sql::ErrorKind::Engine: return provider::kFailed;
-        default: return provider::kSyntax;
+        case sql::ErrorKind::UnknownTable:
+            return provider::kNoSuchTable;
+        case sql::ErrorKind::UnknownColumn:
+            return provider::kMissingParameter;
+        case sql::ErrorKind::TypeMismatch:
+            return provider::kTypeMismatch;
+        case sql::ErrorKind::Engine:
+            return provider::kFailed;
+        default:
+            return provider::kSyntax;
     }
 }
 

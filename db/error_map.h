@@ -12,29 +12,29 @@ namespace stelvan::db {
 
 /// The numbers that a provider failure can have.
 namespace provider {
-inline constexpr std::int32_t kFailed = -2147467259;          // 80004005
-inline constexpr std::int32_t kSyntax = -2147217900;          // 80040E14
-inline constexpr std::int32_t kNoSuchTable = -2147217865;     // 80040E37
+inline constexpr std::int32_t kFailed = -2147467259;            // 80004005
+inline constexpr std::int32_t kSyntax = -2147217900;            // 80040E14
+inline constexpr std::int32_t kNoSuchTable = -2147217865;       // 80040E37
 inline constexpr std::int32_t kMissingParameter = -2147217904;  // 80040E10
-inline constexpr std::int32_t kTypeMismatch = -2147217913;    // 80040E07
-inline constexpr std::int32_t kDataOverflow = -2147217833;    // 80040E57
-inline constexpr std::int32_t kErrorsOccurred = -2147217887;  // 80040E21
-inline constexpr std::int32_t kRowChanged = -2147217864;      // 80040E38
-inline constexpr std::int32_t kReadOnly = -2147217911;        // 80040E09
-inline constexpr std::int32_t kBadPassword = -2147217843;     // 80040E4D
+inline constexpr std::int32_t kTypeMismatch = -2147217913;      // 80040E07
+inline constexpr std::int32_t kDataOverflow = -2147217833;      // 80040E57
+inline constexpr std::int32_t kErrorsOccurred = -2147217887;    // 80040E21
+inline constexpr std::int32_t kRowChanged = -2147217864;        // 80040E38
+inline constexpr std::int32_t kReadOnly = -2147217911;          // 80040E09
+inline constexpr std::int32_t kBadPassword = -2147217843;       // 80040E4D
 }  // namespace provider
 
 /// The record set's and connection's own failures.
-[[nodiscard]] RunTimeError badArgument();          // 3001
-[[nodiscard]] RunTimeError noCurrentRecord();      // 3021
-[[nodiscard]] RunTimeError notAllowedHere();       // 3219
-[[nodiscard]] RunTimeError notUpdatable();         // 3251
-[[nodiscard]] RunTimeError noSuchItem();           // 3265
-[[nodiscard]] RunTimeError objectClosed();         // 3704
-[[nodiscard]] RunTimeError objectOpen();           // 3705
-[[nodiscard]] RunTimeError noSuchProvider();       // 3706
-[[nodiscard]] RunTimeError connectionUnusable();   // 3709
-[[nodiscard]] RunTimeError rowChanged();           // -2147217864
+[[nodiscard]] RunTimeError badArgument();         // 3001
+[[nodiscard]] RunTimeError noCurrentRecord();     // 3021
+[[nodiscard]] RunTimeError notAllowedHere();      // 3219
+[[nodiscard]] RunTimeError notUpdatable();        // 3251
+[[nodiscard]] RunTimeError noSuchItem();          // 3265
+[[nodiscard]] RunTimeError objectClosed();        // 3704
+[[nodiscard]] RunTimeError objectOpen();          // 3705
+[[nodiscard]] RunTimeError noSuchProvider();      // 3706
+[[nodiscard]] RunTimeError connectionUnusable();  // 3709
+[[nodiscard]] RunTimeError rowChanged();          // -2147217864
 
 /// Which way a change takes: a few failures have another number through a record set.
 enum class Through { Statement, RecordSet };

@@ -83,10 +83,11 @@ std::string dateText(jet::DateTime date) {
     const std::int64_t month = shifted < 10 ? shifted + 3 : shifted - 9;
     const std::int64_t year = yearOfEra + era * 400 + (month <= 2 ? 1 : 0);
     std::array<char, 64> buffer;
-    const int length = std::snprintf(
-        buffer.data(), buffer.size(), "%04d-%02d-%02d %02d:%02d:%02d", static_cast<int>(year),
-        static_cast<int>(month), static_cast<int>(dayOfYear - (153 * shifted + 2) / 5 + 1),
-        static_cast<int>(seconds / 3600), static_cast<int>(seconds / 60 % 60), static_cast<int>(seconds % 60));
+    const int length =
+        std::snprintf(buffer.data(), buffer.size(), "%04d-%02d-%02d %02d:%02d:%02d", static_cast<int>(year),
+                      static_cast<int>(month), static_cast<int>(dayOfYear - (153 * shifted + 2) / 5 + 1),
+                      static_cast<int>(seconds / 3600), static_cast<int>(seconds / 60 % 60),
+                      static_cast<int>(seconds % 60));
     return {buffer.data(), static_cast<std::size_t>(length)};
 }
 
@@ -129,7 +130,8 @@ bool textFlag(const std::string& text) {
     if (equalIgnoringCase(word, "true")) return true;
     if (equalIgnoringCase(word, "false")) return false;
     // Any digit but 0 before the exponent: judged by form, so that no size of number is an overflow.
-    if (isNumeric(word)) return word.substr(0, word.find_first_of("eE")).find_first_of("123456789") != word.npos;
+    if (isNumeric(word))
+        return word.substr(0, word.find_first_of("eE")).find_first_of("123456789") != word.npos;
     throw typeMismatch();
 }
 

@@ -9,16 +9,16 @@
 namespace stelvan::sql {
 
 enum class ErrorKind {
-    Syntax,               // any clause that does not read as SQL
-    NotAStatement,        // the first word starts no statement
+    Syntax,         // any clause that does not read as SQL
+    NotAStatement,  // the first word starts no statement
     UnknownTable,
-    UnknownColumn,        // taken for a parameter without a value
+    UnknownColumn,  // taken for a parameter without a value
     UnknownInsertColumn,
     AmbiguousColumn,
     UnknownFunction,
-    ValueCount,           // INSERT: as many values as columns
-    TypeMismatch,         // number compared with text
-    Engine                // anything else the SQL engine cannot do
+    ValueCount,    // INSERT: as many values as columns
+    TypeMismatch,  // number compared with text
+    Engine         // anything else the SQL engine cannot do
 };
 
 class Error : public std::runtime_error {

@@ -20,7 +20,8 @@ public:
     /// Yes and No; No is the default button, Escape and the close box mean No.
     virtual bool confirm(const QString& text, const QString& title) = 0;
 
-    /// The chosen file, or empty when cancelled. Starts at `start` when that exists. `filter` as Qt writes it.
+    /// The chosen file, or empty when cancelled. Starts at `start` when that exists. `filter` as Qt writes
+    /// it.
     virtual QString openFile(const QString& title, const QString& filter, const QString& start) = 0;
 
     /// The chosen folder, or empty when cancelled.

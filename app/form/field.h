@@ -9,35 +9,35 @@
 #include <QString>
 #include <QStringList>
 
+#include "app/form/look.h"
+
 class QWidget;
-class QKeyEvent;
-class QLabel;
 
 namespace stelvan::form {
-
-/// System colours by meaning: window background (closed for input), tool-tip background (open), button
-/// face (a locked check box). They come from the palette, so a dark theme works.
-enum class Colour { WindowBackground = 5, ButtonFace = 15, ToolTipBackground = 24 };
 
 class Field : public QObject {
     Q_OBJECT
 public:
     enum class Kind { Line, Text, Combo, Check };
 
-    /// Wraps a QLineEdit, QPlainTextEdit, QComboBox or QCheckBox; `widget` has its objectName already.
+    /// Wraps a LineBox, TextBox, ComboBox or QCheckBox; `widget` has its objectName already.
     explicit Field(QWidget* widget);
 
     [[nodiscard]] QWidget* widget() const { return widget_; }
     [[nodiscard]] Kind kind() const { return kind_; }
 
-    /// Check boxes: "0" or "1". Multi-line texts keep CR LF and other breaks of an unchanged text.
+    /// Check boxes: "0" or "1". Multi-line texts keep CR LF and other breaks where the user left them alone;
+    /// breaks typed are CR LF.
     [[nodiscard]] QString text() const;
+    /// A combo box that cannot be typed into shows a text that is none of its entries as its hint only; its
+    /// own text is then empty.
     void setText(const QString& text);
 
     [[nodiscard]] bool checked() const;
     void setChecked(bool on);
 
-    /// Locked: shows its text, takes the focus, can be copied from, cannot be typed into.
+    /// Locked: shows its text, takes the focus, can be copied from, cannot be typed into. A check box has no
+    /// such state: locking it disables it.
     [[nodiscard]] bool isLocked() const;
     void setLocked(bool locked);
     [[nodiscard]] bool isEnabled() const;
@@ -60,27 +60,48 @@ public:
     void setEntries(const QStringList& entries);
     [[nodiscard]] QStringList entries() const;
 
+    /// Greyed text shown while there is none.
+    void setHint(const QString& hint);
+    [[nodiscard]] QString hint() const;
+
+    [[nodiscard]] bool isVisible() const;  // as its frame would show it
+    void setVisible(bool visible);
     void setFocus();
+
+    /// The user took the focus elsewhere; called by FocusWatch.
+    void leave();
 
 signals:
     /// The user changed the text (typing, choosing, checking).
     void changed();
-    /// Combo boxes: the user chose an entry or finished typing one.
+    /// Combo boxes: the user chose an entry, or left the box after typing into it.
     void chosen();
     /// The user took the focus to another control of the window (see FocusWatch).
     void lostFocus();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void connectLine();
+    void connectCombo();
     void applyLook();
     void noteUserChange();
+    void cleanInsertedBlanks();
+    void keepLimit();
+    void setComboText(const QString& text);
+    [[nodiscard]] QString multiLineText() const;
+    void showMultiLine(const QString& text);
 
     QWidget* widget_;
     Kind kind_;
     Colour colour_ = Colour::WindowBackground;
     bool locked_ = false;
     bool programmatic_ = false;
+    bool typedInto_ = false;  // since the last choice or the last leaving
     int maxLength_ = 0;
-    QString original_;  // multi-line: the text as given, for writing an unchanged one back byte for byte
+    QString lastLine_;  // single-line: the text before the change at hand
+    QString original_;  // multi-line: the text as given
     QString shown_;     // multi-line: what the widget made of it
 };
 

@@ -2,14 +2,18 @@
 // objectName; the widgets belong to the window.
 #pragma once
 
+#include <QIcon>
+#include <QMap>
 #include <array>
 
 #include "app/form/field.h"
+#include "app/form/frame_stack.h"
 #include "app/form/list_view.h"
 
 class QAction;
-class QGroupBox;
 class QLabel;
+class QLineEdit;
+class QMainWindow;
 class QMenu;
 class QPlainTextEdit;
 class QPushButton;
@@ -31,7 +35,12 @@ struct TwoListEditor {
     QPushButton* deselect = nullptr;
     QPushButton* orderUp = nullptr;
     QPushButton* orderDown = nullptr;
-    QWidget* poolFilter = nullptr;  // the line that narrows the pool; shown and hidden with it
+    QLineEdit* poolFilter = nullptr;  // narrows the pool; shown and hidden with it
+
+    /// Shows or hides the pool's side: pool, its label and its filter, and the four buttons.
+    void showPool(bool show) const;
+    /// Shows or hides the selected list and its label.
+    void showSelected(bool show) const;
 };
 
 struct VarFrame {
@@ -119,15 +128,17 @@ struct Navigator {
 
 /// Everything on frmMain; built once by buildForm() into the window that is given.
 struct MainForm {
+    QMap<QString, QIcon> imlIcons;  // "Property", "PropSelect"
     QTreeWidget* tvwSECSItem = nullptr;
-    std::array<QGroupBox*, 8> Frame{};  // objectName Frame0 to Frame7, pages of one stack
+    FrameStack* frames = nullptr;
+    std::array<QGroupBox*, kFrames> Frame{};  // objectName Frame0 to Frame7, pages of the stack
     QTableView* DBGridGEM = nullptr;
-    QTabBar* tspData = nullptr;         // tab 0 "Properties" (index 1 of the rules), tab 1 "View All"
+    QTabBar* tspData = nullptr;  // tab 0 "Properties" (index 1 of the rules), tab 1 "View All"
     QLabel* lblPropertyType = nullptr;
     QLabel* lblErrorLog = nullptr;
     QPlainTextEdit* txtErrLog = nullptr;
     QStatusBar* StatusBar1 = nullptr;
-    QLabel* statusPanel = nullptr;      // the first panel of StatusBar1
+    QLabel* statusPanel = nullptr;  // the first panel of StatusBar1
     QMenu* mnuFile = nullptr;
     QAction* mnuFileDB = nullptr;
     QAction* mnuFileExit = nullptr;
@@ -143,8 +154,19 @@ struct MainForm {
     Navigator nav;
 
     /// Brings one property frame to the front.
-    void showFrame(int index) const;
-    [[nodiscard]] int frontFrame() const;
+    void showFrame(int index) const { frames->bringToFront(index); }
+    /// Behind all others, so that the one that was below it shows.
+    void sendFrameToBack(int index) const { frames->sendToBack(index); }
+    [[nodiscard]] int frontFrame() const { return frames->front(); }
+
+    /// Every Field of every frame.
+    [[nodiscard]] QList<Field*> fields() const;
+    /// Empties all property fields and link lists of all frames.
+    void clearInputs() const;
 };
+
+/// Builds menus, tree, frames, navigator, exception box and status bar into `window`. Nothing is connected;
+/// inputs are closed, pools hidden, frame 0 in front.
+[[nodiscard]] MainForm buildForm(QMainWindow& window);
 
 }  // namespace stelvan::form

@@ -27,16 +27,22 @@ enum Category : std::int16_t {
     LIMIT = 12
 };
 
-[[nodiscard]] constexpr bool isGemVariable(std::int16_t c) { return c >= GEMVDV && c <= GEMVEC; }
-[[nodiscard]] constexpr bool isCustomVariable(std::int16_t c) { return c >= CSTVDV && c <= CSTVEC; }
-[[nodiscard]] constexpr bool isVariable(std::int16_t c) { return isGemVariable(c) || isCustomVariable(c); }
+[[nodiscard]] constexpr bool isGemVariable(std::int16_t c) {
+    return c >= GEMVDV && c <= GEMVEC;
+}
+[[nodiscard]] constexpr bool isCustomVariable(std::int16_t c) {
+    return c >= CSTVDV && c <= CSTVEC;
+}
+[[nodiscard]] constexpr bool isVariable(std::int16_t c) {
+    return isGemVariable(c) || isCustomVariable(c);
+}
 
 /// Transitions: start-up -> Browsing; Browsing -> Editing by "&Edit"; Browsing -> Adding by "&Add New";
 /// Adding or Editing -> Browsing by "&Cancel" or a successful "&Save". 3 is not used.
 enum class EditMode : std::int16_t { Adding = 1, Editing = 2, Browsing = 4 };
 
 struct MainState {
-    std::string databasePath;                 // empty until a database was chosen
+    std::string databasePath;  // empty until a database was chosen
     std::int16_t category = NO_CATEGORY;
     db::CurrentRecords current;
     EditMode editMode = EditMode::Browsing;

@@ -1,0 +1,52 @@
+// The protocol settings frame: which inputs a setting gets, their verification, and the browse buttons.
+//
+// The text fields hold the values in every case; a choice in a combo box is put into its text field at once.
+#pragma once
+
+#include <QString>
+
+#include "app/form/frames.h"
+#include "app/form/main_state.h"
+#include "validation/exception_box.h"
+
+namespace stelvan::form {
+class Dialogs;
+}
+
+namespace stelvan::settings {
+
+class SettingInputs {
+public:
+    SettingInputs(const form::SttFrame& frame, form::MainState& state, ErrorInfo& errors,
+                  validation::ExceptionBox& box, form::Dialogs& dialogs);
+
+    /// Connects combo boxes, browse buttons and focus loss. Once, when the window is built.
+    void connectFields();
+
+    /// Shows exactly the inputs that belong to the setting in txtSttName, with the values of the text
+    /// fields. With true (an edit begins) they are also opened to the eye: colour 24 and the focus. With
+    /// false they are closed.
+    void lInitSttInput(bool show);
+
+    /// Opens the inputs of the present row while editing, locks them otherwise.
+    void lSttSetRightByRecord();
+
+    /// Checks one of txtSttValue and txtSttDefValue, marks it, and lists the faults of both. True when both
+    /// are valid.
+    bool lVerifySetting(form::Field& value);
+
+    /// Both fields for the save, markers cleared first. False when one is at fault or could not be judged.
+    [[nodiscard]] bool checkForSave();
+
+    /// What is stored for one of the two text fields.
+    [[nodiscard]] QString storedValue(const form::Field& value) const;
+
+    void txtSttValue_LostFocus();
+    void txtSttDefValue_LostFocus();
+    void cmbSttValue_Click();
+    void cmbSttDefValue_Click();
+    void cmdSttBrowse_Click();
+    void cmdSttDefBrowse_Click();
+};
+
+}  // namespace stelvan::settings

@@ -1,0 +1,55 @@
+// The variables that a report carries: the pool of all top-level variables and the report's own.
+//
+// While browsing, the list stands in the text order of its "Order" column; an edit begins by putting it in
+// the order of the numbers, since the row order is what a save writes.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/form/frames.h"
+#include "app/form/main_state.h"
+#include "db/operations.h"
+#include "validation/reporting/error_info.h"
+
+namespace stelvan::links {
+
+class ReportVariables {
+public:
+    ReportVariables(form::RptFrame& frame, form::Navigator& navigator, db::Operations& operations);
+
+    /// Shows or hides the pool and its buttons; a shown pool is filled anew, a hidden one keeps its rows.
+    void lDispVarListEditor(bool show);
+
+    /// Fills lvwVarList with the variables of the report in txtRptID; an empty id leaves it as it is.
+    void lUpdateRptVarList();
+
+    /// Save, Cancel, Add New, Edit and Delete by the report shown: 0 to 100 are reserved.
+    void lRptSetRightByRecord(bool editing);
+
+    /// Puts the rows in the numeric order of "Order".
+    void beginEditing();
+
+    /// Empties lvwVarList, as for a report that is new or gone.
+    void clear();
+    /// False after a fill that failed, until one succeeds.
+    [[nodiscard]] bool filled() const { return filled_; }
+
+    /// Replaces the report's link rows by the rows of lvwVarList, 1 to n; rows of one id and one loaded
+    /// order are one link. False when an operation failed and has reported it; other failures are thrown.
+    /// Runs inside the caller's unit of work.
+    bool saveLinks(const std::string& reportId);
+
+private:
+    bool readPool(const std::string& table, const QString& gem, std::vector<form::ListRow>& rows);
+    bool readList(const std::string& table, const QString& gem, const std::string& reportId,
+                  std::vector<form::ListRow>& rows);
+
+    form::RptFrame& frame_;
+    form::Navigator& navigator_;
+    db::Operations& operations_;
+    ErrorInfo& errors_;
+    bool filled_ = true;
+};
+
+}  // namespace stelvan::links

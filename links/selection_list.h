@@ -1,0 +1,71 @@
+// The two-list editors: what the buttons between a pool and a selected list do.
+//
+// Only the lists on the screen change; the row order of the selected list is what a save writes. All
+// references must outlive the object.
+#pragma once
+
+#include <QObject>
+
+#include "app/form/dialogs.h"
+#include "app/form/frames.h"
+#include "app/form/main_state.h"
+#include "validation/reporting/error_info.h"
+
+namespace stelvan::validation {
+class RecordChecks;
+}
+
+namespace stelvan::links {
+
+class SelectionLists : public QObject {
+    Q_OBJECT
+public:
+    SelectionLists(form::MainForm& form, const form::MainState& state, ErrorInfo& errors,
+                   form::Dialogs& dialogs, validation::RecordChecks& recordChecks);
+
+    /// Connects buttons, double clicks, Delete and the narrowing lines of the three editors; once.
+    void connectControls();
+
+    /// Adds the pool's selected row at the end of `selected`; in the custom variable categories the texts
+    /// go one column to the right, behind the check box.
+    void lSelectItem(form::ListView& selected, form::ListView& pool);
+    void lDeselectItem(form::ListView& selected);
+    /// Texts move, check marks stay where they are; the moved item stays the selected one.
+    void lOrderUp(form::ListView& selected);
+    void lOrderDown(form::ListView& selected);
+
+    void cmdRptSelect_Click();
+    void cmdRptDeselect_Click();
+    void cmdRptOrderUp_Click();
+    void cmdRptOrderDown_Click();
+    void cmdVarSelect_Click();
+    void cmdVarDeselect_Click();
+    void cmdVarOrderUp_Click();
+    void cmdVarOrderDown_Click();
+    void cmdSelect_Click();
+    void cmdDeselect_Click();
+    void cmdOrderUp_Click();
+    void cmdOrderDown_Click();
+
+private:
+    using Handler = void (SelectionLists::*)();
+    struct EditorHandlers {
+        Handler select;
+        Handler deselect;
+        Handler orderUp;
+        Handler orderDown;
+    };
+    void connectEditor(const form::TwoListEditor& editor, const EditorHandlers& handlers);
+    void addShifted(form::ListView& selected, const form::ListRow& chosen, int columns);
+    void addAsItIs(form::ListView& selected, const form::ListRow& chosen, int columns);
+    void moveBy(form::ListView& selected, int step);
+    void verifyReport();
+
+    form::MainForm& form_;
+    const form::MainState& state_;
+    ErrorInfo& errors_;
+    form::Dialogs& dialogs_;
+    validation::RecordChecks& recordChecks_;
+};
+
+}  // namespace stelvan::links

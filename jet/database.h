@@ -42,21 +42,21 @@ struct SortOrder {
 struct ColumnInfo {
     std::string name;
     ColumnType type = ColumnType::Text;
-    std::uint16_t number = 0;      // never reused within a table
-    std::uint16_t length = 0;      // bytes as stored in the definition; Text: 2 x characters
-    std::uint8_t precision = 0;    // Numeric
-    std::uint8_t scale = 0;        // Numeric
+    std::uint16_t number = 0;    // never reused within a table
+    std::uint16_t length = 0;    // bytes as stored in the definition; Text: 2 x characters
+    std::uint8_t precision = 0;  // Numeric
+    std::uint8_t scale = 0;      // Numeric
     bool fixedLength = false;
     bool autoNumber = false;
-    bool compressed = false;       // "compressed Unicode"
-    bool required = false;         // property Required
-    bool allowZeroLength = true;   // property AllowZeroLength
-    std::string defaultValue;      // property DefaultValue: expression text, empty where there is none
-    SortOrder order;               // text columns
+    bool compressed = false;      // "compressed Unicode"
+    bool required = false;        // property Required
+    bool allowZeroLength = true;  // property AllowZeroLength
+    std::string defaultValue;     // property DefaultValue: expression text, empty where there is none
+    SortOrder order;              // text columns
 };
 
 struct IndexColumn {
-    std::size_t column = 0;        // position in TableInfo::columns
+    std::size_t column = 0;  // position in TableInfo::columns
     bool ascending = true;
 };
 
@@ -68,15 +68,15 @@ struct IndexInfo {
     bool unique = false;
     bool required = false;
     bool ignoreNulls = false;
-    bool foreign = false;          // belongs to a relationship
-    std::uint32_t tree = 0;        // position of the real index within the table
+    bool foreign = false;    // belongs to a relationship
+    std::uint32_t tree = 0;  // position of the real index within the table
 };
 
 struct TableInfo {
     std::string name;
-    std::uint32_t rows = 0;              // as counted in the definition
+    std::uint32_t rows = 0;  // as counted in the definition
     bool system = false;
-    std::vector<ColumnInfo> columns;     // ascending column number
+    std::vector<ColumnInfo> columns;  // ascending column number
     std::vector<IndexInfo> indexes;
 
     /// Position of a column by name, letter case ignored (ASCII and beyond as the file's order does).

@@ -19,8 +19,8 @@ namespace stelvan::jet {
 enum class ColumnType : std::uint8_t {
     Boolean = 1,
     Byte = 2,
-    Integer = 3,   // 16 bits
-    Long = 4,      // 32 bits
+    Integer = 3,  // 16 bits
+    Long = 4,     // 32 bits
     Money = 5,
     Single = 6,
     Double = 7,
@@ -65,15 +65,19 @@ using Blob = std::vector<std::uint8_t>;
 
 /// Byte, Integer and Long are std::int32_t; Single is float; Text and Memo are std::string;
 /// Binary, Ole and FixedBinary are Blob.
-using Value = std::variant<Null, bool, std::int32_t, float, double, Money, DateTime, Numeric, Guid,
-                           std::string, Blob>;
+using Value =
+    std::variant<Null, bool, std::int32_t, float, double, Money, DateTime, Numeric, Guid, std::string, Blob>;
 
 /// The same without ownership; texts and bytes live as long as their producer says.
 using ValueView = std::variant<Null, bool, std::int32_t, float, double, Money, DateTime, Numeric, Guid,
                                std::string_view, std::span<const std::uint8_t>>;
 
-[[nodiscard]] inline bool isNull(const Value& value) { return std::holds_alternative<Null>(value); }
-[[nodiscard]] inline bool isNull(const ValueView& value) { return std::holds_alternative<Null>(value); }
+[[nodiscard]] inline bool isNull(const Value& value) {
+    return std::holds_alternative<Null>(value);
+}
+[[nodiscard]] inline bool isNull(const ValueView& value) {
+    return std::holds_alternative<Null>(value);
+}
 
 /// An owning copy.
 [[nodiscard]] Value toValue(const ValueView& view);

@@ -1,0 +1,65 @@
+// Rows: where each column's bytes stand in a row, and what they mean.
+//
+// A RowView finds the stored bytes of single columns without touching the others; decodeStored turns them
+// into values. Long values (Memo, Ole) give the bytes of their reference, see long_value.h.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+
+#include "jet/arena.h"
+#include "jet/bytes.h"
+#include "jet/table_def.h"
+#include "jet/value.h"
+
+namespace stelvan::jet {
+
+class RowView {
+public:
+    RowView() = default;
+    /// Throws Corrupt (naming `page`) for a row too short for what it claims.
+    RowView(const TableDef& table, Bytes row, PageNumber page);
+
+    /// The stored bytes of a column, or nothing where it is null. Boolean columns: use flag().
+    [[nodiscard]] std::optional<Bytes> stored(std::size_t column) const;
+    /// A Boolean column's value.
+    [[nodiscard]] bool flag(std::size_t column) const { return maskBit(table_->info.columns[column].number); }
+    [[nodiscard]] PageNumber page() const { return page_; }
+
+private:
+    [[nodiscard]] bool maskBit(std::size_t number) const {
+        return number < columns_ && (row_[mask_ + number / 8] >> (number % 8) & 1) != 0;
+    }
+    [[nodiscard]] std::optional<Bytes> storedVariable(std::size_t index) const;
+
+    const TableDef* table_ = nullptr;
+    Bytes row_;
+    PageNumber page_ = 0;
+    std::size_t columns_ = 0;    // when the row was written
+    std::size_t mask_ = 0;       // offset of the null mask
+    std::size_t variables_ = 0;  // when the row was written
+    std::size_t count_ = 0;      // offset of the number of variable columns
+};
+
+/// The value of stored bytes; not for Boolean, Memo and Ole. Texts that need decoding go to `arena`.
+/// Throws Corrupt (without a page) for bytes of the wrong length.
+[[nodiscard]] ValueView decodeStored(const ColumnInfo& column, Bytes stored, Arena& arena);
+
+/// Text of any stored form, in place or in `arena`.
+[[nodiscard]] std::string_view decodeTextTo(Arena& arena, Bytes stored);
+
+/// Appends the stored form of a value that is of the column's own type; not for Boolean, Memo, Ole.
+void encodeStored(const ColumnInfo& column, const ValueView& value, Blob& out);
+
+/// What a row is built of: one entry for each column position. Null: no bytes; Boolean: `present` is the
+/// value.
+struct StoredColumn {
+    bool present = false;
+    Bytes bytes;
+};
+
+/// Builds a row with the table's present numbers of columns. Throws RowTooLarge.
+void encodeRow(const TableDef& table, std::span<const StoredColumn> columns, Blob& out);
+
+}  // namespace stelvan::jet

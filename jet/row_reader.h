@@ -1,0 +1,45 @@
+// Values of one row after the other: each wanted column is decoded when it is first asked for.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "jet/arena.h"
+#include "jet/row_codec.h"
+#include "jet/table_def.h"
+
+namespace stelvan::jet {
+
+class RowReader {
+public:
+    RowReader(PageFile& file, std::shared_ptr<const TableDef> table, const ColumnSet& wanted);
+
+    /// Stands on a row; what was given out for the row before becomes invalid.
+    void set(Bytes row, PageNumber page);
+    /// The value of a column; Null for one that is not wanted. Throws Corrupt, naming the page.
+    [[nodiscard]] ValueView value(std::size_t column);
+    [[nodiscard]] const RowView& view() const { return view_; }
+    [[nodiscard]] const TableDef& table() const { return *table_; }
+
+private:
+    [[nodiscard]] ValueView decode(std::size_t column);
+
+    struct Known {
+        std::uint64_t row = 0;  // the row whose value this is
+        ValueView value;
+        bool wanted = false;
+    };
+
+    PageFile* file_;
+    std::shared_ptr<const TableDef> table_;
+    RowView view_;
+    Arena arena_;
+    std::uint64_t row_ = 0;
+    std::vector<Known> known_;
+};
+
+/// Every column of a table.
+[[nodiscard]] ColumnSet allColumns(const TableInfo& info);
+
+}  // namespace stelvan::jet

@@ -1,0 +1,175 @@
+// Every real file read whole, and compared with what it is known to hold.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <random>
+
+#include "jet/database.h"
+#include "tests/jet/file_bytes.h"
+#include "tests/jet/row_text.h"
+#include "tests/support/samples.h"
+
+namespace stelvan::test {
+namespace {
+
+namespace fs = std::filesystem;
+using jet::Access;
+using jet::Database;
+using jet::ErrorKind;
+
+const std::vector<std::string> kModels = {"gem", "gem_int_flags", "gem_empty", "gem_edges", "gem_large"};
+const std::vector<std::string> kAccess = {"compressed_text",  "deleted_columns", "deleted_rows",
+                                          "descending_index", "index_cursor",    "long_memo",
+                                          "no_rows",          "no_user_tables",  "numeric",
+                                          "overflow",         "relationships",   "text_index_empty"};
+
+struct SampleName {
+    std::string file;
+    std::string expected;  // without its ending
+};
+
+std::vector<SampleName> allSamples() {
+    std::vector<SampleName> all;
+    for (const auto& name : kModels) all.push_back({name + ".mdb", name});
+    for (const auto& name : kAccess) all.push_back({"access/" + name + ".mdb", "access_" + name});
+    return all;
+}
+
+void PrintTo(const SampleName& sample, std::ostream* out) {
+    *out << sample.expected;
+}
+
+class EverySample : public testing::TestWithParam<SampleName> {};
+
+INSTANTIATE_TEST_SUITE_P(Samples, EverySample, testing::ValuesIn(allSamples()),
+                         [](const auto& sample) { return sample.param.expected; });
+
+std::string typeName(jet::ColumnType type) {
+    switch (type) {
+        case jet::ColumnType::Boolean:
+            return "BOOLEAN";
+        case jet::ColumnType::Integer:
+            return "INT";
+        case jet::ColumnType::Long:
+            return "LONG";
+        case jet::ColumnType::Double:
+            return "DOUBLE";
+        case jet::ColumnType::DateTime:
+            return "SHORT_DATE_TIME";
+        case jet::ColumnType::Memo:
+            return "MEMO";
+        case jet::ColumnType::Numeric:
+            return "NUMERIC";
+        case jet::ColumnType::Text:
+            return "TEXT";
+        default:
+            return "other";
+    }
+}
+
+nlohmann::json describeColumn(const jet::ColumnInfo& column) {
+    nlohmann::json json = {{"name", column.name}, {"type", typeName(column.type)}};
+    if (column.type == jet::ColumnType::Text) {
+        json["chars"] = column.length / 2;
+    } else if (column.type != jet::ColumnType::Memo) {
+        json["bytes"] = column.length;
+    }
+    if (column.type == jet::ColumnType::Text || column.type == jet::ColumnType::Memo) {
+        json["compressed"] = column.compressed;
+    }
+    if (column.type == jet::ColumnType::Numeric) {
+        json["precision"] = column.precision;
+        json["scale"] = column.scale;
+    }
+    if (column.autoNumber) json["autoNumber"] = true;
+    return json;
+}
+
+nlohmann::json describeIndex(const jet::TableInfo& table, const jet::IndexInfo& index) {
+    nlohmann::json columns = nlohmann::json::array();
+    for (const auto& part : index.columns) {
+        columns.push_back({{"name", table.columns[part.column].name}, {"ascending", part.ascending}});
+    }
+    return {{"name", index.name},         {"primary", index.primary},
+            {"unique", index.unique},     {"ignoreNulls", index.ignoreNulls},
+            {"required", index.required}, {"foreign", index.foreign},
+            {"columns", columns}};
+}
+
+nlohmann::json sorted(nlohmann::json list) {
+    std::sort(list.begin(), list.end());
+    return list;
+}
+
+nlohmann::json describeTable(const jet::TableInfo& table) {
+    nlohmann::json columns = nlohmann::json::array();
+    for (const auto& column : table.columns) columns.push_back(describeColumn(column));
+    nlohmann::json indexes = nlohmann::json::array();
+    for (const auto& index : table.indexes) indexes.push_back(describeIndex(table, index));
+    return {{"table", table.name}, {"rows", table.rows}, {"columns", columns}, {"indexes", sorted(indexes)}};
+}
+
+nlohmann::json describeRelationship(const jet::RelationshipInfo& relationship) {
+    return {{"relationship", relationship.name},
+            {"from", relationship.parentTable},
+            {"fromColumns", relationship.parentColumns},
+            {"to", relationship.childTable},
+            {"toColumns", relationship.childColumns},
+            {"enforced", relationship.enforced},
+            {"cascadeUpdates", relationship.cascadeUpdates},
+            {"cascadeDeletes", relationship.cascadeDeletes}};
+}
+
+TEST_P(EverySample, HoldsTheRowsThatAreExpected) {
+    STELVAN_NEEDS_SAMPLE(GetParam().file);
+    std::string expectedFile = "expected/" + GetParam().expected + ".jsonl";
+    if (sample(expectedFile).empty()) expectedFile += ".gz";
+    ScratchDir scratch;
+    Database database = Database::open(scratch.copyOf(sample(GetParam().file)));
+    const RowTexts expected = expectedRows(sample(expectedFile).string());
+    const RowTexts found = readAll(database);
+    for (const auto& [table, rows] : expected) {
+        ASSERT_TRUE(found.contains(table)) << table;
+        EXPECT_EQ(difference(rows, found.at(table)), "") << table;
+    }
+    EXPECT_EQ(found.size(), expected.size());
+}
+
+TEST_P(EverySample, HasTheSchemaThatIsExpected) {
+    STELVAN_NEEDS_SAMPLE(GetParam().file);
+    ScratchDir scratch;
+    Database database = Database::open(scratch.copyOf(sample(GetParam().file)));
+    std::set<std::string> expected;
+    for (const std::string& line :
+         linesOf(sample("expected/" + GetParam().expected + ".schema.jsonl").string())) {
+        nlohmann::json json = nlohmann::json::parse(line);
+        if (json.contains("indexes")) json["indexes"] = sorted(json["indexes"]);
+        expected.insert(json.dump());
+    }
+    std::set<std::string> found;
+    for (const std::string& name : database.tableNames())
+        found.insert(describeTable(database.table(name).info()).dump());
+    for (const auto& relationship : database.relationships()) {
+        const bool user = !database.table(relationship.parentTable).info().system;
+        if (user) found.insert(describeRelationship(relationship).dump());
+    }
+    EXPECT_EQ(found, expected);
+}
+
+TEST_P(EverySample, HoldsTheSystemTablesThatAreExpected) {
+    const std::string name = "expected/" + GetParam().expected + ".system.jsonl";
+    STELVAN_NEEDS_SAMPLE(name);
+    ScratchDir scratch;
+    Database database = Database::open(scratch.copyOf(sample(GetParam().file)));
+    const RowTexts expected = expectedRows(sample(name).string());
+    const RowTexts found = readAll(database, true);
+    for (const auto& [table, rows] : expected) {
+        ASSERT_TRUE(found.contains(table)) << table;
+        EXPECT_EQ(difference(rows, found.at(table)), "") << table;
+    }
+    EXPECT_EQ(found.size(), expected.size());
+}
+
+}  // namespace
+}  // namespace stelvan::test

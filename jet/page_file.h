@@ -36,7 +36,8 @@ public:
     /// The shared page file of `path`. Throws FileNotFound, BadPath, PermissionDenied, Locked, Io.
     /// Does not look at the content beyond the size; recognition is header.h.
     static std::shared_ptr<PageFile> open(const std::filesystem::path& path, Access access);
-    static std::shared_ptr<PageFile> open(const std::filesystem::path& path, Access access, FileSystem& files);
+    static std::shared_ptr<PageFile> open(const std::filesystem::path& path, Access access,
+                                          FileSystem& files);
 
     /// Creates `path` (which must not exist) holding `pages` (a whole number of pages), synced, folder too.
     static void create(const std::filesystem::path& path, std::span<const std::uint8_t> pages);
@@ -44,7 +45,11 @@ public:
     virtual ~PageFile() = default;
 
     [[nodiscard]] virtual const std::filesystem::path& path() const = 0;
+    /// ReadWrite where one of the handles asked for it and the file and its folder let it be written.
     [[nodiscard]] virtual Access access() const = 0;
+
+    /// Bytes in the file; a damaged one may end within a page. Inside a scope.
+    [[nodiscard]] virtual std::uint64_t byteSize() const = 0;
 
     /// Whole pages in the file, including pages appended in the open unit of work. Inside a scope.
     [[nodiscard]] virtual PageNumber pageCount() const = 0;
@@ -64,8 +69,9 @@ public:
     /// Appends a zeroed page and returns its number. Needs a WriteScope.
     virtual PageNumber append() = 0;
 
-    /// A number that changes whenever another process has changed the file. Inside a scope.
-    /// Callers keep decoded definitions as long as it stays the same.
+    /// A number that changes whenever another process has changed the file, and when a unit of work that
+    /// had changed pages was rolled back. Inside a scope. Callers keep decoded definitions as long as it
+    /// stays the same.
     [[nodiscard]] virtual std::uint64_t version() const = 0;
 
 protected:

@@ -1,0 +1,237 @@
+#include "jet/stored_pages.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <utility>
+
+#include "jet/format.h"
+
+namespace stelvan::jet {
+
+namespace {
+
+constexpr PageNumber kMostAhead = 16;
+
+bool refusesWriting(ErrorKind kind) {
+    return kind == ErrorKind::PermissionDenied || kind == ErrorKind::ReadOnly;
+}
+
+}  // namespace
+
+StoredPages::StoredPages(FileSystem& files, std::filesystem::path path, Access wanted)
+    : files_(files), path_(std::move(path)), wanted_(wanted == Access::ReadWrite) {
+    openFile();
+}
+
+void StoredPages::openFile() {
+    // Even a reader opens for writing where it may: it then can roll back what a dead writer left.
+    const std::optional<FileStatus> status = files_.status(path_);
+    if (status.has_value() && status->writeBits) {
+        try {
+            file_ = files_.open(path_, FileSystem::Mode::ReadWrite);
+            writable_ = true;
+        } catch (const Error& error) {
+            if (!refusesWriting(error.kind())) throw;
+        }
+    }
+    if (file_ == nullptr) file_ = files_.open(path_, FileSystem::Mode::Read);
+    locks_.emplace(*file_, path_);
+}
+
+Access StoredPages::access() const {
+    return wanted_ && writable_ && files_.canCreateIn(folderOf(path_)) ? Access::ReadWrite : Access::ReadOnly;
+}
+
+void StoredPages::want(Access access) {
+    if (access == Access::ReadWrite) wanted_ = true;
+}
+
+PageCache::Frame& StoredPages::load(PageNumber page) {
+    if (readers_ + writers_ == 0)
+        throw Error(ErrorKind::Misuse, "A page of '" + path_.string() + "' was read outside of a scope.");
+    if (page >= pages_) throwBeyondEnd(page);
+    ahead_ = page == nextInOrder_ ? std::min(ahead_ * 2, kMostAhead) : 1;
+    std::array<std::uint8_t*, kMostAhead> places{};
+    std::size_t count = 0;
+    const PageNumber stored = static_cast<PageNumber>(size_ / kPageSize);
+    while (count < ahead_ && page + count < stored) {
+        const PageNumber next = page + static_cast<PageNumber>(count);
+        if (cache_.holds(next)) break;
+        places[count++] = cache_.add(next).bytes.data();
+    }
+    std::size_t got = 0;
+    try {
+        got = file_->readPages(page, std::span(places).first(count));
+    } catch (...) {
+        for (std::size_t i = 0; i < count; ++i) cache_.discard(page + static_cast<PageNumber>(i));
+        throw;
+    }
+    for (std::size_t i = got; i < count; ++i) cache_.discard(page + static_cast<PageNumber>(i));
+    if (got == 0) throwBeyondEnd(page);
+    nextInOrder_ = page + static_cast<PageNumber>(got);
+    return *cache_.find(page);
+}
+
+void StoredPages::throwBeyondEnd(PageNumber page) const {
+    throw Error(ErrorKind::Corrupt,
+                "Page " + std::to_string(page) + " of '" + path_.string() +
+                    "' is missing: the file ends after " + std::to_string(pages_) + " whole pages.",
+                page);
+}
+
+WritablePageBytes StoredPages::edit(PageNumber page) {
+    if (writers_ == 0)
+        throw Error(ErrorKind::Misuse, "A page of '" + path_.string() + "' was changed outside of a unit.");
+    PageCache::Frame& frame = frameOf(page);
+    cache_.keepBefore(frame);
+    return WritablePageBytes(frame.bytes);
+}
+
+PageNumber StoredPages::append() {
+    if (writers_ == 0)
+        throw Error(ErrorKind::Misuse, "A page was added to '" + path_.string() + "' outside of a unit.");
+    if (pages_ >= kMaxPages)
+        throw Error(ErrorKind::DiskFull, "'" + path_.string() + "' has reached 2 GB, the most it can hold.");
+    (void)cache_.append(pages_);
+    return pages_++;
+}
+
+void StoredPages::beginRead() {
+    if (readers_ + writers_ == 0) enter();
+    ++readers_;
+}
+
+void StoredPages::endRead() {
+    if (--readers_ + writers_ == 0) leave();
+}
+
+void StoredPages::beginWrite() {
+    if (writers_ == 0) {
+        requireWritable();
+        const bool reading = readers_ > 0;
+        locks_->reserve(reading);
+        try {
+            if (!reading) enter();
+            requireWhole();
+        } catch (...) {
+            locks_->unreserve();
+            throw;
+        }
+        doomed_ = false;
+    }
+    ++writers_;
+}
+
+void StoredPages::requireWritable() {
+    if (access() == Access::ReadWrite) return;
+    const char* why = !wanted_     ? "was opened for reading only"
+                      : !writable_ ? "may only be read"
+                                   : "lies in a folder that may only be read";
+    throw Error(ErrorKind::ReadOnly, "'" + path_.string() + "' " + why + "; nothing was changed.")
+        .about(path_.string());
+}
+
+void StoredPages::requireWhole() const {
+    if (size_ > 0 && size_ % kPageSize == 0) return;
+    throw Error(ErrorKind::Corrupt,
+                "'" + path_.string() + "' ends within page " + std::to_string(pages_) +
+                    " and is not written to: it is damaged.",
+                pages_);
+}
+
+void StoredPages::commitWrite() {
+    if (writers_ > 1) {
+        --writers_;
+        return;
+    }
+    if (doomed_) {
+        rollBackWrite();
+        throw Error(ErrorKind::Misuse, "A part of the unit of work was rolled back, so all of it was.");
+    }
+    try {
+        writeChanges();
+    } catch (...) {
+        rollBackWrite();
+        throw;
+    }
+    cache_.acceptChanges();
+    endUnit();
+}
+
+void StoredPages::rollBackWrite() {
+    if (writers_ > 1) {
+        doomed_ = true;
+        --writers_;
+        return;
+    }
+    undo();
+    endUnit();
+}
+
+void StoredPages::undo() noexcept {
+    if (!cache_.anyChanges()) return;
+    cache_.undoChanges();
+    pages_ = static_cast<PageNumber>(size_ / kPageSize);
+    ++version_;
+}
+
+void StoredPages::endUnit() noexcept {
+    --writers_;
+    locks_->unreserve();
+    if (readers_ == 0) leave();
+}
+
+void StoredPages::writeChanges() {
+    locks_->exclude();
+    for (PageCache::Frame* frame : cache_.changedPages()) {
+        const std::uint8_t* bytes = frame->bytes.data();
+        file_->writePages(frame->page, std::span(&bytes, 1));
+    }
+    file_->sync();
+    size_ = static_cast<std::uint64_t>(pages_) * kPageSize;
+    stamp_ = currentStamp();
+    locks_->readmit();
+}
+
+void StoredPages::enter() {
+    locks_->share();
+    try {
+        lookAfresh();
+    } catch (...) {
+        locks_->unshare();
+        throw;
+    }
+}
+
+void StoredPages::leave() noexcept {
+    cache_.release();
+    locks_->unshare();
+}
+
+StoredPages::Stamp StoredPages::currentStamp() {
+    const FileStatus status = file_->status();
+    if (status.names == 0)
+        throw Error(ErrorKind::FileNotFound,
+                    "'" + path_.string() + "' was removed or replaced by another file; open it again.")
+            .about(path_.string());
+    Stamp stamp;
+    stamp.size = status.size;
+    stamp.modified = status.modified;
+    stamp.changed = status.changed;
+    (void)file_->readAt(header::kCommitSlots, stamp.commitSlots);
+    return stamp;
+}
+
+void StoredPages::lookAfresh() {
+    const Stamp stamp = currentStamp();
+    if (stamp == stamp_) return;
+    cache_.clear();
+    ++version_;
+    stamp_ = stamp;
+    size_ = stamp.size;
+    pages_ = static_cast<PageNumber>(size_ / kPageSize);
+    nextInOrder_ = 0;
+}
+
+}  // namespace stelvan::jet

@@ -18,7 +18,7 @@ enum class InputKind {
     File,    // a text with a browse button
     Folder,  // the same, for folders
     Text,
-    None  // shown by name only: the communication service owns the value
+    NameOnly  // no input: the communication service owns the value
 };
 
 /// Which list a combo setting offers.

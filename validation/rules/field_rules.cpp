@@ -1,0 +1,69 @@
+#include "validation/rules/field_rules.h"
+
+#include "validation/rules/text.h"
+
+namespace stelvan::validation {
+
+namespace {
+
+// The orders differ from kind to kind, and between identifiers and names; they decide which table a failing
+// query names first.
+constexpr SearchedColumn kAlarmIds[] = {{"secs_alarm", "alm_id"}};
+constexpr SearchedColumn kAlarmNames[] = {{"secs_alarm", "alm_name"}};
+constexpr SearchedColumn kEventIds[] = {{"secs_cusevent", "evt_id"}, {"secs_gemevent", "evt_id"}};
+constexpr SearchedColumn kEventNames[] = {{"secs_gemevent", "evt_name"}, {"secs_cusevent", "evt_name"}};
+constexpr SearchedColumn kReportIds[] = {{"secs_report", "rpt_id"}};
+constexpr SearchedColumn kReportNames[] = {{"secs_report", "rpt_name"}};
+constexpr SearchedColumn kVariableIds[] = {{"secs_gemvar", "var_id"}, {"secs_cusvar", "var_id"}};
+constexpr SearchedColumn kVariableNames[] = {{"secs_cusvar", "var_name"}, {"secs_gemvar", "var_name"}};
+
+/// What identifiers of records and of linked events have in common.
+ErrorCode checkWholeNumber(std::string_view text, std::int32_t lowest, ErrorCode range) {
+    if (hasInnerBlank(text)) return SPACE_BETWEEN;
+    if (!isNumeric(text)) return REQUIRE_NUMERIC;
+    if (contains(text, '.')) return REQUIRE_INTEGER;
+    return toInt32(text) < lowest ? range : NO_EXCEPTION;
+}
+
+}  // namespace
+
+constinit const RecordRules kAlarmRules = {1, ALM_ID_INVALID_RANGE, kAlarmIds, kAlarmNames};
+constinit const RecordRules kEventRules = {101, EVT_ID_INVALID_RANGE, kEventIds, kEventNames};
+constinit const RecordRules kReportRules = {101, RPT_ID_INVALID_RANGE, kReportIds, kReportNames};
+constinit const RecordRules kVariableRules = {101, VAR_ID_INVALID_RANGE, kVariableIds, kVariableNames};
+
+ErrorCode checkId(std::string_view text, const RecordRules& rules) {
+    if (isBlank(text)) return NULL_STRING;
+    return checkWholeNumber(text, rules.lowestId, rules.idRange);
+}
+
+ErrorCode checkName(std::string_view text) {
+    if (isBlank(text)) return NULL_STRING;
+    return hasInnerBlank(text) ? SPACE_BETWEEN : NO_EXCEPTION;
+}
+
+ErrorCode checkGroup(std::string_view text) {
+    return checkName(text);
+}
+
+ErrorCode checkText(std::string_view text) {
+    return isBlank(text) ? NULL_STRING : NO_EXCEPTION;
+}
+
+ErrorCode checkCeid(std::string_view text) {
+    return checkWholeNumber(text, kEventRules.lowestId, kEventRules.idRange);
+}
+
+ErrorCode checkCeName(std::string_view text) {
+    return hasInnerBlank(text) ? SPACE_BETWEEN : NO_EXCEPTION;
+}
+
+bool samePair(std::string_view set, std::string_view clear) {
+    return !isBlank(set) && trimBlanks(set) == trimBlanks(clear);
+}
+
+std::string quoted(std::string_view text) {
+    return "'" + std::string(trimBlanks(text)) + "'";
+}
+
+}  // namespace stelvan::validation

@@ -16,6 +16,7 @@ struct Arguments {
     std::string file;
     std::string table;
     std::vector<std::string> statements;
+    bool demo = false;
 };
 
 CLI::App* addCommand(CLI::App& app, const char* name, const char* help, Arguments& arguments) {
@@ -40,6 +41,11 @@ void addCommands(CLI::App& app, Arguments& arguments, int& status) {
     CLI::App* sql = addCommand(app, "sql", "Run SQL statements: all of them, or none", arguments);
     sql->add_option("STATEMENT", arguments.statements, "SELECT rows are printed as JSON lines")->required();
     sql->callback([&] { status = sqlCommand(arguments.file, arguments.statements); });
+
+    CLI::App* start = app.add_subcommand("new", "Start a model of your own from the shipped template");
+    start->add_option("FOLDER", arguments.file, "Where gem.mdb is made")->required();
+    start->add_flag("--demo", arguments.demo, "The model of an imaginary wet bench");
+    start->callback([&] { status = newCommand(arguments.file, arguments.demo); });
 }
 
 /// One line, whatever the text holds.

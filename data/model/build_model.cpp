@@ -1,23 +1,13 @@
 #include "data/model/build_model.h"
 
-#include <charconv>
 #include <stdexcept>
+
+#include "jet/conversion.h"
 
 namespace stelvan::model {
 namespace {
 
 namespace fs = std::filesystem;
-
-template <typename Number>
-Number parseNumber(const std::string& cell, const jet::ColumnInfo& column) {
-    Number number{};
-    const char* end = cell.data() + cell.size();
-    const auto parsed = std::from_chars(cell.data(), end, number);
-    if (parsed.ec != std::errc() || parsed.ptr != end) {
-        throw std::runtime_error(column.name + " cannot hold \"" + cell + "\"");
-    }
-    return number;
-}
 
 /// Where each column of the table takes its values from: a cell, or its default.
 struct RowPlan {
@@ -37,7 +27,7 @@ RowPlan planOf(const TableRows& rows, const jet::TableInfo& table) {
     for (std::size_t column = 0; column < named.size(); ++column) {
         const jet::ColumnInfo& info = table.columns[column];
         if (!named[column] && !info.defaultValue.empty()) {
-            plan.defaults.emplace_back(column, cellValue(info.defaultValue, info));
+            plan.defaults.emplace_back(column, jet::convertTo(info, info.defaultValue));
         }
     }
     return plan;
@@ -52,28 +42,13 @@ void insertRows(jet::Database& database, const TableRows& rows) {
         values = plan.defaults;
         for (std::size_t cell = 0; cell < row.size(); ++cell) {
             const std::size_t column = plan.cells[cell];
-            values.emplace_back(column, cellValue(row[cell], info.columns[column]));
+            values.emplace_back(column, jet::convertTo(info.columns[column], row[cell]));
         }
         table.insert(values);
     }
 }
 
 }  // namespace
-
-jet::Value cellValue(const std::string& cell, const jet::ColumnInfo& column) {
-    switch (column.type) {
-        case jet::ColumnType::Boolean:
-            return parseNumber<std::int32_t>(cell, column) != 0;
-        case jet::ColumnType::Byte:
-        case jet::ColumnType::Integer:
-        case jet::ColumnType::Long:
-            return parseNumber<std::int32_t>(cell, column);
-        case jet::ColumnType::Double:
-            return parseNumber<double>(cell, column);
-        default:
-            return cell;
-    }
-}
 
 void buildModel(const fs::path& path, const Schema& schema, std::span<const TableRows> tables) {
     jet::Database database = jet::Database::create(path, schema.created);

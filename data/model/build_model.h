@@ -10,11 +10,8 @@
 namespace stelvan::model {
 
 /// Creates `path`, which must not exist, with all tables and rows; rows of one table may come in several
-/// parts and keep their order. Throws std::runtime_error (a cell that its column cannot take, an unknown
-/// table or column) and jet::Error; nothing is left behind then.
+/// parts and keep their order. Throws std::runtime_error (no such column) and jet::Error (no such table, a
+/// cell that its column cannot take); nothing is left behind then.
 void buildModel(const std::filesystem::path& path, const Schema& schema, std::span<const TableRows> tables);
-
-/// The value of a cell in a column; throws std::runtime_error.
-[[nodiscard]] jet::Value cellValue(const std::string& cell, const jet::ColumnInfo& column);
 
 }  // namespace stelvan::model

@@ -1,0 +1,98 @@
+// A page file without a file: pages in memory, for tests of decoders and of what is built upon them.
+//
+// Units of work nest and roll back as those of the real one; nothing is locked and nothing is kept.
+#pragma once
+
+#include <deque>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "jet/page_file.h"
+
+namespace stelvan::test {
+
+class MemoryPages final : public jet::PageFile {
+public:
+    explicit MemoryPages(std::size_t pages = 0) : bytes_(pages) {}
+    explicit MemoryPages(const std::vector<std::uint8_t>& file) : bytes_(file.size() / jet::kPageSize) {
+        for (std::size_t i = 0; i < bytes_.size(); ++i) {
+            const auto begin = file.begin() + static_cast<std::ptrdiff_t>(i * jet::kPageSize);
+            std::copy(begin, begin + jet::kPageSize, bytes_[i].begin());
+        }
+        size_ = file.size();
+    }
+
+    [[nodiscard]] const std::filesystem::path& path() const override { return path_; }
+    [[nodiscard]] jet::Access access() const override { return jet::Access::ReadWrite; }
+    [[nodiscard]] jet::PageNumber pageCount() const override {
+        return static_cast<jet::PageNumber>(bytes_.size());
+    }
+    [[nodiscard]] std::uint64_t byteSize() const override {
+        return std::max<std::uint64_t>(size_, bytes_.size() * jet::kPageSize);
+    }
+    [[nodiscard]] jet::PageBytes read(jet::PageNumber page) override { return at(page); }
+    void release() override {}
+    [[nodiscard]] jet::WritablePageBytes edit(jet::PageNumber page) override {
+        if (writers_ == 0) throw jet::Error(jet::ErrorKind::Misuse, "no unit of work");
+        auto& bytes = at(page);
+        before_.try_emplace(page, bytes);
+        return bytes;
+    }
+    jet::PageNumber append() override {
+        bytes_.emplace_back();
+        return pageCount() - 1;
+    }
+    [[nodiscard]] std::uint64_t version() const override { return version_; }
+
+protected:
+    void beginRead() override {}
+    void endRead() override {}
+    void beginWrite() override {
+        if (writers_++ == 0) countBefore_ = bytes_.size();
+    }
+    void commitWrite() override {
+        --writers_;
+        if (doomed_) {
+            if (writers_ == 0) undo();
+            throw jet::Error(jet::ErrorKind::Misuse, "an inner unit of work was given up");
+        }
+        if (writers_ == 0) before_.clear();
+    }
+    void rollBackWrite() override {
+        doomed_ = true;
+        if (--writers_ == 0) undo();
+    }
+
+private:
+    using Page = std::array<std::uint8_t, jet::kPageSize>;
+
+    Page& at(jet::PageNumber page) {
+        if (page >= bytes_.size()) {
+            throw jet::Error(jet::ErrorKind::Corrupt, "no page " + std::to_string(page), page);
+        }
+        return bytes_[page];
+    }
+    void undo() {
+        for (const auto& [page, bytes] : before_) {
+            if (page < countBefore_) bytes_[page] = bytes;
+        }
+        while (bytes_.size() > countBefore_) bytes_.pop_back();
+        before_.clear();
+        doomed_ = false;
+        ++version_;
+    }
+
+    std::filesystem::path path_ = "memory.mdb";
+    std::deque<Page> bytes_;  // addresses survive appending
+    std::map<jet::PageNumber, Page> before_;
+    std::size_t countBefore_ = 0;
+    std::uint64_t size_ = 0;
+    std::uint64_t version_ = 1;
+    int writers_ = 0;
+    bool doomed_ = false;
+};
+
+}  // namespace stelvan::test

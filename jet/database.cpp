@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "jet/database_impl.h"
+#include "jet/header.h"
 #include "jet/text.h"
 
 namespace stelvan::jet {
@@ -20,8 +21,16 @@ Database& Database::operator=(Database&&) noexcept = default;
 Database::~Database() = default;
 
 Database Database::open(const std::filesystem::path& path, Access access) {
+    return over(PageFile::open(path, access), access);
+}
+
+Database Database::over(std::shared_ptr<PageFile> pages, Access access) {
+    {
+        const ReadScope scope(pages);
+        static_cast<void>(recognise(*pages));
+    }
     auto impl = std::make_unique<Impl>();
-    impl->file = SharedDatabase::of(PageFile::open(path, access));
+    impl->file = SharedDatabase::of(pages);
     impl->access = access;
     return Database(std::move(impl));
 }

@@ -178,6 +178,9 @@ public:
     /// UnsupportedVersion, Encrypted, PasswordProtected, Corrupt, Locked, Io.
     static Database open(const std::filesystem::path& path, Access access = Access::ReadWrite);
 
+    /// The same over pages that are open already.
+    static Database over(std::shared_ptr<PageFile> pages, Access access = Access::ReadWrite);
+
     /// Creates an empty Access 2003 database (16 pages); `path` must not exist. `created` goes to the
     /// dates of the catalogue's rows (days, as DateTime), so that two builds give the same bytes.
     static Database create(const std::filesystem::path& path, DateTime created);

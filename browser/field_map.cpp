@@ -1,6 +1,7 @@
 #include "browser/field_map.h"
 
 #include "app/form/main_state.h"
+#include "db/schema.h"
 
 namespace stelvan::browser {
 namespace {
@@ -12,6 +13,12 @@ using form::LmtFrame;
 using form::RptFrame;
 using form::SttFrame;
 using form::VarFrame;
+namespace alarm = db::schema::alarm;
+namespace event = db::schema::event;
+namespace limit = db::schema::limit;
+namespace report = db::schema::report;
+namespace setting = db::schema::setting;
+namespace variable = db::schema::variable;
 
 template <class Frame>
 struct Pair {
@@ -19,47 +26,47 @@ struct Pair {
     const char* column;
 };
 
-constexpr Pair<EvtFrame> kEvent[] = {{&EvtFrame::txtEvtName, "evt_name"},
-                                     {&EvtFrame::txtEvtID, "evt_id"},
-                                     {&EvtFrame::txtEvtGroup, "evt_group"},
-                                     {&EvtFrame::txtEvtDesc, "evt_text"},
-                                     {&EvtFrame::chkEvtEnable, "evt_enable"}};
+constexpr Pair<EvtFrame> kEvent[] = {{&EvtFrame::txtEvtName, event::kName},
+                                     {&EvtFrame::txtEvtID, event::kId},
+                                     {&EvtFrame::txtEvtGroup, event::kGroup},
+                                     {&EvtFrame::txtEvtDesc, event::kText},
+                                     {&EvtFrame::chkEvtEnable, event::kEnable}};
 
-constexpr Pair<VarFrame> kVariable[] = {{&VarFrame::txtVarName, "var_name"},
-                                        {&VarFrame::txtVarID, "var_id"},
-                                        {&VarFrame::txtVarGroup, "var_group"},
-                                        {&VarFrame::txtVarDesc, "var_desc"},
-                                        {&VarFrame::cmbVarFormat, "var_format"},
-                                        {&VarFrame::txtVarMin, "var_min"},
-                                        {&VarFrame::txtVarMax, "var_max"},
-                                        {&VarFrame::txtVarUnit, "var_unit"},
-                                        {&VarFrame::txtVarDefValue, "var_defaultval"},
-                                        {&VarFrame::txtVarValue, "var_val"}};
+constexpr Pair<VarFrame> kVariable[] = {{&VarFrame::txtVarName, variable::kName},
+                                        {&VarFrame::txtVarID, variable::kId},
+                                        {&VarFrame::txtVarGroup, variable::kGroup},
+                                        {&VarFrame::txtVarDesc, variable::kDescription},
+                                        {&VarFrame::cmbVarFormat, variable::kFormat},
+                                        {&VarFrame::txtVarMin, variable::kMinimum},
+                                        {&VarFrame::txtVarMax, variable::kMaximum},
+                                        {&VarFrame::txtVarUnit, variable::kUnit},
+                                        {&VarFrame::txtVarDefValue, variable::kDefaultValue},
+                                        {&VarFrame::txtVarValue, variable::kValue}};
 
-constexpr Pair<AlmFrame> kAlarm[] = {{&AlmFrame::txtAlmName, "alm_name"},
-                                     {&AlmFrame::txtAlmID, "alm_id"},
-                                     {&AlmFrame::txtAlmGroup, "alm_group"},
-                                     {&AlmFrame::txtAlmText, "alm_text"},
-                                     {&AlmFrame::chkAlmEnable, "alm_enable"},
-                                     {&AlmFrame::txtAlmSetCEID, "alm_set_ceid"},
-                                     {&AlmFrame::txtAlmSetCEName, "alm_set_cename"},
-                                     {&AlmFrame::txtAlmClrCEID, "alm_clr_ceid"},
-                                     {&AlmFrame::txtAlmClrCEName, "alm_clr_cename"}};
+constexpr Pair<AlmFrame> kAlarm[] = {{&AlmFrame::txtAlmName, alarm::kName},
+                                     {&AlmFrame::txtAlmID, alarm::kId},
+                                     {&AlmFrame::txtAlmGroup, alarm::kGroup},
+                                     {&AlmFrame::txtAlmText, alarm::kText},
+                                     {&AlmFrame::chkAlmEnable, alarm::kEnable},
+                                     {&AlmFrame::txtAlmSetCEID, alarm::kSetEventId},
+                                     {&AlmFrame::txtAlmSetCEName, alarm::kSetEventName},
+                                     {&AlmFrame::txtAlmClrCEID, alarm::kClearEventId},
+                                     {&AlmFrame::txtAlmClrCEName, alarm::kClearEventName}};
 
-constexpr Pair<SttFrame> kSettings[] = {{&SttFrame::txtSttName, "set_field"},
-                                        {&SttFrame::txtSttValue, "set_value"},
-                                        {&SttFrame::txtSttDefValue, "set_defaultval"}};
+constexpr Pair<SttFrame> kSettings[] = {{&SttFrame::txtSttName, setting::kField},
+                                        {&SttFrame::txtSttValue, setting::kValue},
+                                        {&SttFrame::txtSttDefValue, setting::kDefaultValue}};
 
-constexpr Pair<RptFrame> kReport[] = {{&RptFrame::txtRptID, "rpt_id"},
-                                      {&RptFrame::txtRptName, "rpt_name"},
-                                      {&RptFrame::txtRptDesc, "rpt_desc"},
-                                      {&RptFrame::chkRptDefault, "rpt_default"}};
+constexpr Pair<RptFrame> kReport[] = {{&RptFrame::txtRptID, report::kId},
+                                      {&RptFrame::txtRptName, report::kName},
+                                      {&RptFrame::txtRptDesc, report::kDescription},
+                                      {&RptFrame::chkRptDefault, report::kDefault}};
 
-constexpr Pair<LmtFrame> kLimit[] = {{&LmtFrame::txtLmtID, "limit_id"},
-                                     {&LmtFrame::txtLmtVarID, "var_id"},
-                                     {&LmtFrame::txtLmtUBound, "upperdb"},
-                                     {&LmtFrame::txtLmtLBound, "lowerdb"},
-                                     {&LmtFrame::txtLmtTransType, "transition_type"}};
+constexpr Pair<LmtFrame> kLimit[] = {{&LmtFrame::txtLmtID, limit::kId},
+                                     {&LmtFrame::txtLmtVarID, limit::kVariableId},
+                                     {&LmtFrame::txtLmtUBound, limit::kUpperBound},
+                                     {&LmtFrame::txtLmtLBound, limit::kLowerBound},
+                                     {&LmtFrame::txtLmtTransType, limit::kTransitionType}};
 
 template <class Frame, std::size_t N>
 std::vector<Binding> of(const Frame& frame, const Pair<Frame> (&pairs)[N]) {

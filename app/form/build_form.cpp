@@ -52,8 +52,8 @@ void buildMenus(QMainWindow& window, MainForm& form) {
 }
 
 void buildTree(MainForm& form) {
-    form.imlIcons.insert(tr("Property"), QIcon(tr(":/icons/property.svg")));
-    form.imlIcons.insert(tr("PropSelect"), QIcon(tr(":/icons/prop_select.svg")));
+    form.imlIcons.insert(tr("Property"), tr(":/icons/property.svg"));
+    form.imlIcons.insert(tr("PropSelect"), tr(":/icons/prop_select.svg"));
     auto* tree = named(new QTreeWidget, "tvwSECSItem");
     tree->setAccessibleName(tr("Categories"));
     tree->setHeaderHidden(true);

@@ -2,8 +2,8 @@
 // objectName; the widgets belong to the window.
 #pragma once
 
-#include <QIcon>
 #include <QMap>
+#include <QString>
 #include <array>
 
 #include "app/form/field.h"
@@ -128,7 +128,7 @@ struct Navigator {
 
 /// Everything on frmMain; built once by buildForm() into the window that is given.
 struct MainForm {
-    QMap<QString, QIcon> imlIcons;  // "Property", "PropSelect"
+    QMap<QString, QString> imlIcons;  // picture files: "Property", "PropSelect"
     QTreeWidget* tvwSECSItem = nullptr;
     FrameStack* frames = nullptr;
     std::array<QGroupBox*, kFrames> Frame{};  // objectName Frame0 to Frame7, pages of the stack

@@ -14,7 +14,7 @@ namespace stelvan::editing {
 
 class ControlAccess {
 public:
-    ControlAccess(form::MainForm& form, form::MainState& state, ErrorInfo& errors,
+    ControlAccess(const form::MainForm& form, form::MainState& state, ErrorInfo& errors,
                   links::ReportVariables& reportVariables);
 
     /// Buttons, menu entry and tree for browsing (false) or for adding and editing (true).
@@ -31,7 +31,7 @@ private:
     void browse(std::int16_t category);
     [[nodiscard]] bool editable(std::int16_t category) const;
 
-    form::MainForm& form_;
+    const form::MainForm& form_;
     form::MainState& state_;
     ErrorInfo& errors_;
     links::ReportVariables& reportVariables_;

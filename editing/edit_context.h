@@ -31,7 +31,7 @@ namespace stelvan::editing {
 class ControlAccess;
 
 struct EditContext {
-    form::MainForm& form;
+    const form::MainForm& form;
     form::MainState& state;
     ErrorInfo& errors;
     db::Operations& operations;

@@ -28,7 +28,7 @@ struct FocusStep {
 class FocusChain : public QObject {
     Q_OBJECT
 public:
-    FocusChain(form::MainForm& form, ErrorInfo& errors);
+    FocusChain(const form::MainForm& form, ErrorInfo& errors);
 
     /// Puts the key handlers on the controls of the table; once, when all controls stand in their window.
     void install();
@@ -47,7 +47,7 @@ private:
     [[nodiscard]] QWidget* control(std::string_view name) const;
     void keyDown(const FocusStep& step, int key, int shift);
 
-    form::MainForm& form_;
+    const form::MainForm& form_;
     ErrorInfo& errors_;
     std::unordered_map<QObject*, const FocusStep*> steps_;
 };

@@ -6,7 +6,6 @@
 #include <string>
 
 #include "app/form/frames.h"
-#include "app/form/main_state.h"
 #include "db/operations.h"
 #include "validation/reporting/error_info.h"
 
@@ -14,7 +13,7 @@ namespace stelvan::links {
 
 class EventReports {
 public:
-    EventReports(form::EvtFrame& frame, db::Operations& operations);
+    EventReports(const form::EvtFrame& frame, db::Operations& operations);
 
     /// Shows or hides the pool and its buttons; a shown pool is filled anew, a hidden one keeps its rows.
     void lDispRptListEditor(bool show);
@@ -33,9 +32,7 @@ public:
     bool saveLinks(const std::string& eventId);
 
 private:
-    void readList(const std::string& sql);
-
-    form::EvtFrame& frame_;
+    const form::EvtFrame& frame_;
     db::Operations& operations_;
     ErrorInfo& errors_;
     bool filled_ = true;

@@ -18,7 +18,7 @@ namespace stelvan::links {
 
 class ListChildren {
 public:
-    ListChildren(form::VarFrame& frame, const form::MainState& state, db::Operations& operations,
+    ListChildren(const form::VarFrame& frame, const form::MainState& state, db::Operations& operations,
                  form::Dialogs& dialogs);
 
     /// Shows or hides the pool and its buttons; a shown pool is filled with what may become a child.
@@ -54,13 +54,12 @@ public:
     bool saveLinks(const std::string& listId);
 
 private:
-    void fillPool(const std::string& listId);
-    void fillList(const std::string& listId);
-    void setColumnWidths();
-    [[nodiscard]] std::string shownId() const;
-    void execute(const char* procedure, const std::vector<std::string>& statements);
+    void fillPool();
+    void fillList();
+    [[nodiscard]] bool hasNumericId() const;
+    void execute(const std::vector<std::string>& statements);
 
-    form::VarFrame& frame_;
+    const form::VarFrame& frame_;
     const form::MainState& state_;
     db::Operations& operations_;
     ErrorInfo& errors_;

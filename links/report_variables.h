@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "app/form/frames.h"
-#include "app/form/main_state.h"
 #include "db/operations.h"
 #include "validation/reporting/error_info.h"
 
@@ -16,7 +15,8 @@ namespace stelvan::links {
 
 class ReportVariables {
 public:
-    ReportVariables(form::RptFrame& frame, form::Navigator& navigator, db::Operations& operations);
+    ReportVariables(const form::RptFrame& frame, const form::Navigator& navigator,
+                    db::Operations& operations);
 
     /// Shows or hides the pool and its buttons; a shown pool is filled anew, a hidden one keeps its rows.
     void lDispVarListEditor(bool show);
@@ -41,12 +41,13 @@ public:
     bool saveLinks(const std::string& reportId);
 
 private:
-    bool readPool(const std::string& table, const QString& gem, std::vector<form::ListRow>& rows);
-    bool readList(const std::string& table, const QString& gem, const std::string& reportId,
-                  std::vector<form::ListRow>& rows);
+    /// Appends the rows of one variable table; false when they could not be opened (reported).
+    bool readPool(const char* sql, const char* gem, std::vector<form::ListRow>& rows);
+    bool readList(const char* tables, const char* gem, std::vector<form::ListRow>& rows);
+    void setButtons(bool inEdit, bool canAdd, bool canChange);
 
-    form::RptFrame& frame_;
-    form::Navigator& navigator_;
+    const form::RptFrame& frame_;
+    const form::Navigator& navigator_;
     db::Operations& operations_;
     ErrorInfo& errors_;
     bool filled_ = true;

@@ -20,10 +20,10 @@ namespace stelvan::links {
 class SelectionLists : public QObject {
     Q_OBJECT
 public:
-    SelectionLists(form::MainForm& form, const form::MainState& state, ErrorInfo& errors,
+    SelectionLists(const form::MainForm& form, const form::MainState& state, ErrorInfo& errors,
                    form::Dialogs& dialogs, validation::RecordChecks& recordChecks);
 
-    /// Connects buttons, double clicks, Delete and the narrowing lines of the three editors; once.
+    /// Connects buttons, double clicks in pools and Delete in selected lists; once.
     void connectControls();
 
     /// Adds the pool's selected row at the end of `selected`; in the custom variable categories the texts
@@ -56,12 +56,10 @@ private:
         Handler orderDown;
     };
     void connectEditor(const form::TwoListEditor& editor, const EditorHandlers& handlers);
-    void addShifted(form::ListView& selected, const form::ListRow& chosen, int columns);
-    void addAsItIs(form::ListView& selected, const form::ListRow& chosen, int columns);
     void moveBy(form::ListView& selected, int step);
     void verifyReport();
 
-    form::MainForm& form_;
+    const form::MainForm& form_;
     const form::MainState& state_;
     ErrorInfo& errors_;
     form::Dialogs& dialogs_;

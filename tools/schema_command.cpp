@@ -137,21 +137,31 @@ std::string relationshipLine(const jet::RelationshipInfo& relationship) {
     return line.close('}').take();
 }
 
+/// By name; the system tables have relationships too, which are nobody's business here.
+std::vector<jet::RelationshipInfo> relationshipsAmong(const std::vector<std::string>& tables,
+                                                      jet::Database& database) {
+    std::vector<jet::RelationshipInfo> relationships = database.relationships();
+    const auto known = [&](const std::string& name) {
+        return std::ranges::find(tables, name) != tables.end();
+    };
+    std::erase_if(relationships, [&](const jet::RelationshipInfo& relationship) {
+        return !known(relationship.parentTable) || !known(relationship.childTable);
+    });
+    std::ranges::sort(relationships, {}, &jet::RelationshipInfo::name);
+    return relationships;
+}
+
 }  // namespace
 
 int schemaCommand(const std::filesystem::path& file, const std::string& table) {
     jet::Database database = jet::Database::open(file, jet::Access::ReadOnly);
     const auto unchanged = database.beginRead();
+    const std::vector<std::string> names =
+        table.empty() ? database.tableNames() : std::vector<std::string>{table};
     Output output;
-    if (!table.empty()) {
-        output.write(tableLine(database.table(table).info()));
-    } else {
-        for (const std::string& name : database.tableNames()) {
-            output.write(tableLine(database.table(name).info()));
-        }
-        std::vector<jet::RelationshipInfo> relationships = database.relationships();
-        std::ranges::sort(relationships, {}, &jet::RelationshipInfo::name);
-        for (const jet::RelationshipInfo& relationship : relationships) {
+    for (const std::string& name : names) output.write(tableLine(database.table(name).info()));
+    if (table.empty()) {
+        for (const auto& relationship : relationshipsAmong(names, database)) {
             output.write(relationshipLine(relationship));
         }
     }

@@ -1,0 +1,26 @@
+// Runs the built gemdb and tells what came of it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace stelvan::test {
+
+struct Outcome {
+    int status = -1;  // exit status; -1 when it died of a signal
+    std::string out;
+    std::string err;
+};
+
+[[nodiscard]] Outcome runProgram(const std::string& program, const std::vector<std::string>& arguments);
+[[nodiscard]] Outcome runGemdb(const std::vector<std::string>& arguments);
+
+/// The lines of a text, without their breaks.
+[[nodiscard]] std::vector<std::string> linesOf(const std::string& text);
+
+/// Every line as JSON, numbers as doubles, printed in one form and sorted: equal texts are equal contents.
+[[nodiscard]] std::vector<std::string> sortedJson(const std::vector<std::string>& lines);
+
+[[nodiscard]] std::string readFile(const std::string& path);
+
+}  // namespace stelvan::test

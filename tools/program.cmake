@@ -1,0 +1,10 @@
+#gemdb, the command - line companion.Its commands are a library, so that tests can ask them directly.
+include(GNUInstallDirs)
+file(GLOB tool_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tools/*.cpp)
+list(REMOVE_ITEM tool_sources ${CMAKE_SOURCE_DIR}/tools/gemdb.cpp)
+add_library(stelvan_tools STATIC ${tool_sources})
+target_link_libraries(stelvan_tools PUBLIC stelvan_options stelvan_db stelvan_sql stelvan_jet)
+target_compile_definitions(stelvan_tools PRIVATE STELVAN_SHARE_DIR="${CMAKE_INSTALL_FULL_DATADIR}/stelvan")
+add_executable(gemdb tools/gemdb.cpp)
+target_link_libraries(gemdb PRIVATE stelvan_tools CLI11::CLI11)
+set_target_properties(stelvan_tools gemdb PROPERTIES AUTOMOC OFF)

@@ -5,6 +5,8 @@
 #pragma once
 
 #include <QString>
+#include <functional>
+#include <string>
 
 #include "app/form/frames.h"
 #include "db/operations.h"
@@ -28,9 +30,11 @@ public:
 
 private:
     struct Entry;
-    [[nodiscard]] Entry entryOf(form::Field& field) const;
-    [[nodiscard]] QString eventName(const QString& id);
-    [[nodiscard]] QString eventId(const QString& name);
+    [[nodiscard]] Entry entryOf(const form::Field& field) const;
+    [[nodiscard]] QString eventName(const std::string& id);
+    [[nodiscard]] QString eventId(const std::string& name);
+    [[nodiscard]] QString lookUp(const std::string& wanted, const std::string& condition,
+                                 const std::function<bool(const std::string&)>& accepts);
 
     const form::AlmFrame& frame_;
     db::Operations& database_;

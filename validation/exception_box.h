@@ -35,8 +35,6 @@ public:
     void clear();
 
 private:
-    void show();
-
     QPlainTextEdit& txtErrLog_;
     form::Dialogs& dialogs_;
     ErrorInfo& errors_;

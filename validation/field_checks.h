@@ -94,6 +94,7 @@ private:
         Verify verify;
     };
 
+    void add(Verify verify, form::Field* field, const char* lostFocus, const char* change, Judge judge);
     void addVariable();
     void addAlarm();
     void addEvent();
@@ -101,6 +102,8 @@ private:
     [[nodiscard]] const Check& checkOf(const form::Field& field) const;
 
     void leave(form::Field& field);
+    /// Sets the field's marker; a closed field is valid.
+    static void judge(const Check& check, Moment moment);
     void noteChange(form::Field& field);
     void followFormat(const char* procedure);
     void judgeId(form::Field& field, const RecordRules& rules);
@@ -109,9 +112,12 @@ private:
     /// Whether the value stands in one of the columns; nothing when the database could not tell (reported).
     [[nodiscard]] std::optional<bool> standsIn(std::span<const SearchedColumn> columns,
                                                const std::string& value);
+    [[nodiscard]] bool checkVariableForSave();
+    [[nodiscard]] bool checkAlarmForSave();
+    [[nodiscard]] bool checkForSave(const std::vector<form::Field*>& fields, Verify verify);
+    /// False when a check failed: what could not be judged is not saved.
     [[nodiscard]] bool runForSave(const std::vector<form::Field*>& fields);
     [[nodiscard]] bool judging() const { return state_.editing() && state_.checksEnabled; }
-    void moveToEditButton();
 
     const form::MainForm& form_;
     form::MainState& state_;

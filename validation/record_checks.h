@@ -2,10 +2,13 @@
 // in the order of the caption tables, and tells whether there is none.
 #pragma once
 
-#include <cstdint>
+#include <QString>
+#include <span>
+#include <vector>
 
 #include "app/form/frames.h"
 #include "validation/exception_box.h"
+#include "validation/rules/record_captions.h"
 
 namespace stelvan::validation {
 
@@ -24,9 +27,20 @@ public:
     bool lVerifyAlm();
 
 private:
-    const form::MainForm& form_;
+    struct Listed {
+        const form::Field* field;
+        QString caption;
+    };
+    static std::vector<Listed> listed(const form::MainForm& form, std::span<const FieldCaption> captions);
+    bool verify(const char* procedure, const std::vector<Listed>& fields, bool needsItems);
+
     ErrorInfo& errors_;
     ExceptionBox& box_;
+    const form::ListView& variables_;
+    std::vector<Listed> variable_;
+    std::vector<Listed> report_;
+    std::vector<Listed> event_;
+    std::vector<Listed> alarm_;
 };
 
 }  // namespace stelvan::validation

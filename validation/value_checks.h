@@ -4,7 +4,7 @@
 // A check sets markers only; verifying the record, and the trap, belong to the handler that calls it.
 #pragma once
 
-#include <cstdint>
+#include <string>
 
 #include "app/form/frames.h"
 #include "validation/variable_format.h"
@@ -32,11 +32,14 @@ public:
 private:
     void checkLimit(form::Field& left, form::Field& other, Moment moment);
     void checkContent(form::Field& field, Moment moment);
-    void compareLimits(form::Field& left, form::Field& other);
+    /// Its format's check is passed, or there is none.
+    [[nodiscard]] bool passesOwnCheck(form::Field& field);
+    [[nodiscard]] bool isMinAboveMax(const std::string& min, const std::string& max) const;
+    void compareLimits(form::Field& left, form::Field& other, Moment moment);
     void compareWithBlank(form::Field& filled);
-    void releaseBlankMark();
+    /// A 38 that came from a blank limit stays only while it holds.
+    void followBlankMark();
     void compareWithLimits(form::Field& field, Moment moment);
-    [[nodiscard]] bool ownCheckPassed(form::Field& field);
 
     const form::VarFrame& frame_;
     ErrorInfo& errors_;

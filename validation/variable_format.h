@@ -51,6 +51,8 @@ public:
     [[nodiscard]] const std::array<form::Field*, 5>& dependents() const { return dependents_; }
 
 private:
+    /// What the record being edited holds in the file; empty for a new one.
+    [[nodiscard]] QString stored(const char* column) const;
     [[nodiscard]] bool isChildOfList() const;
     void open(form::Field& field);
     void close(form::Field& field, bool empty);

@@ -62,7 +62,7 @@ bool samePair(std::string_view set, std::string_view clear) {
     return !isBlank(set) && trimBlanks(set) == trimBlanks(clear);
 }
 
-std::string quoted(std::string_view text) {
+std::string sqlText(std::string_view text) {
     return "'" + std::string(trimBlanks(text)) + "'";
 }
 

@@ -54,6 +54,6 @@ extern const RecordRules kVariableRules;
 [[nodiscard]] bool samePair(std::string_view set, std::string_view clear);
 
 /// A text as a SQL literal: trimmed, in single quotes that are not doubled inside.
-[[nodiscard]] std::string quoted(std::string_view text);
+[[nodiscard]] std::string sqlText(std::string_view text);
 
 }  // namespace stelvan::validation

@@ -90,8 +90,8 @@ TEST(FieldRules, aPairIsTheSameWhenBothAreThereAndEqual) {
 }
 
 TEST(FieldRules, quotedTextsAreTrimmedAndNothingIsDoubled) {
-    EXPECT_EQ(quoted(" Lot "), "'Lot'");
-    EXPECT_EQ(quoted("O'Brien"), "'O'Brien'");
+    EXPECT_EQ(sqlText(" Lot "), "'Lot'");
+    EXPECT_EQ(sqlText("O'Brien"), "'O'Brien'");
 }
 
 }  // namespace

@@ -1,0 +1,110 @@
+#include "validation/alarm_links.h"
+
+#include <functional>
+
+#include "validation/field_text.h"
+#include "validation/rules/field_rules.h"
+
+namespace stelvan::validation {
+
+using form::Field;
+
+namespace {
+
+constexpr const char* kEventTables[] = {"secs_cusevent", "secs_gemevent"};
+
+/// The first value of the one-column query that `accepts` takes; empty when there is none. A failure has
+/// been reported by then.
+QString firstValue(db::Operations& database, const std::string& sql,
+                   const std::function<bool(const std::string&)>& accepts) {
+    db::Connection connection;
+    db::Recordset records;
+    if (database.lGetRecordSet(connection, records, sql) == nullptr) return {};
+    QString found;
+    for (; found.isEmpty() && !records.eof(); records.moveNext()) {
+        const std::string value = db::toTextOrEmpty(records.field(0));
+        if (accepts(value)) found = form::toQt(value);
+    }
+    records.close();
+    connection.close();
+    return found;
+}
+
+}  // namespace
+
+/// A field of the four with its neighbours: the same on the other side, and the other of the same side.
+struct AlarmLinks::Entry {
+    Field* opposite;
+    Field* partner;
+    bool isId;
+};
+
+AlarmLinks::AlarmLinks(const form::AlmFrame& frame, db::Operations& database)
+    : frame_(frame), database_(database) {}
+
+AlarmLinks::Entry AlarmLinks::entryOf(const Field& field) const {
+    if (&field == frame_.txtAlmSetCEID) return {frame_.txtAlmClrCEID, frame_.txtAlmSetCEName, true};
+    if (&field == frame_.txtAlmClrCEID) return {frame_.txtAlmSetCEID, frame_.txtAlmClrCEName, true};
+    if (&field == frame_.txtAlmSetCEName) return {frame_.txtAlmClrCEName, frame_.txtAlmSetCEID, false};
+    return {frame_.txtAlmSetCEName, frame_.txtAlmClrCEID, false};
+}
+
+void AlarmLinks::judge(Field& left) {
+    if (holdsNothing(left)) return;
+    const Entry entry = entryOf(left);
+    const std::string text = textOf(left);
+    ErrorCode fault = entry.isId ? checkCeid(text) : checkCeName(text);
+    if (fault != NO_EXCEPTION) return mark(left, fault);
+    const ErrorCode same = entry.isId ? ALM_SETID_EQ_CLRID : ALM_SETNAME_EQ_CLRNAME;
+    Field& opposite = *entry.opposite;
+    if (samePair(text, textOf(opposite))) {
+        mark(left, same);
+        mark(opposite, same);
+    } else {
+        mark(left, NO_EXCEPTION);
+        if (opposite.marker() == QString::number(same)) mark(opposite, NO_EXCEPTION);
+    }
+}
+
+void AlarmLinks::fillPartner(Field& left) {
+    const Entry entry = entryOf(left);
+    Field& partner = *entry.partner;
+    if (holdsNothing(left) || left.hasException() || !holdsNothing(partner) || !partner.isOpen()) return;
+    const std::string text(trimBlanks(textOf(left)));
+    const QString found = entry.isId ? eventName(text) : eventId(text);
+    if (found.isEmpty()) return;
+    partner.setText(found);
+    judge(partner);
+}
+
+void AlarmLinks::releaseEmpty() {
+    for (Field* field :
+         {frame_.txtAlmSetCEID, frame_.txtAlmSetCEName, frame_.txtAlmClrCEID, frame_.txtAlmClrCEName}) {
+        if (holdsNothing(*field)) mark(*field, NO_EXCEPTION);
+    }
+}
+
+QString AlarmLinks::lookUp(const std::string& wanted, const std::string& condition,
+                           const std::function<bool(const std::string&)>& accepts) {
+    const FailureWatch watch(database_.errors());
+    for (const char* table : kEventTables) {
+        const QString found =
+            firstValue(database_, "SELECT " + wanted + " FROM " + table + " WHERE " + condition, accepts);
+        if (!found.isEmpty() || watch.failed()) return found;
+    }
+    return {};
+}
+
+QString AlarmLinks::eventName(const std::string& id) {
+    return lookUp("evt_name", "evt_id = " + id, [](const std::string& name) { return !isBlank(name); });
+}
+
+QString AlarmLinks::eventId(const std::string& name) {
+    // Quotes are not doubled in SQL texts; what cannot be asked is not looked up.
+    if (contains(name, '\'')) return {};
+    return lookUp("evt_id", "evt_name = " + sqlText(name), [](const std::string& id) {
+        return isNumeric(id) && compareDecimals(id, std::to_string(kEventRules.lowestId)) >= 0;
+    });
+}
+
+}  // namespace stelvan::validation

@@ -1,11 +1,13 @@
 #include <QAction>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabBar>
@@ -22,8 +24,11 @@ static void loadIcons() {
 namespace stelvan::form {
 namespace {
 
-constexpr QSize kFirstSize(1100, 760);
-constexpr QSize kLeastSize(640, 480);
+// The window at first: about 1100 x 760 with the usual font, more with a larger one.
+constexpr int kFirstColumns = 157;
+constexpr int kFirstLines = 54;
+constexpr int kLeastFrameColumns = 50;
+constexpr int kLeastFrameLines = 10;
 constexpr int kErrorLines = 4;
 constexpr int kTreeCharacters = 34;
 
@@ -87,6 +92,9 @@ QTableView* buildGrid(QGroupBox& frame) {
 
 void buildFrames(MainForm& form) {
     form.frames = new FrameStack;
+    const QFontMetrics font = form.frames->fontMetrics();
+    form.frames->setMinimumSize(font.averageCharWidth() * kLeastFrameColumns,
+                                font.lineSpacing() * kLeastFrameLines);
     for (int i = 0; i < kFrames; ++i) form.Frame[static_cast<std::size_t>(i)] = form.frames->frame(i);
     buildNeutralFrame(*form.Frame[0]);
     form.var = buildVarFrame(*form.Frame[1]);
@@ -198,6 +206,32 @@ void closeInputs(const MainForm& form) {
     form.var.children.showSelected(false);
 }
 
+QSize firstSize(const QWidget& window) {
+    const QFontMetrics font = window.fontMetrics();
+    const QSize wanted(font.averageCharWidth() * kFirstColumns, font.lineSpacing() * kFirstLines);
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen == nullptr ? wanted : wanted.boundedTo(screen->availableSize());
+}
+
+/// The tree beside everything else; the exception box below the record.
+QWidget* buildSplitters(MainForm& form, QSize size) {
+    auto* rightSide = new QSplitter(Qt::Vertical);
+    rightSide->setChildrenCollapsible(false);
+    rightSide->addWidget(buildRecordArea(form));
+    rightSide->addWidget(buildErrorBox(form));
+    rightSide->setStretchFactor(0, 1);
+    const int errorHeight = form.txtErrLog->fontMetrics().lineSpacing() * (kErrorLines + 2);
+    rightSide->setSizes({size.height() - errorHeight, errorHeight});
+    auto* whole = new QSplitter(Qt::Horizontal);
+    whole->setChildrenCollapsible(false);
+    whole->addWidget(form.tvwSECSItem);
+    whole->addWidget(rightSide);
+    whole->setStretchFactor(1, 1);
+    const int treeWidth = form.tvwSECSItem->fontMetrics().averageCharWidth() * kTreeCharacters;
+    whole->setSizes({treeWidth, size.width() - treeWidth});
+    return whole;
+}
+
 }  // namespace
 
 MainForm buildForm(QMainWindow& window) {
@@ -207,29 +241,15 @@ MainForm buildForm(QMainWindow& window) {
     buildTree(form);
     buildFrames(form);
     buildNavigator(form);
-    auto* rightSide = new QSplitter(Qt::Vertical);
-    rightSide->setChildrenCollapsible(false);
-    rightSide->addWidget(buildRecordArea(form));
-    rightSide->addWidget(buildErrorBox(form));
-    rightSide->setStretchFactor(0, 1);
-    rightSide->setSizes(
-        {kFirstSize.height(), form.txtErrLog->fontMetrics().lineSpacing() * (kErrorLines + 2)});
-    auto* whole = new QSplitter(Qt::Horizontal);
-    whole->setChildrenCollapsible(false);
-    whole->addWidget(form.tvwSECSItem);
-    whole->addWidget(rightSide);
-    whole->setStretchFactor(1, 1);
-    const int treeWidth = form.tvwSECSItem->fontMetrics().averageCharWidth() * kTreeCharacters;
-    whole->setSizes({treeWidth, kFirstSize.width() - treeWidth});
+    const QSize first = firstSize(window);
     auto* central = new QWidget;
     auto* margin = new QVBoxLayout(central);
-    margin->addWidget(whole);
+    margin->addWidget(buildSplitters(form, first));
     window.setCentralWidget(central);
     buildStatusBar(window, form);
     closeInputs(form);
     form.showFrame(0);
-    window.setMinimumSize(kLeastSize);
-    window.resize(kFirstSize);
+    window.resize(first);
     return form;
 }
 

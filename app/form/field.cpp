@@ -79,6 +79,7 @@ Field::Field(QWidget* widget) : QObject(widget), widget_(widget), kind_(kindOf(w
             break;
         case Kind::Check:
             widget_->setAutoFillBackground(true);
+            widget_->setBackgroundRole(QPalette::Window);
             connect(checkOf(widget_), &QCheckBox::toggled, this, &Field::noteUserChange);
             break;
     }

@@ -13,7 +13,20 @@ namespace {
 
 constexpr int kLabelColumn = 0;
 constexpr int kInputColumn = 1;
-constexpr int kGapBetweenPairs = 18;
+constexpr int kSecondLabelColumn = 2;
+constexpr int kSecondInputColumn = 3;
+constexpr int kColumns = 4;
+constexpr int kGapBetweenPairs = 10;
+constexpr int kSpacing = 10;
+
+bool takesAllWidth(const QWidget& input) {
+    return input.sizePolicy().horizontalPolicy() == QSizePolicy::Expanding;
+}
+
+Qt::Alignment labelAlignment(const QWidget& input) {
+    const bool tall = qobject_cast<const TextBox*>(&input) != nullptr;
+    return Qt::AlignLeft | (tall ? Qt::AlignTop : Qt::AlignVCenter);
+}
 
 QString spoken(QString label) {
     return label.remove(QLatin1Char('&'));
@@ -37,7 +50,7 @@ FormRows::FormRows(QGroupBox& frame) : page_(new QWidget), grid_(new QGridLayout
     whole->setContentsMargins(2, 2, 2, 2);
     whole->addWidget(scrollPage(page_));
     grid_->setColumnStretch(kInputColumn, 1);
-    grid_->setHorizontalSpacing(10);
+    grid_->setHorizontalSpacing(kSpacing);
     grid_->setVerticalSpacing(8);
 }
 
@@ -47,22 +60,19 @@ Field* FormRows::add(QWidget* input, const char* name, const QString& label) {
     auto* caption = new QLabel(label);
     caption->setObjectName(QStringLiteral("lbl") + QString::fromLatin1(name).mid(3));
     caption->setBuddy(input);
-    const bool tall = qobject_cast<TextBox*>(input) != nullptr;
-    const bool widest = input->sizePolicy().horizontalPolicy() == QSizePolicy::Expanding;
-    if (row_ != nullptr && row_->count() > 0) {
-        row_->addSpacing(kGapBetweenPairs);
-        row_->addWidget(caption);
+    if (inRow_) {
+        row_.push_back({caption, input});
     } else {
-        grid_->addWidget(caption, next_, kLabelColumn,
-                         tall ? Qt::AlignLeft | Qt::AlignTop : Qt::AlignLeft | Qt::AlignVCenter);
-    }
-    if (row_ != nullptr) {
-        row_->addWidget(input, widest ? 1 : 0);
-    } else {
-        if (tall) grid_->setRowStretch(next_, 1);
-        grid_->addWidget(input, next_++, kInputColumn, widest ? Qt::Alignment() : Qt::AlignLeft);
+        place({caption, input}, kColumns - 1);
+        ++next_;
     }
     return new Field(input);
+}
+
+void FormRows::place(const Labelled& first, int span) {
+    grid_->addWidget(first.label, next_, kLabelColumn, labelAlignment(*first.input));
+    grid_->addWidget(first.input, next_, kInputColumn, 1, span,
+                     takesAllWidth(*first.input) ? Qt::Alignment() : Qt::AlignLeft);
 }
 
 Field* FormRows::line(const char* name, const QString& label, int characters) {
@@ -83,19 +93,41 @@ Field* FormRows::check(const char* name, const QString& caption) {
     auto* box = new QCheckBox(caption);
     box->setObjectName(QLatin1String(name));
     box->setAccessibleName(spoken(caption));
-    grid_->addWidget(box, next_++, kInputColumn, Qt::AlignLeft);
+    grid_->addWidget(box, next_++, kInputColumn, 1, kColumns - 1, Qt::AlignLeft);
     return new Field(box);
 }
 
 void FormRows::beginRow() {
-    row_ = new QHBoxLayout;
-    row_->setSpacing(10);
+    row_.clear();
+    inRow_ = true;
 }
 
 void FormRows::endRow() {
-    row_->addStretch(0);
-    grid_->addLayout(row_, next_++, kInputColumn);
-    row_ = nullptr;
+    inRow_ = false;
+    if (row_.size() == 2) {
+        place(row_[0], 1);
+        row_[1].label->setContentsMargins(kSpacing, 0, 0, 0);
+        grid_->addWidget(row_[1].label, next_, kSecondLabelColumn);
+        grid_->addWidget(row_[1].input, next_, kSecondInputColumn);
+    } else {
+        placeRow();
+    }
+    ++next_;
+}
+
+void FormRows::placeRow() {
+    auto* inputs = new QHBoxLayout;
+    inputs->setSpacing(kSpacing);
+    grid_->addWidget(row_.front().label, next_, kLabelColumn, labelAlignment(*row_.front().input));
+    for (const Labelled& one : row_) {
+        if (inputs->count() > 0) {
+            inputs->addSpacing(kGapBetweenPairs);
+            inputs->addWidget(one.label);
+        }
+        inputs->addWidget(one.input, takesAllWidth(*one.input) ? 1 : 0);
+    }
+    inputs->addStretch(0);
+    grid_->addLayout(inputs, next_, kInputColumn, 1, kColumns - 1);
 }
 
 QHBoxLayout* FormRows::sharedRow(const QString& label, QWidget* buddy) {
@@ -104,14 +136,13 @@ QHBoxLayout* FormRows::sharedRow(const QString& label, QWidget* buddy) {
     caption->setBuddy(buddy);
     grid_->addWidget(caption, next_, kLabelColumn, Qt::AlignLeft | Qt::AlignVCenter);
     auto* row = new QHBoxLayout;
-    row->setSpacing(10);
-    grid_->addLayout(row, next_++, kInputColumn);
+    row->setSpacing(kSpacing);
+    grid_->addLayout(row, next_++, kInputColumn, 1, kColumns - 1);
     return row;
 }
 
-void FormRows::below(QLayout* layout) {
-    grid_->setRowStretch(next_, 3);
-    grid_->addLayout(layout, next_++, kLabelColumn, 1, 2);
+void FormRows::below(QWidget* area) {
+    grid_->addWidget(area, next_++, kLabelColumn, 1, kColumns);
 }
 
 void FormRows::fillUp() {

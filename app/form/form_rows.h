@@ -25,7 +25,8 @@ public:
     Field* combo(const char* name, const QString& label);
     Field* check(const char* name, const QString& caption);
 
-    /// The next inputs stand in one row until the matching end.
+    /// The next inputs stand in one row until the matching end; two of them stand in columns of their own,
+    /// so that rows of two line up.
     void beginRow();
     void endRow();
 
@@ -33,16 +34,23 @@ public:
     QHBoxLayout* sharedRow(const QString& label, QWidget* buddy);
 
     /// What the frame has below its inputs; takes the height that is left.
-    void below(QLayout* layout);
+    void below(QWidget* area);
     /// Leaves the height that is left empty.
     void fillUp();
 
 private:
+    struct Labelled {
+        QWidget* label;
+        QWidget* input;
+    };
     Field* add(QWidget* input, const char* name, const QString& label);
+    void place(const Labelled& first, int span);
+    void placeRow();
 
     QWidget* page_;
     QGridLayout* grid_;
-    QHBoxLayout* row_ = nullptr;
+    std::vector<Labelled> row_;
+    bool inRow_ = false;
     int next_ = 0;
 };
 
@@ -61,6 +69,6 @@ struct EditorNames {
     QString poolCaption;
     QString selectedCaption;
 };
-TwoListEditor buildEditor(const EditorNames& names, QLayout*& layout);
+TwoListEditor buildEditor(const EditorNames& names);
 
 }  // namespace stelvan::form

@@ -9,11 +9,13 @@ namespace stelvan::form {
 void TwoListEditor::showPool(bool show) const {
     QWidget* const side[] = {pool, poolLabel, poolFilter, select, deselect, orderUp, orderDown};
     for (QWidget* widget : side) widget->setVisible(show);
+    area->setVisible(show || !selected->isHidden());
 }
 
 void TwoListEditor::showSelected(bool show) const {
     selected->setVisible(show);
     selectedLabel->setVisible(show);
+    area->setVisible(show || !pool->isHidden());
 }
 
 QList<Field*> MainForm::fields() const {

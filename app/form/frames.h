@@ -36,6 +36,7 @@ struct TwoListEditor {
     QPushButton* orderUp = nullptr;
     QPushButton* orderDown = nullptr;
     QLineEdit* poolFilter = nullptr;  // narrows the pool; shown and hidden with it
+    QWidget* area = nullptr;  // what all of them lie on; gives its room back when both lists are hidden
 
     /// Shows or hides the pool's side: pool, its label and its filter, and the four buttons.
     void showPool(bool show) const;

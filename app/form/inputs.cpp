@@ -11,7 +11,7 @@
 namespace stelvan::form {
 
 namespace {
-constexpr int kLeastLineCharacters = 6;
+constexpr int kLeastLineCharacters = 4;
 constexpr int kLeastTextLines = 3;
 constexpr int kLeastTextColumns = 20;
 constexpr int kTextColumns = 50;
@@ -37,7 +37,9 @@ QSize LineBox::minimumSizeHint() const {
 
 TextBox::TextBox(int lines, QWidget* parent) : QPlainTextEdit(parent), lines_(lines) {
     setTabChangesFocus(true);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    QSizePolicy tall(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    tall.setVerticalStretch(1);
+    setSizePolicy(tall);
     connect(document(), &QTextDocument::contentsChange, this, [this](int at, int, int added) {
         changedAt_ = at;
         addedCount_ = added;

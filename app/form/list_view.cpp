@@ -31,7 +31,9 @@ ListView::ListView(QWidget* parent)
     connect(this, &QTreeView::doubleClicked, this, [this](const QModelIndex& index) {
         if (open_) emit rowActivated(shown_->mapToSource(index).row());
     });
-    connect(header(), &QHeaderView::sectionResized, this, [this] { dragged_ = dragged_ || !sharing_; });
+    connect(header(), &QHeaderView::sectionResized, this, [this] {
+        if (!sharing_ && QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)) dragged_ = true;
+    });
     applyLook();
 }
 

@@ -14,6 +14,7 @@ constexpr int kIdCharacters = 12;
 constexpr int kNumberCharacters = 22;
 constexpr int kUnitCharacters = 16;
 constexpr int kGroupCharacters = 48;
+constexpr int kComboCharacters = 18;
 constexpr int kTextLines = 5;
 
 QString tr(const char* text) {
@@ -42,6 +43,7 @@ SettingInput settingInput(FormRows& rows, const QString& label, const QString& s
     text->setObjectName(tr("txtStt") + suffix);
     auto* combo = new ComboBox;
     combo->setObjectName(tr("cmbStt") + suffix);
+    combo->setMinimumContentsLength(kComboCharacters);
     auto* check = new QCheckBox;
     check->setObjectName(tr("chkStt") + suffix);
     auto* browse = browseButton(suffix.startsWith(tr("Def")) ? "cmdSttDefBrowse" : "cmdSttBrowse", spoken);
@@ -80,18 +82,16 @@ VarFrame buildVarFrame(QGroupBox& frame) {
     var.txtVarDefValue = rows.line("txtVarDefValue", tr("Defau&lt value"));
     var.txtVarValue = rows.line("txtVarValue", tr("&Value"));
     rows.beginRow();
-    var.txtVarLmtCEID = rows.line("txtVarLmtCEID", tr("Limit CEID"), kIdCharacters);
     var.txtVarLmtCEName = rows.line("txtVarLmtCEName", tr("Limit CE name"));
+    var.txtVarLmtCEID = rows.line("txtVarLmtCEID", tr("Limit CEID"), kIdCharacters);
     rows.endRow();
     for (Field* limit : {var.txtVarLmtCEID, var.txtVarLmtCEName})
         limit->widget()->setToolTip(tr("Not stored: the database has no column for it."));
-    QLayout* lists = nullptr;
-    var.children = buildEditor(
-        {"lvwItemSelection", "lvwChildItems", "lblExistingItems", "lblChildItems", "cmdSelect", "cmdDeselect",
-         "cmdOrderUp", "cmdOrderDown", "fltItemSelection", tr("Existing Variable List:"), tr("Child Items:")},
-        lists);
+    var.children = buildEditor({"lvwItemSelection", "lvwChildItems", "lblExistingItems", "lblChildItems",
+                                "cmdSelect", "cmdDeselect", "cmdOrderUp", "cmdOrderDown", "fltItemSelection",
+                                tr("Existing Variable List:"), tr("Child Items:")});
     var.children.selected->setCheckable(true);
-    rows.below(lists);
+    rows.below(var.children.area);
     return var;
 }
 
@@ -126,12 +126,10 @@ EvtFrame buildEvtFrame(QGroupBox& frame) {
     evt.txtEvtGroup = rows.line("txtEvtGroup", tr("&Group"), kGroupCharacters);
     evt.txtEvtDesc = rows.text("txtEvtDesc", tr("Desc&ription"), kTextLines);
     evt.chkEvtEnable = rows.check("chkEvtEnable", tr("Ena&bled"));
-    QLayout* lists = nullptr;
-    evt.reports = buildEditor(
-        {"lvwRptPool", "lvwRptList", "lblRptPool", "lblRptList", "cmdRptSelect", "cmdRptDeselect",
-         "cmdRptOrderUp", "cmdRptOrderDown", "fltRptPool", tr("Existing reports:"), tr("Linked reports:")},
-        lists);
-    rows.below(lists);
+    evt.reports = buildEditor({"lvwRptPool", "lvwRptList", "lblRptPool", "lblRptList", "cmdRptSelect",
+                               "cmdRptDeselect", "cmdRptOrderUp", "cmdRptOrderDown", "fltRptPool",
+                               tr("Existing reports:"), tr("Linked reports:")});
+    rows.below(evt.reports.area);
     return evt;
 }
 
@@ -144,12 +142,10 @@ RptFrame buildRptFrame(QGroupBox& frame) {
     rows.endRow();
     rpt.txtRptDesc = rows.text("txtRptDesc", tr("Desc&ription"), kTextLines);
     rpt.chkRptDefault = rows.check("chkRptDefault", tr("Defau&lt report"));
-    QLayout* lists = nullptr;
     rpt.variables = buildEditor({"lvwVarPool", "lvwVarList", "lblVarPool", "lblVarList", "cmdVarSelect",
                                  "cmdVarDeselect", "cmdVarOrderUp", "cmdVarOrderDown", "fltVarPool",
-                                 tr("Existing variables:"), tr("Associated variables:")},
-                                lists);
-    rows.below(lists);
+                                 tr("Existing variables:"), tr("Associated variables:")});
+    rows.below(rpt.variables.area);
     return rpt;
 }
 

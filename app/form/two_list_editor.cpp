@@ -1,4 +1,4 @@
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -10,6 +10,7 @@ namespace stelvan::form {
 namespace {
 
 constexpr int kLeastListRows = 5;
+constexpr int kStretchOfLists = 3;
 
 ListView* list(const char* name, const QString& caption) {
     auto* view = new ListView;
@@ -37,7 +38,7 @@ QPushButton* button(const char* name, const QString& caption, const QString& too
 
 }  // namespace
 
-TwoListEditor buildEditor(const EditorNames& names, QLayout*& layout) {
+TwoListEditor buildEditor(const EditorNames& names) {
     TwoListEditor editor;
     editor.pool = list(names.pool, names.poolCaption);
     editor.selected = list(names.selected, names.selectedCaption);
@@ -63,16 +64,23 @@ TwoListEditor buildEditor(const EditorNames& names, QLayout*& layout) {
                               QStringLiteral("Move the marked row one place down"), buttons);
     buttons->addStretch(1);
 
-    auto* grid = new QGridLayout;
-    grid->addWidget(editor.poolLabel, 0, 0);
-    grid->addWidget(editor.selectedLabel, 0, 2);
-    grid->addWidget(editor.poolFilter, 1, 0);
-    grid->addWidget(editor.pool, 2, 0);
-    grid->addLayout(buttons, 1, 1, 2, 1);
-    grid->addWidget(editor.selected, 1, 2, 2, 1);
-    grid->setColumnStretch(0, 1);
-    grid->setColumnStretch(2, 1);
-    layout = grid;
+    auto* poolSide = new QVBoxLayout;
+    poolSide->addWidget(editor.poolLabel);
+    poolSide->addWidget(editor.poolFilter);
+    poolSide->addWidget(editor.pool, 1);
+    auto* selectedSide = new QVBoxLayout;
+    selectedSide->addWidget(editor.selectedLabel);
+    selectedSide->addWidget(editor.selected, 1);
+    editor.area = new QWidget;
+    QSizePolicy tall(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    tall.setVerticalStretch(kStretchOfLists);
+    editor.area->setSizePolicy(tall);
+    auto* sides = new QHBoxLayout(editor.area);
+    sides->setContentsMargins(0, 0, 0, 0);
+    sides->setSpacing(10);
+    sides->addLayout(poolSide);
+    sides->addLayout(buttons);
+    sides->addLayout(selectedSide);
     return editor;
 }
 

@@ -4,9 +4,11 @@
 #pragma once
 
 #include <QString>
+#include <string>
 
 #include "app/form/frames.h"
 #include "app/form/main_state.h"
+#include "settings/rules/setting_rules.h"
 #include "validation/exception_box.h"
 
 namespace stelvan::form {
@@ -24,11 +26,10 @@ public:
     void connectFields();
 
     /// Shows exactly the inputs that belong to the setting in txtSttName, with the values of the text
-    /// fields. With true (an edit begins) they are also opened to the eye: colour 24 and the focus. With
-    /// false they are closed.
+    /// fields, and sets their rights. With true (an edit begins) the first of them also takes the focus.
     void lInitSttInput(bool show);
 
-    /// Opens the inputs of the present row while editing, locks them otherwise.
+    /// Opens the inputs while editing (colour 24), closes them otherwise (window background).
     void lSttSetRightByRecord();
 
     /// Checks one of txtSttValue and txtSttDefValue, marks it, and lists the faults of both. True when both
@@ -47,6 +48,21 @@ public:
     void cmbSttDefValue_Click();
     void cmdSttBrowse_Click();
     void cmdSttDefBrowse_Click();
+
+private:
+    [[nodiscard]] std::string name() const;
+    void showInputs(InputKind kind);
+    void fillChoices(ChoiceList list);
+    /// True when the field is at fault, which is then listed.
+    [[nodiscard]] bool listFault(const form::Field& value, const QString& suffix);
+    void leave(const char* procedure, form::Field& value);
+    void browse(const char* procedure, form::Field& value);
+
+    const form::SttFrame& frame_;
+    form::MainState& state_;
+    ErrorInfo& errors_;
+    validation::ExceptionBox& box_;
+    form::Dialogs& dialogs_;
 };
 
 }  // namespace stelvan::settings

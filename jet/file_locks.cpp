@@ -81,7 +81,7 @@ void FileLocks::readmit() noexcept {
     try {
         // From exclusive to shared nothing can be in the way.
         (void)file_->tryLock(kShared, LockMode::Shared);
-    } catch (const Error&) {
+    } catch (...) {
         // The medium is gone, and with it every lock.
     }
     file_->unlock(kPending);

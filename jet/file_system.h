@@ -26,6 +26,7 @@ struct FileStatus {
     bool regular = false;
     bool folder = false;
     bool writeBits = false;  // anybody at all may write, by the mode
+    std::uint32_t permissions = 0;
 };
 
 enum class LockMode { Shared, Exclusive };
@@ -74,8 +75,12 @@ public:
 
     /// Nothing where there is no such file.
     [[nodiscard]] virtual std::optional<FileStatus> status(const std::filesystem::path& path) = 0;
-    /// Throws FileNotFound, BadPath, PermissionDenied, ReadOnly, DiskFull, Io.
-    [[nodiscard]] virtual std::unique_ptr<OpenFile> open(const std::filesystem::path& path, Mode mode) = 0;
+    /// With Create, a new file gets these permissions, or the usual ones for 0. Throws FileNotFound,
+    /// BadPath, PermissionDenied, ReadOnly, DiskFull, Io.
+    [[nodiscard]] virtual std::unique_ptr<OpenFile> open(const std::filesystem::path& path, Mode mode,
+                                                         std::uint32_t permissions = 0) = 0;
+    /// Gives a file another name in the same folder; throws BadPath where that name is taken.
+    virtual void rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
     /// Removing what is not there is no error.
     virtual void remove(const std::filesystem::path& path) = 0;
     /// Returns when the entries of the folder (files created, removed) are on the medium.

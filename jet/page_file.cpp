@@ -81,15 +81,19 @@ std::shared_ptr<PageFile> PageFile::open(const fs::path& path, Access access, Fi
 
 void PageFile::create(const fs::path& path, std::span<const std::uint8_t> pages) {
     FileSystem& files = FileSystem::standard();
-    {
-        const std::unique_ptr<OpenFile> file = files.open(path, FileSystem::Mode::CreateNew);
-        try {
-            file->writeAt(0, pages);
-            file->sync();
-        } catch (...) {
-            files.remove(path);
-            throw;
-        }
+    if (files.status(path).has_value())
+        throw Error(ErrorKind::BadPath, "'" + path.string() + "' exists already.").about(path.string());
+    // Under another name until it is whole, so that a half-written file never bears this one.
+    const fs::path unfinished = path.string() + "-new";
+    files.remove(unfinished);
+    try {
+        const std::unique_ptr<OpenFile> file = files.open(unfinished, FileSystem::Mode::CreateNew);
+        file->writeAt(0, pages);
+        file->sync();
+        files.rename(unfinished, path);
+    } catch (...) {
+        files.remove(unfinished);
+        throw;
     }
     files.syncFolder(folderOf(path));
 }

@@ -110,7 +110,8 @@ public:
     WriteScope(const WriteScope&) = delete;
     WriteScope& operator=(const WriteScope&) = delete;
 
-    /// Throws DiskFull, ReadOnly, Io; the file is then as before the unit of work.
+    /// Throws DiskFull, ReadOnly, Locked, Io; the file is then as before the unit of work, or, where the
+    /// medium has broken for good, will be as before or as after when it is next opened.
     void commit() {
         const std::shared_ptr<PageFile> file = std::move(file_);
         file_ = nullptr;

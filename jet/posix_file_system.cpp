@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -26,6 +27,7 @@ ErrorKind kindOf(int number) {
             return ErrorKind::FileNotFound;
         case ENOTDIR:
         case EISDIR:
+        case EEXIST:
         case ENAMETOOLONG:
         case ELOOP:
             return ErrorKind::BadPath;
@@ -65,6 +67,7 @@ FileStatus toStatus(const struct stat& raw) {
     status.regular = S_ISREG(raw.st_mode);
     status.folder = S_ISDIR(raw.st_mode);
     status.writeBits = (raw.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
+    status.permissions = raw.st_mode & 0777;
     return status;
 }
 
@@ -203,10 +206,10 @@ public:
         fail(path, "examined");
     }
 
-    std::unique_ptr<OpenFile> open(const fs::path& path, Mode mode) override {
+    std::unique_ptr<OpenFile> open(const fs::path& path, Mode mode, std::uint32_t permissions) override {
         // Not blocking, so that a pipe under the name cannot hang the program.
         constexpr int common = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-        constexpr mode_t permissions = 0666;
+        constexpr mode_t kUsual = 0666;
         int flags = common;
         switch (mode) {
             case Mode::Read:
@@ -222,9 +225,21 @@ public:
                 flags |= O_RDWR | O_CREAT | O_EXCL;
                 break;
         }
-        const int descriptor = uninterrupted([&] { return ::open(path.c_str(), flags, permissions); });
-        if (descriptor < 0) fail(path, flags & O_CREAT ? "created" : "opened");
-        return std::make_unique<PosixFile>(descriptor, path);
+        const mode_t bits = permissions != 0 ? permissions : kUsual;
+        const int descriptor = uninterrupted([&] { return ::open(path.c_str(), flags, bits); });
+        if (descriptor < 0) fail(path, (flags & O_CREAT) != 0 ? "created" : "opened");
+        auto file = std::make_unique<PosixFile>(descriptor, path);
+        // Exactly these, whatever the user's mask: others must be able to read what is kept for them.
+        // On a file of somebody else this is refused, and not needed.
+        if (permissions != 0 && ::fchmod(descriptor, bits) != 0 && errno != EPERM) fail(path, "prepared");
+        return file;
+    }
+
+    void rename(const fs::path& from, const fs::path& to) override {
+        if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return;
+        // Some media know only the rename that replaces.
+        if (errno == EINVAL && !status(to).has_value() && ::rename(from.c_str(), to.c_str()) == 0) return;
+        fail(to, "created");
     }
 
     void remove(const fs::path& path) override {

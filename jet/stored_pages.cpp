@@ -4,8 +4,12 @@
 #include <array>
 #include <string>
 #include <utility>
+#include <vector>
 
+#include "jet/bytes.h"
 #include "jet/format.h"
+#include "jet/header.h"
+#include "jet/user_entry.h"
 
 namespace stelvan::jet {
 
@@ -37,6 +41,7 @@ void StoredPages::openFile() {
     }
     if (file_ == nullptr) file_ = files_.open(path_, FileSystem::Mode::Read);
     locks_.emplace(*file_, path_);
+    commit_.emplace(files_, *file_, path_);
 }
 
 Access StoredPages::access() const {
@@ -50,6 +55,8 @@ void StoredPages::want(Access access) {
 PageCache::Frame& StoredPages::load(PageNumber page) {
     if (readers_ + writers_ == 0)
         throw Error(ErrorKind::Misuse, "A page of '" + path_.string() + "' was read outside of a scope.");
+    if (unsettled_)
+        throw Error(ErrorKind::Io, "'" + path_.string() + "' must be opened again after the failed change.");
     if (page >= pages_) throwBeyondEnd(page);
     ahead_ = page == nextInOrder_ ? std::min(ahead_ * 2, kMostAhead) : 1;
     std::array<std::uint8_t*, kMostAhead> places{};
@@ -98,7 +105,7 @@ PageNumber StoredPages::append() {
 }
 
 void StoredPages::beginRead() {
-    if (readers_ + writers_ == 0) enter();
+    if (readers_ + writers_ == 0) enter(false);
     ++readers_;
 }
 
@@ -112,7 +119,8 @@ void StoredPages::beginWrite() {
         const bool reading = readers_ > 0;
         locks_->reserve(reading);
         try {
-            if (!reading) enter();
+            UserEntry::requireNobody(files_, path_);
+            if (!reading) enter(true);
             requireWhole();
         } catch (...) {
             locks_->unreserve();
@@ -183,25 +191,68 @@ void StoredPages::endUnit() noexcept {
 }
 
 void StoredPages::writeChanges() {
+    std::vector<PageCache::Frame*> changed = cache_.changedPages();
+    std::erase_if(changed, [](const PageCache::Frame* frame) {
+        return !frame->added && *frame->before == frame->bytes;
+    });
+    if (changed.empty()) return;
+    const std::uint16_t slot = u16At(stamp_.commitSlots, 0);
+    const Journal::Facts facts{size_, slot, nextCommitSlot(slot)};
+    if (changed.front()->page == 0) setCommitSlot(changed.front()->bytes, 0);
+
     locks_->exclude();
-    for (PageCache::Frame* frame : cache_.changedPages()) {
-        const std::uint8_t* bytes = frame->bytes.data();
-        file_->writePages(frame->page, std::span(&bytes, 1));
+    try {
+        const UserEntry entry(files_, path_);
+        commit_->write(changed, facts);
+    } catch (...) {
+        // Putting the old pages back may have failed too: then what is on the medium must not be shown
+        // before it has been seen to.
+        unsettled_ = !commit_->settled();
+        locks_->readmit();
+        throw;
     }
-    file_->sync();
     size_ = static_cast<std::uint64_t>(pages_) * kPageSize;
+    if (PageCache::Frame* header = cache_.find(0)) setCommitSlot(header->bytes, facts.slotAfter);
     stamp_ = currentStamp();
     locks_->readmit();
 }
 
-void StoredPages::enter() {
+void StoredPages::enter(bool withTurn) {
     locks_->share();
     try {
+        if (commit_->leftOver() && commit_->mustPutBack()) putBack(withTurn);
         lookAfresh();
     } catch (...) {
         locks_->unshare();
         throw;
     }
+}
+
+void StoredPages::putBack(bool withTurn) {
+    if (!writable_)
+        throw Error(ErrorKind::ReadOnly,
+                    "'" + path_.string() +
+                        "' was left in the middle of a change by a program that ended. Open it once with "
+                        "permission to write, so that it can be put right.")
+            .about(path_.string());
+    // Others may be about to do the same: nobody may wait for the turn as a reader.
+    if (!withTurn) {
+        locks_->unshare();
+        locks_->reserve(false);
+    }
+    try {
+        if (!withTurn) locks_->share();
+        locks_->exclude();
+        const UserEntry entry(files_, path_);
+        commit_->putBack();
+    } catch (...) {
+        if (!withTurn) locks_->unreserve();
+        locks_->readmit();
+        throw;
+    }
+    locks_->readmit();
+    if (!withTurn) locks_->unreserve();
+    stamp_ = {};
 }
 
 void StoredPages::leave() noexcept {
@@ -225,6 +276,7 @@ StoredPages::Stamp StoredPages::currentStamp() {
 
 void StoredPages::lookAfresh() {
     const Stamp stamp = currentStamp();
+    unsettled_ = false;
     if (stamp == stamp_) return;
     cache_.clear();
     ++version_;

@@ -11,6 +11,7 @@
 #include "jet/file_locks.h"
 #include "jet/file_system.h"
 #include "jet/page_cache.h"
+#include "jet/page_commit.h"
 #include "jet/page_file.h"
 
 namespace stelvan::jet {
@@ -58,7 +59,8 @@ private:
     [[noreturn]] void throwBeyondEnd(PageNumber page) const;
 
     void openFile();
-    void enter();
+    void enter(bool withTurn);
+    void putBack(bool withTurn);
     void leave() noexcept;
     [[nodiscard]] Stamp currentStamp();
     void lookAfresh();
@@ -72,12 +74,14 @@ private:
     std::filesystem::path path_;
     std::unique_ptr<OpenFile> file_;
     std::optional<FileLocks> locks_;
+    std::optional<PageCommit> commit_;
     PageCache cache_;
-    bool wanted_ = false;    // some handle asked for write access
-    bool writable_ = false;  // the file is open for writing
-    bool doomed_ = false;    // an inner scope of the unit ended without commit
-    int readers_ = 0;        // open read scopes
-    int writers_ = 0;        // open write scopes, each in the one before
+    bool wanted_ = false;     // some handle asked for write access
+    bool writable_ = false;   // the file is open for writing
+    bool doomed_ = false;     // an inner scope of the unit ended without commit
+    bool unsettled_ = false;  // a failed commit could not put the old pages back
+    int readers_ = 0;         // open read scopes
+    int writers_ = 0;         // open write scopes, each in the one before
     Stamp stamp_;
     std::uint64_t size_ = 0;
     PageNumber pages_ = 0;

@@ -1,0 +1,122 @@
+#include "jet/page_commit.h"
+
+#include <array>
+#include <string>
+
+#include "jet/bytes.h"
+#include "jet/format.h"
+
+namespace stelvan::jet {
+
+std::uint16_t PageCommit::storedSlot() {
+    std::array<std::uint8_t, sizeof(std::uint16_t)> bytes{};
+    (void)file_.readAt(header::kCommitSlots, bytes);
+    return u16At(bytes, 0);
+}
+
+void PageCommit::writeSlot(std::uint16_t value) {
+    std::array<std::uint8_t, sizeof value> bytes{};
+    putU16(bytes, 0, value);
+    file_.writeAt(header::kCommitSlots, bytes);
+    file_.sync();
+}
+
+void PageCommit::write(std::span<PageCache::Frame* const> changed, const Journal::Facts& facts) {
+    std::vector<Journal::Image> images;
+    for (const PageCache::Frame* frame : changed)
+        if (!frame->added) images.push_back({frame->page, frame->before->data()});
+    settled_ = true;
+    try {
+        journal_.write(facts, images, file_.status().permissions);
+    } catch (...) {
+        dropJournal();
+        throw;
+    }
+    try {
+        writeSlot(0);
+        writePages(changed);
+        file_.sync();
+        writeSlot(facts.slotAfter);
+    } catch (const Error& fault) {
+        undo(images, facts);
+        if (settled_) throw;
+        throw Error(fault.kind(), std::string(fault.what()) +
+                                      " The change is undone, or completed if it was as good as done, when "
+                                      "the file is next opened.");
+    } catch (...) {
+        undo(images, facts);
+        throw;
+    }
+    dropJournal();
+}
+
+void PageCommit::dropJournal() {
+    try {
+        journal_.remove();
+    } catch (const Error&) {
+        // It stays, and says nothing: it is torn, or the commit slot tells that it is done with.
+    }
+}
+
+void PageCommit::writePages(std::span<PageCache::Frame* const> changed) {
+    std::vector<const std::uint8_t*> run;
+    PageNumber first = 0;
+    for (const PageCache::Frame* frame : changed) {
+        if (!run.empty() && frame->page != first + run.size()) {
+            file_.writePages(first, run);
+            run.clear();
+        }
+        if (run.empty()) first = frame->page;
+        run.push_back(frame->bytes.data());
+    }
+    if (!run.empty()) file_.writePages(first, run);
+}
+
+void PageCommit::undo(std::span<const Journal::Image> images, const Journal::Facts& facts) {
+    try {
+        // The slot first: while it holds the value after, the journal would count as done.
+        writeSlot(0);
+        for (const Journal::Image& image : images) file_.writePages(image.page, std::span(&image.bytes, 1));
+        file_.resize(facts.sizeBefore);
+        writeSlot(facts.slotBefore);
+        journal_.remove();
+        files_.syncFolder(folder_);
+    } catch (const Error&) {
+        settled_ = false;
+        // The journal still holds everything; the fault that brought us here is the one to report.
+    }
+}
+
+bool PageCommit::unfinished(const Journal::Saved& saved) {
+    // Any other value than these two: the commit was completed, or the file has lived on without us.
+    const std::uint16_t slot = storedSlot();
+    return slot == 0 || slot == saved.facts().slotBefore;
+}
+
+bool PageCommit::mustPutBack() {
+    {
+        const auto saved = journal_.read();
+        if (saved.has_value() && unfinished(*saved)) return true;
+    }
+    dropJournal();
+    return false;
+}
+
+void PageCommit::putBack() {
+    {
+        const auto saved = journal_.read();
+        if (!saved.has_value() || !unfinished(*saved)) return;
+        std::array<std::uint8_t, kPageSize> page{};
+        const std::uint8_t* bytes = page.data();
+        for (std::size_t i = 0; i < saved->pages().size(); ++i) {
+            saved->image(i, page);
+            file_.writePages(saved->pages()[i], std::span(&bytes, 1));
+        }
+        file_.resize(saved->facts().sizeBefore);
+        writeSlot(saved->facts().slotBefore);
+    }
+    journal_.remove();
+    files_.syncFolder(folder_);
+}
+
+}  // namespace stelvan::jet

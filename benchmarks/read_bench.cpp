@@ -1,0 +1,74 @@
+// Reading a whole table: every value of every row decoded, against mdb-export writing the same table.
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <numeric>
+
+#include "benchmarks/contest.h"
+#include "benchmarks/contestants.h"
+
+namespace stelvan::bench {
+namespace {
+
+struct Weigh {
+    std::size_t& sum;
+    void operator()(std::string_view text) const { sum += text.size(); }
+    void operator()(std::span<const std::uint8_t> bytes) const { sum += bytes.size(); }
+    template <typename Other>
+    void operator()(const Other&) const {
+        ++sum;
+    }
+};
+
+std::size_t readAll(const std::filesystem::path& file) {
+    jet::Database database = jet::Database::open(file, jet::Access::ReadOnly);
+    jet::Table& table = database.table(kTable);
+    jet::ColumnSet all(table.info().columns.size());
+    std::iota(all.begin(), all.end(), std::size_t{0});
+    std::size_t sum = 0;
+    const auto rows = table.scan(all);
+    while (rows->next()) {
+        for (const std::size_t column : all) std::visit(Weigh{sum}, rows->value(column));
+    }
+    return sum;
+}
+
+void readOurs(benchmark::State& state) {
+    const auto& file = Files::get().accessFile();
+    for (auto _ : state) benchmark::DoNotOptimize(readAll(file));
+}
+
+/// Exit status of mdb-export over the table, its output thrown away.
+int exportAll(const std::filesystem::path& file) {
+    const std::string path = file.string();
+    const char* const arguments[] = {"mdb-export", path.c_str(), kTable, nullptr};
+    posix_spawn_file_actions_t files;
+    posix_spawn_file_actions_init(&files);
+    posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    pid_t child = 0;
+    int status = -1;
+    if (posix_spawnp(&child, arguments[0], &files, nullptr, const_cast<char* const*>(arguments), environ) ==
+        0) {
+        waitpid(child, &status, 0);
+    }
+    posix_spawn_file_actions_destroy(&files);
+    return status;
+}
+
+void readMdbExport(benchmark::State& state) {
+    const auto& file = Files::get().accessFile();
+    for (auto _ : state) {
+        if (exportAll(file) != 0) {
+            state.SkipWithError("mdb-export (package mdbtools) is not there or failed");
+            return;
+        }
+    }
+}
+
+BENCHMARK(readOurs)->Name("read all rows/stelvan")->UseRealTime();
+BENCHMARK(readMdbExport)->Name("read all rows/mdb-export")->UseRealTime();
+
+}  // namespace
+}  // namespace stelvan::bench

@@ -50,7 +50,6 @@ private:
         ColumnType type;
         bool ascending;
     };
-    static void appendPart(const Part& part, const ValueView& value, IndexKey& key);
 
     std::vector<Part> parts_;
 };

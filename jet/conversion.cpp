@@ -248,4 +248,13 @@ Value convertTo(const ColumnInfo& column, Value value) {
     refuseType(column, value);
 }
 
+Value convertTo(const TableInfo& table, std::size_t column, Value value) {
+    try {
+        return convertTo(table.columns[column], std::move(value));
+    } catch (Error& error) {
+        error.about(table.name + "." + table.columns[column].name);
+        throw;
+    }
+}
+
 }  // namespace stelvan::jet

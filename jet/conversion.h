@@ -16,6 +16,9 @@ namespace stelvan::jet {
 /// TextTooLong, about the column's name.
 [[nodiscard]] Value convertTo(const ColumnInfo& column, Value value);
 
+/// The same for a column of a table; failures are about "Table.column".
+[[nodiscard]] Value convertTo(const TableInfo& table, std::size_t column, Value value);
+
 /// The flag that a value stands for: any number but 0, the words True and False in any case, a numeric text
 /// by its value. Nothing for Null and all else.
 [[nodiscard]] std::optional<bool> flagOf(const Value& value);

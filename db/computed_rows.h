@@ -1,0 +1,27 @@
+// Joined or computed rows: held with their values, not written.
+#pragma once
+
+#include "db/row_source.h"
+#include "sql/engine.h"
+
+namespace stelvan::db {
+
+class ComputedRows final : public RowSource {
+public:
+    explicit ComputedRows(sql::ComputedRows rows) : rows_(std::move(rows)) {}
+
+    /// Places are positions.
+    [[nodiscard]] std::vector<jet::RowId> places() const;
+
+    [[nodiscard]] const std::vector<std::string>& fields() const override { return rows_.columns; }
+    [[nodiscard]] std::optional<Row> read(jet::RowId place) override {
+        return rows_.rows.at(static_cast<std::size_t>(place.packed()));
+    }
+    [[nodiscard]] std::vector<jet::RowId> stillThere(std::vector<jet::RowId> places) override;
+    [[nodiscard]] RowWriter* writer() override { return nullptr; }
+
+private:
+    sql::ComputedRows rows_;
+};
+
+}  // namespace stelvan::db

@@ -1,0 +1,108 @@
+#include "db/table_rows.h"
+
+#include <algorithm>
+
+#include "jet/conversion.h"
+#include "sql/default_value.h"
+
+namespace stelvan::db {
+
+TableRows::TableRows(std::shared_ptr<OpenDatabase> database, const std::string& table, jet::ColumnSet columns)
+    : database_(std::move(database)),
+      name_(table),
+      columns_(std::move(columns)),
+      table_(&database_->database().table(name_)) {
+    const jet::TableInfo& info = table_->info();
+    for (const std::size_t column : columns_) fields_.push_back(info.columns[column].name);
+}
+
+void TableRows::reopen() {
+    auto fresh = std::make_shared<OpenDatabase>(database_->path(), database_->database().access());
+    jet::Table& found = fresh->database().table(name_);
+    const jet::TableInfo& info = found.info();
+    for (std::size_t field = 0; field < columns_.size(); ++field) {
+        if (columns_[field] < info.columns.size() && info.columns[columns_[field]].name == fields_[field])
+            continue;
+        throw jet::Error(jet::ErrorKind::RowChanged,
+                         "The columns of " + name_ + " are no longer as they were.");
+    }
+    database_ = std::move(fresh);
+    table_ = &found;
+}
+
+std::optional<Row> TableRows::read(jet::RowId place) {
+    const std::unique_ptr<jet::Cursor> cursor = table().row(place, columns_);
+    if (cursor == nullptr) return std::nullopt;
+    Row row;
+    row.reserve(columns_.size());
+    for (const std::size_t column : columns_) row.push_back(jet::toValue(cursor->value(column)));
+    return row;
+}
+
+std::vector<jet::RowId> TableRows::stillThere(std::vector<jet::RowId> places) {
+    reopen();
+    std::sort(places.begin(), places.end());
+    std::vector<jet::RowId> found;
+    found.reserve(places.size());
+    auto wanted = places.begin();
+    for (const auto cursor = table().scan({}); wanted != places.end() && cursor->next();) {
+        const jet::RowId place = cursor->rowId();
+        wanted = std::lower_bound(wanted, places.end(), place);
+        if (wanted != places.end() && *wanted == place) found.push_back(place);
+    }
+    return found;
+}
+
+jet::Value TableRows::converted(std::size_t field, jet::Value value) {
+    return jet::convertTo(table().info(), columns_[field], std::move(value));
+}
+
+Row TableRows::newRow() {
+    const jet::TableInfo& info = table().info();
+    Row row;
+    for (const std::size_t column : columns_) row.push_back(sql::defaultValue(info.columns[column]));
+    return row;
+}
+
+jet::RowId TableRows::insert(const Row& row) {
+    reopen();
+    const jet::TableInfo& info = table().info();
+    std::vector<jet::ColumnValue> values;
+    for (std::size_t column = 0; column < info.columns.size(); ++column) {
+        const auto field = std::find(columns_.begin(), columns_.end(), column);
+        jet::Value value = field != columns_.end() ? row[static_cast<std::size_t>(field - columns_.begin())]
+                                                   : sql::defaultValue(info.columns[column]);
+        // An AutoNumber that nobody set is the file's to give.
+        if (info.columns[column].autoNumber && jet::isNull(value)) continue;
+        values.emplace_back(column, std::move(value));
+    }
+    return table().insert(values);
+}
+
+void TableRows::requireUnchanged(jet::RowId place, const std::optional<Row>& asRead) {
+    const std::optional<Row> now = read(place);
+    if (!now) throw jet::Error(jet::ErrorKind::RowGone, "The record was deleted meanwhile.").about(name_);
+    if (asRead && *asRead != *now) {
+        throw jet::Error(jet::ErrorKind::RowChanged, "The record was changed meanwhile.").about(name_);
+    }
+}
+
+void TableRows::update(jet::RowId place, const Row& asRead, const std::vector<FieldChange>& changes) {
+    reopen();
+    std::vector<jet::ColumnValue> values;
+    for (const auto& [field, value] : changes) values.emplace_back(columns_[field], value);
+    jet::UnitOfWork unit(database_->database());
+    requireUnchanged(place, asRead);
+    table().update(place, values);
+    unit.commit();
+}
+
+void TableRows::erase(jet::RowId place, const std::optional<Row>& asRead) {
+    reopen();
+    jet::UnitOfWork unit(database_->database());
+    requireUnchanged(place, asRead);
+    table().erase(place);
+    unit.commit();
+}
+
+}  // namespace stelvan::db

@@ -1,0 +1,85 @@
+// A writable copy of a model file, and what the tests of this floor do with it again and again.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "db/connection.h"
+#include "db/record_set.h"
+#include "db/value_text.h"
+#include "tests/support/samples.h"
+#include "validation/reporting/run_time_error.h"
+
+namespace stelvan::db::test {
+
+class GemFile {
+public:
+    explicit GemFile(const std::string& sample) : path_(scratch_.copyOf(stelvan::test::sample(sample))) {}
+
+    [[nodiscard]] std::string path() const { return path_.string(); }
+    [[nodiscard]] std::string connectionText() const {
+        return "Provider=Microsoft.Jet.OLEDB.4.0;Persist Security Info=False; Mode=Read|Write;Data Source=" +
+               path();
+    }
+    void open(Connection& connection) const {
+        connection.setConnectionText(connectionText());
+        connection.open();
+    }
+    /// A record set of its own connection, which is closed again.
+    [[nodiscard]] std::shared_ptr<Recordset> records(const std::string& sql) const {
+        Connection connection;
+        open(connection);
+        auto records = std::make_shared<Recordset>();
+        records->open(sql, connection);
+        return records;
+    }
+    void execute(const std::string& sql) const {
+        Connection connection;
+        open(connection);
+        connection.execute(sql);
+    }
+    /// All rows as text, Null as "<null>".
+    [[nodiscard]] std::vector<std::vector<std::string>> rows(const std::string& sql) const {
+        std::vector<std::vector<std::string>> result;
+        const auto set = records(sql);
+        for (; !set->eof(); set->moveNext()) {
+            auto& row = result.emplace_back();
+            for (std::size_t field = 0; field < set->fieldCount(); ++field) {
+                const Value value = set->field(field);
+                row.push_back(jet::isNull(value) ? "<null>" : toText(value));
+            }
+        }
+        return result;
+    }
+    /// The first column of all rows.
+    [[nodiscard]] std::vector<std::string> column(const std::string& sql) const {
+        std::vector<std::string> result;
+        for (const auto& row : rows(sql)) result.push_back(row.front());
+        return result;
+    }
+
+private:
+    stelvan::test::ScratchDir scratch_;
+    std::filesystem::path path_;
+};
+
+/// The failure that `body` ends with; number 0 where it ends well.
+inline RunTimeError failureOf(const std::function<void()>& body) {
+    try {
+        body();
+    } catch (const RunTimeError& error) {
+        return error;
+    }
+    return {0, ""};
+}
+
+}  // namespace stelvan::db::test
+
+/// Leaves the test as skipped where the sample is absent, else declares `file`, a copy of it.
+#define STELVAN_GEM_FILE(name)  \
+    STELVAN_NEEDS_SAMPLE(name); \
+    const stelvan::db::test::GemFile file(name)

@@ -80,7 +80,7 @@ void appendBig(std::vector<std::uint8_t>& bytes, std::uint32_t number, std::size
 // Collects the sections of one key while walking over a text's units.
 class KeyBuilder {
 public:
-    explicit KeyBuilder(std::vector<std::uint8_t>& key) : key_(key) {}
+    KeyBuilder(std::vector<std::uint8_t>& key, ExpansionCount count) : key_(key), count_(count) {}
 
     void add(char16_t unit) {
         if (unit >= 0xD800 && unit <= 0xDFFF) {
@@ -119,7 +119,8 @@ private:
             appendBig(secondary_, secondary, shape.secondarySize);
         }
         if (shape.kana != 0) kana_.push_back(shape.kana);
-        elements_ += shape.elements;
+        const bool once = count_ == ExpansionCount::Once && shape.secondarySize == 0;
+        elements_ += once ? 1 : shape.elements;
     }
 
     void addModifier(std::uint8_t amount) {
@@ -184,6 +185,7 @@ private:
     }
 
     std::vector<std::uint8_t>& key_;
+    ExpansionCount count_;
     std::vector<std::uint8_t> secondary_;
     std::vector<std::uint8_t> unprintable_;
     std::vector<std::uint8_t> kana_;
@@ -208,11 +210,12 @@ bool appendPlainKey(std::vector<std::uint8_t>& key, std::string_view text) {
     return true;
 }
 
-void appendAnyKey(std::vector<std::uint8_t>& key, std::string_view text, std::size_t maxUnits) {
+void appendAnyKey(std::vector<std::uint8_t>& key, std::string_view text, std::size_t maxUnits,
+                  ExpansionCount count) {
     const std::u16string units = toUtf16(text);
     std::u16string_view counted = std::u16string_view(units).substr(0, maxUnits);
     counted = counted.substr(0, counted.find_last_not_of(u' ') + 1);
-    KeyBuilder builder(key);
+    KeyBuilder builder(key, count);
     for (const char16_t unit : counted) builder.add(unit);
     builder.finish();
 }
@@ -220,8 +223,8 @@ void appendAnyKey(std::vector<std::uint8_t>& key, std::string_view text, std::si
 int compareByKeys(std::string_view left, std::string_view right) {
     std::vector<std::uint8_t> leftKey;
     std::vector<std::uint8_t> rightKey;
-    appendAnyKey(leftKey, left, std::string_view::npos);
-    appendAnyKey(rightKey, right, std::string_view::npos);
+    appendAnyKey(leftKey, left, std::string_view::npos, ExpansionCount::Letters);
+    appendAnyKey(rightKey, right, std::string_view::npos, ExpansionCount::Letters);
     const auto order = std::lexicographical_compare_three_way(leftKey.begin(), leftKey.end(),
                                                               rightKey.begin(), rightKey.end());
     return order < 0 ? -1 : order > 0 ? 1 : 0;
@@ -229,9 +232,10 @@ int compareByKeys(std::string_view left, std::string_view right) {
 
 }  // namespace
 
-void appendTextKey(std::vector<std::uint8_t>& key, std::string_view text, bool ascending) {
+void appendTextKey(std::vector<std::uint8_t>& key, std::string_view text, bool ascending,
+                   ExpansionCount count) {
     const std::size_t start = key.size();
-    if (!appendPlainKey(key, text)) appendAnyKey(key, text, kMaxKeyUnits);
+    if (!appendPlainKey(key, text)) appendAnyKey(key, text, kMaxKeyUnits, count);
     if (ascending) return;
     for (std::size_t i = start; i < key.size(); ++i) key[i] = static_cast<std::uint8_t>(~key[i]);
     key.push_back(kKeyEnd);

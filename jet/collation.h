@@ -22,8 +22,14 @@ inline constexpr std::size_t kMaxKeyUnits = 255;
     return order == SortOrder{};
 }
 
+/// How far a character that stands for several letters (a sharp s, a ligature) moves what follows it in the
+/// late sections of a key. The engine of these files counts its letters; the one of later versions counts it
+/// once, and files which that has written to hold such entries.
+enum class ExpansionCount { Letters, Once };
+
 /// Appends the value bytes of a text's index key (everything after the flag byte of its part).
-void appendTextKey(std::vector<std::uint8_t>& key, std::string_view text, bool ascending);
+void appendTextKey(std::vector<std::uint8_t>& key, std::string_view text, bool ascending,
+                   ExpansionCount count = ExpansionCount::Letters);
 
 /// Negative, zero or positive as `left` stands before, with or after `right` in the file's order. Zero
 /// exactly where the keys are equal, but without the limit of 255 units.

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 
-#include "jet/collation.h"
 #include "jet/table_def.h"
 
 namespace stelvan::jet {
@@ -77,7 +76,8 @@ const Wanted& as(const ValueView& value) {
     return *wanted;
 }
 
-void appendValue(KeyBytes& key, ColumnType type, const ValueView& value, bool ascending) {
+void appendValue(KeyBytes& key, ColumnType type, const ValueView& value, bool ascending,
+                 ExpansionCount count) {
     switch (type) {
         case ColumnType::Boolean:
             key.push_back(as<bool>(value) == ascending ? 0x00 : 0xFF);
@@ -111,7 +111,7 @@ void appendValue(KeyBytes& key, ColumnType type, const ValueView& value, bool as
             return;
         case ColumnType::Text:
         case ColumnType::Memo:
-            appendTextKey(key, as<std::string_view>(value), ascending);
+            appendTextKey(key, as<std::string_view>(value), ascending, count);
             return;
         case ColumnType::Binary:
         case ColumnType::FixedBinary:
@@ -144,6 +144,24 @@ KeyEncoder::KeyEncoder(std::span<const ColumnInfo> columns, std::span<const Inde
 }
 
 void KeyEncoder::encode(std::span<const ValueView> values, IndexKey& key) const {
+    encodeCounting(values, ExpansionCount::Letters, key);
+}
+
+bool KeyEncoder::encodeVariant(std::span<const ValueView> values, IndexKey& key) const {
+    const bool plain = std::none_of(values.begin(), values.end(), [](const ValueView& value) {
+        const auto* text = std::get_if<std::string_view>(&value);
+        return text != nullptr &&
+               std::any_of(text->begin(), text->end(), [](char c) { return (c & 0x80) != 0; });
+    });
+    if (plain) return false;
+    IndexKey usual;
+    encode(values, usual);
+    encodeCounting(values, ExpansionCount::Once, key);
+    return key.bytes != usual.bytes;
+}
+
+void KeyEncoder::encodeCounting(std::span<const ValueView> values, ExpansionCount count,
+                                IndexKey& key) const {
     if (values.size() > parts_.size()) {
         throw Error(ErrorKind::Misuse, "An index was given more values than it has columns.");
     }
@@ -159,7 +177,8 @@ void KeyEncoder::encode(std::span<const ValueView> values, IndexKey& key) const 
         }
         key.allNull = false;
         key.bytes.push_back(part.ascending ? kValueAscending : kValueDescending);
-        appendValue(key.bytes, part.type, isNull(values[i]) ? ValueView(false) : values[i], part.ascending);
+        appendValue(key.bytes, part.type, isNull(values[i]) ? ValueView(false) : values[i], part.ascending,
+                    count);
     }
 }
 

@@ -10,6 +10,7 @@
 #include <span>
 #include <vector>
 
+#include "jet/collation.h"
 #include "jet/database.h"
 #include "jet/value.h"
 
@@ -44,7 +45,13 @@ public:
     /// for a value that is not of the column's type.
     void encode(std::span<const ValueView> values, IndexKey& key) const;
 
+    /// The other key under which some files hold such a row (see ExpansionCount); false where there is none.
+    /// Whoever searches or removes an entry must look under it too; entries are never added under it.
+    [[nodiscard]] bool encodeVariant(std::span<const ValueView> values, IndexKey& key) const;
+
 private:
+    void encodeCounting(std::span<const ValueView> values, ExpansionCount count, IndexKey& key) const;
+
     struct Part {
         std::size_t column;
         ColumnType type;

@@ -11,11 +11,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <vector>
 
 #include "jet/bytes.h"
 #include "jet/database.h"
+#include "jet/index_page.h"
 #include "jet/page_allocator.h"
 #include "jet/page_file.h"
 
@@ -34,24 +34,24 @@ public:
     [[nodiscard]] RowId rowId() const { return rowId_; }
 
     /// The key of the current entry, until the next call of next().
-    [[nodiscard]] Bytes key() const { return Bytes(entry_).first(entry_.size() - 4); }
+    [[nodiscard]] Bytes key() const { return Bytes(entry_).first(entry_.size() - index_page::kRowPointer); }
 
 private:
     friend class IndexTree;
-    TreeCursor(PageFile& file, PageNumber owner) : file_(&file), owner_(owner) {}
+    TreeCursor(PageFile& file, PageNumber definition) : file_(&file), definition_(definition) {}
     void loadLeaf(PageNumber leaf);
     bool nextLeaf();
-    void takeEntry();
-    [[nodiscard]] bool withinPrefix() const;
+    [[nodiscard]] bool inRange() const;
 
     PageFile* file_;
-    PageNumber owner_;
+    PageNumber definition_;
     PageNumber leaf_ = 0;
     PageNumber leavesSeen_ = 0;
     std::array<std::uint8_t, kPageSize> page_{};
-    std::size_t position_ = 0;          // where the next entry begins, counted from the first
-    std::vector<std::uint8_t> prefix_;  // every key of the range begins with it
-    std::vector<std::uint8_t> entry_;   // key and row pointer of the current entry
+    std::size_t position_ = 0;  // where the next entry starts
+    EntryBytes bound_;          // every key of the range begins with it, or is it
+    bool exact_ = false;
+    EntryBytes entry_;  // key and row pointer of the current entry
     RowId rowId_;
     bool done_ = false;
 };
@@ -68,6 +68,9 @@ public:
 
     /// All entries whose key begins with `prefix`.
     [[nodiscard]] TreeCursor withPrefix(Bytes prefix) const;
+
+    /// All entries with exactly this key. (The key of an empty Binary is the beginning of others.)
+    [[nodiscard]] TreeCursor withKey(Bytes key) const;
 
     /// All entries whose key is `from` or stands behind it.
     [[nodiscard]] TreeCursor startingAt(Bytes from) const;
@@ -92,14 +95,16 @@ public:
     static void makeRoot(WritablePageBytes page, PageNumber definition);
 
 private:
-    struct Step {
-        PageNumber page;
-        std::size_t position;  // of the entry whose child was taken; the end of the entries for the tail
+    struct Spot {
+        PageNumber leaf;
+        std::size_t position;
     };
-    using Path = std::vector<Step>;
 
-    [[nodiscard]] TreeCursor cursorAt(Bytes from) const;
-    [[nodiscard]] PageNumber descend(Bytes entry, Path* path) const;
+    [[nodiscard]] PageNumber descend(Bytes wanted) const;
+    [[nodiscard]] TreeCursor cursor(Bytes from, Bytes bound, bool exact) const;
+    [[nodiscard]] std::optional<Spot> locate(Bytes wanted) const;
+    [[nodiscard]] std::optional<Spot> settle(Spot spot) const;
+    [[nodiscard]] std::optional<RowId> rowUnder(Bytes key, Spot spot) const;
 
     PageFile* file_;
     PageNumber root_;

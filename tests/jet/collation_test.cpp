@@ -58,6 +58,13 @@ TEST(Collation, PunctuationStandsInItsOrderAndBlanksWithinATextCount) {
     EXPECT_EQ(toHex(keyOf("   ")), "7F 01 00");
 }
 
+TEST(Collation, ACharacterOfTwoLettersMovesWhatFollowsByTwoUnlessALaterEngineWroteIt) {
+    EXPECT_EQ(toHex(keyOf("ßä-")), "7F 6B 6B 4A 01 02 02 13 01 01 01 80 13 06 82 00");
+    std::vector<std::uint8_t> key;
+    appendTextKey(key, "ßä-", true, ExpansionCount::Once);
+    EXPECT_EQ(toHex(key), "6B 6B 4A 01 02 13 01 01 01 80 0F 06 82 00");
+}
+
 TEST(Collation, CharactersWithoutAWeightDoNotCount) {
     EXPECT_EQ(keyOf(std::string("a\0b", 3)), keyOf("ab"));
     EXPECT_TRUE(equalText(std::string("a\0b", 3), "ab"));

@@ -179,6 +179,22 @@ TEST(IndexKeys, AnUnknownTextOrderIsRefusedButDoesNotMatterForNumbers) {
     }
 }
 
+TEST(IndexKeys, OnlyTextsWithCharactersOfSeveralLettersHaveAVariant) {
+    const std::vector<ColumnInfo> columns = {columnOf(ColumnType::Text)};
+    const std::vector<IndexColumn> parts = {{0, true}};
+    const KeyEncoder encoder(columns, parts);
+    IndexKey key;
+    const auto hasVariant = [&](std::string_view text) {
+        const ValueView value = text;
+        return encoder.encodeVariant({&value, 1}, key);
+    };
+    EXPECT_FALSE(hasVariant("Nuss-Nougat"));
+    EXPECT_FALSE(hasVariant("Müller-Thurgau"));
+    EXPECT_FALSE(hasVariant("groß"));
+    EXPECT_TRUE(hasVariant("Nuß-Nougat"));
+    EXPECT_EQ(toHex(key.bytes), "7F 62 6F 6B 6B 62 64 6F 55 4A 6D 01 01 01 01 80 13 06 82 00");
+}
+
 TEST(IndexKeys, AValueOfAnotherTypeIsRefused) {
     EXPECT_THROW(keyOf(ColumnType::Long, std::string("1")), Error);
     EXPECT_THROW(keyOf(ColumnType::Text, 1), Error);

@@ -3,10 +3,13 @@
 // The facts stand in access_rules.h; these procedures run over them. All references must outlive the object.
 #pragma once
 
+#include <QHash>
 #include <cstdint>
+#include <string_view>
 
 #include "app/form/frames.h"
 #include "app/form/main_state.h"
+#include "editing/access_rules.h"
 #include "links/report_variables.h"
 #include "validation/reporting/error_info.h"
 
@@ -26,15 +29,22 @@ public:
     /// Blanks the inputs of a category to which records can be added.
     void lClearInput(std::int16_t category);
 
+    /// Puts the focus where browsing goes on: "&Edit", or the tree while that is disabled.
+    void focusBrowsing();
+
 private:
-    void setButtons(bool inEdit, bool canAdd, bool canEdit, bool canDelete);
     void browse(std::int16_t category);
-    [[nodiscard]] bool editable(std::int16_t category) const;
+    [[nodiscard]] bool hasRecords() const;
+    [[nodiscard]] bool canEditGem(std::int16_t category) const;
+    void setInput(form::Field& field, Access access, bool locked);
+    [[nodiscard]] form::Field& field(std::string_view name) const;
+    [[nodiscard]] form::ListView& list(std::string_view name) const;
 
     const form::MainForm& form_;
     form::MainState& state_;
     ErrorInfo& errors_;
     links::ReportVariables& reportVariables_;
+    QHash<QString, form::Field*> fields_;
 };
 
 }  // namespace stelvan::editing

@@ -18,6 +18,24 @@ public:
     void cmdDelete_Click();
 
 private:
+    [[nodiscard]] bool recordShown() const;
+    /// Shows the record whole when its display broke off at a Null; false when that failed, too.
+    bool completeDisplay();
+    [[nodiscard]] bool mayEdit() const;
+    void rememberPlace();
+    void loadNames();
+    void openInputs();
+    void beginAt(std::int16_t category);
+    void beginNewAt(std::int16_t category);
+    void closeValueFields();
+    void backToBrowsing(const char* procedure);
+    void returnToRecord();
+    void showStoredLists();
+    void deleteShown();
+    [[nodiscard]] bool deleteLinked();
+    void showFollower(std::int32_t deleted);
+    void showPresentState();
+
     EditContext at_;
 };
 

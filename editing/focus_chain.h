@@ -4,10 +4,10 @@
 // without a row keep it.
 #pragma once
 
+#include <QHash>
 #include <QObject>
 #include <span>
 #include <string_view>
-#include <unordered_map>
 
 #include "app/form/frames.h"
 #include "validation/reporting/error_info.h"
@@ -36,20 +36,30 @@ public:
     static constexpr int kTab = 9;
     static constexpr int kEnter = 13;
     static constexpr int kShift = 1;
+    static constexpr int kControl = 2;
+    static constexpr int kAlt = 4;
 
     /// Moves the focus for Tab or Enter; any other key or modifier does nothing. A target that is missing,
     /// disabled or hidden is left alone.
     void lSetFocus(int key, int shift, QWidget* previous, QWidget* next);
 
+protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    [[nodiscard]] QWidget* control(std::string_view name) const;
-    void keyDown(const FocusStep& step, int key, int shift);
+    struct Neighbours {
+        const FocusStep* step;
+        QWidget* previous;
+        QWidget* next;
+        QWidget* insteadOfFormat;
+    };
+    /// The neighbour, or the other one where that is a disabled cmbVarFormat.
+    [[nodiscard]] QWidget* reachable(QWidget* neighbour, const Neighbours& around) const;
+    void keyDown(const Neighbours& around, int key, int shift);
 
     const form::MainForm& form_;
     ErrorInfo& errors_;
-    std::unordered_map<QObject*, const FocusStep*> steps_;
+    QHash<QObject*, Neighbours> neighbours_;
 };
 
 }  // namespace stelvan::editing

@@ -74,23 +74,24 @@ void ListChildren::fillPool() {
 void ListChildren::lUpdateVarChild(bool show) {
     errors_.trap("lUpdateVarChild", [&] {
         frame_.children.showSelected(show);
+        if (!show && !editing_) filledFor_.reset();
         if (!show) return;
         frame_.children.selected->setHeaders(QStringList(QStringLiteral("Duplicate")) + columns());
         frame_.children.selected->setWidths(kListWidths);
         if (heldInEdit_) return;
-        if (hasNumericId()) fillList();
-        heldInEdit_ = editing_ && filled_;
+        const bool failed = hasNumericId() && !fillList();
+        heldInEdit_ = editing_ && !failed;
     });
 }
 
-void ListChildren::fillList() {
-    filled_ = false;
+bool ListChildren::fillList() {
+    filledFor_.reset();
+    frame_.children.selected->clearRows();
     Query query(operations_,
                 "SELECT var_name, var_id, var_group, var_val, var_allowduplicates FROM "
                 "secs_cusvar WHERE var_parentkey = " +
                     form::toUtf8(frame_.txtVarID->text()) + " ORDER BY var_accessid ");
-    frame_.children.selected->clearRows();
-    if (!query.opened()) return;
+    if (!query.opened()) return false;
     std::vector<form::ListRow> rows;
     query.forEach([&](Query& record) {
         rows.push_back({{QString(), record.text("var_name"), record.text("var_id"), record.text("var_group"),
@@ -98,7 +99,8 @@ void ListChildren::fillList() {
                         db::toFlagOrClear(record.records().field("var_allowduplicates"))});
     });
     frame_.children.selected->setRows(rows);
-    filled_ = true;
+    filledFor_ = frame_.txtVarID->text();
+    return true;
 }
 
 bool ListChildren::hasNumericId() const {
@@ -142,11 +144,11 @@ void ListChildren::execute(const std::vector<std::string>& statements) {
     connection.close();
 }
 
-void ListChildren::beginEditing(bool holdsList) {
+void ListChildren::beginEditing() {
     frame_.children.pool->clearRows();
-    if (!holdsList) clear();
     editing_ = true;
-    heldInEdit_ = holdsList && filled_;
+    heldInEdit_ = filledFor_ == frame_.txtVarID->text();
+    if (!heldInEdit_) clear();
 }
 
 void ListChildren::endEditing() {
@@ -156,7 +158,7 @@ void ListChildren::endEditing() {
 
 void ListChildren::clear() {
     frame_.children.selected->clearRows();
-    filled_ = true;
+    filledFor_.reset();
 }
 
 bool ListChildren::releaseChildren(const std::string& listId) {

@@ -4,7 +4,9 @@
 // While a record is edited, rows survive a change of format away from "L" and back.
 #pragma once
 
+#include <QString>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,16 +38,16 @@ public:
     /// Stores a child's list and its place in it; 0 and 0 release it.
     void lLinkListAndChild(std::int32_t parentId, std::int32_t childId, std::int16_t position);
 
-    /// An edit begins: the pool of another record is dropped; of the list, the rows of the record itself
-    /// are kept when it holds them (`holdsList`), any others are dropped.
-    void beginEditing(bool holdsList);
+    /// An edit begins: the pool of another record is dropped, and so are rows that are not the children of
+    /// the record in txtVarID.
+    void beginEditing();
     /// The edit is over: from here on the list is filled from the file again.
     void endEditing();
 
-    /// Empties lvwChildItems.
+    /// Empties lvwChildItems, as for a variable that is new or gone.
     void clear();
-    /// False after a fill that failed, until one succeeds.
-    [[nodiscard]] bool filled() const { return filled_; }
+    /// While editing: whether the list holds what may be saved. False after a fill that failed.
+    [[nodiscard]] bool filled() const { return heldInEdit_; }
 
     /// Releases every child that the file links to the variable. False when an operation failed and has
     /// reported it; other failures are thrown. Runs inside the caller's unit of work, as saveLinks does.
@@ -55,7 +57,7 @@ public:
 
 private:
     void fillPool();
-    void fillList();
+    [[nodiscard]] bool fillList();
     [[nodiscard]] bool hasNumericId() const;
     void execute(const std::vector<std::string>& statements);
 
@@ -64,7 +66,7 @@ private:
     db::Operations& operations_;
     ErrorInfo& errors_;
     form::Dialogs& dialogs_;
-    bool filled_ = true;
+    std::optional<QString> filledFor_;  // the id whose children the shown list holds
     bool editing_ = false;
     bool heldInEdit_ = false;
 };

@@ -1,12 +1,12 @@
 #include "links/report_variables.h"
 
-#include <QPushButton>
 #include <algorithm>
 #include <set>
 #include <utility>
 
 #include "app/form/text.h"
 #include "links/link_rows.h"
+#include "links/navigator_buttons.h"
 #include "links/query.h"
 #include "validation/reporting/numeric_text.h"
 
@@ -33,12 +33,12 @@ bool comesBefore(const form::ListRow& left, const form::ListRow& right) {
     return !isNumeric(a) || compareDecimals(a, b) < 0;
 }
 
-bool isReserved(const std::string& reportId) {
+}  // namespace
+
+bool isReservedReport(const std::string& reportId) {
     return isNumeric(reportId) && compareDecimals(reportId, "0") >= 0 &&
            compareDecimals(reportId, kHighestReserved) <= 0;
 }
-
-}  // namespace
 
 ReportVariables::ReportVariables(const form::RptFrame& frame, const form::Navigator& navigator,
                                  db::Operations& operations)
@@ -106,19 +106,12 @@ bool ReportVariables::readList(const char* tables, const char* gem, std::vector<
 void ReportVariables::lRptSetRightByRecord(bool editing) {
     errors_.trap("lRptSetRightByRecord", [&] {
         if (editing) {
-            setButtons(true, false, false);
+            setNavigatorButtons(navigator_, {.inEdit = true});
         } else {
-            setButtons(false, true, !isReserved(form::toUtf8(frame_.txtRptID->text())));
+            const bool canChange = !isReservedReport(form::toUtf8(frame_.txtRptID->text()));
+            setNavigatorButtons(navigator_, {.canAdd = true, .canEdit = canChange, .canDelete = canChange});
         }
     });
-}
-
-void ReportVariables::setButtons(bool inEdit, bool canAdd, bool canChange) {
-    navigator_.cmdCancel->setVisible(inEdit);
-    navigator_.cmdSave->setVisible(inEdit);
-    navigator_.cmdNew->setEnabled(canAdd);
-    navigator_.cmdUpdate->setEnabled(canChange);
-    navigator_.cmdDelete->setEnabled(canChange);
 }
 
 void ReportVariables::beginEditing() {

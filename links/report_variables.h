@@ -13,6 +13,9 @@
 
 namespace stelvan::links {
 
+/// Reports 0 to 100 come with the standard: shown, but neither edited nor deleted.
+[[nodiscard]] bool isReservedReport(const std::string& reportId);
+
 class ReportVariables {
 public:
     ReportVariables(const form::RptFrame& frame, const form::Navigator& navigator,
@@ -44,7 +47,6 @@ private:
     /// Appends the rows of one variable table; false when they could not be opened (reported).
     bool readPool(const char* sql, const char* gem, std::vector<form::ListRow>& rows);
     bool readList(const char* tables, const char* gem, std::vector<form::ListRow>& rows);
-    void setButtons(bool inEdit, bool canAdd, bool canChange);
 
     const form::RptFrame& frame_;
     const form::Navigator& navigator_;

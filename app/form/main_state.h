@@ -51,6 +51,9 @@ struct MainState {
     std::int32_t savedPosition = 0;
     std::optional<db::Bookmark> savedBookmark;
 
+    /// A save met a record that another program had changed: it is read anew before it is shown again.
+    bool recordIsStale = false;
+
     // Names of the record being edited, as loaded; one for each kind.
     std::string loadedVariableName;
     std::string loadedAlarmName;

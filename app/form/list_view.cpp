@@ -32,9 +32,18 @@ ListView::ListView(QWidget* parent)
         if (open_) emit rowActivated(shown_->mapToSource(index).row());
     });
     connect(header(), &QHeaderView::sectionResized, this, [this] {
-        if (!sharing_ && QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)) dragged_ = true;
+        if (headerPressed_) dragged_ = true;
     });
+    header()->viewport()->installEventFilter(this);
     applyLook();
+}
+
+bool ListView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == header()->viewport()) {
+        if (event->type() == QEvent::MouseButtonPress) headerPressed_ = true;
+        if (event->type() == QEvent::MouseButtonRelease) headerPressed_ = false;
+    }
+    return QTreeView::eventFilter(watched, event);
 }
 
 void ListView::setHeaders(const QStringList& headers) {
@@ -68,14 +77,12 @@ void ListView::shareWidth() {
         if (share < 0) room -= fixedWidth(c);
         shares += std::max(share, 0);
     }
-    sharing_ = true;
     for (int c = 0; c < columns; ++c) {
         const int share = widths_[static_cast<std::size_t>(c)];
         setColumnHidden(c, share == 0);
         if (share < 0) setColumnWidth(c, fixedWidth(c));
         if (share > 0) setColumnWidth(c, std::max(room * share / shares, header()->sectionSizeHint(c)));
     }
-    sharing_ = false;
 }
 
 void ListView::setCheckable(bool checkable) {

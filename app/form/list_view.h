@@ -81,6 +81,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
 
@@ -94,7 +95,7 @@ private:
     Colour colour_ = Colour::WindowBackground;
     bool open_ = true;
     std::vector<int> widths_;
-    bool sharing_ = false;
+    bool headerPressed_ = false;
     bool dragged_ = false;
 };
 

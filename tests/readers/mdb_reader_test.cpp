@@ -1,0 +1,67 @@
+// What the engine reads, and what it writes, is what another reader of Access files finds there.
+#include <gtest/gtest.h>
+
+#include "jet/database.h"
+#include "tests/readers/node_reader.h"
+#include "tests/support/samples.h"
+
+namespace stelvan::test {
+namespace {
+
+class MdbReader : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(MdbReader, FindsTheRowsThatTheEngineReads) {
+    STELVAN_NEEDS_SAMPLE(GetParam());
+    const auto theirs = readWithNode(sample(GetParam()));
+    if (!theirs) GTEST_SKIP() << "mdb-reader is absent";
+    EXPECT_EQ(readWithEngine(sample(GetParam())), *theirs);
+}
+
+TEST_P(MdbReader, FindsTheRowsThatTheEngineWrote) {
+    STELVAN_NEEDS_SAMPLE(GetParam());
+    const ScratchDir scratch;
+    const auto file = scratch.copyOf(sample(GetParam()));
+    {
+        jet::Database database = jet::Database::open(file);
+        jet::UnitOfWork unit(database);
+        jet::Table& variables = database.table("secs_cusvar");
+        const auto column = [&](const char* name) { return *variables.info().findColumn(name); };
+        const std::size_t id = column("var_id");
+        const std::size_t name = column("var_name");
+        const std::size_t text = column("var_val");
+        const std::size_t description = column("var_desc");
+        const bool memo = variables.info().columns[description].type == jet::ColumnType::Memo;
+        std::vector<jet::RowId> added;
+        for (int i = 0; i < 300; ++i) {
+            const std::size_t length = memo ? static_cast<std::size_t>(i) * 37 : 200;
+            const std::string letters = i % 3 == 0 ? std::string("\xE6\xBC\xA2") : std::string("d");
+            std::string longText;
+            for (std::size_t n = 0; n < length; ++n) longText += letters;
+            added.push_back(variables.insert(std::vector<jet::ColumnValue>{
+                {id, jet::Value(std::int32_t{100000 + i})},
+                {name, jet::Value("Added" + std::to_string(i))},
+                {text, jet::Value(i % 2 == 0 ? std::string("\xC3\xA4x") : std::string())},
+                {description, jet::Value(longText)}}));
+        }
+        for (std::size_t i = 0; i < added.size(); i += 3) variables.erase(added[i]);
+        for (std::size_t i = 1; i < added.size(); i += 3)
+            variables.update(added[i], std::vector<jet::ColumnValue>{
+                                           {text, jet::Value(std::string(200, 'g'))},
+                                           {description, jet::Value(std::string("short"))}});
+        unit.commit();
+    }
+    const auto theirs = readWithNode(file);
+    if (!theirs) GTEST_SKIP() << "mdb-reader is absent";
+    EXPECT_EQ(readWithEngine(file), *theirs);
+}
+
+INSTANTIATE_TEST_SUITE_P(Models, MdbReader,
+                         ::testing::Values("gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb",
+                                           "gem_edges.mdb"),
+                         [](const auto& model) {
+                             const std::string name = model.param;
+                             return name.substr(0, name.find('.'));
+                         });
+
+}  // namespace
+}  // namespace stelvan::test

@@ -1,0 +1,70 @@
+#include "tests/readers/node_reader.h"
+
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <numeric>
+#include <sstream>
+#include <stdexcept>
+
+#include "jet/database.h"
+#include "tools/json_line.h"
+
+namespace stelvan::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string outputOf(const std::string& command) {
+    FILE* pipe = ::popen(command.c_str(), "r");
+    if (pipe == nullptr) throw std::runtime_error("cannot run " + command);
+    std::string text;
+    std::array<char, 65536> part{};
+    for (std::size_t n = 0; (n = std::fread(part.data(), 1, part.size(), pipe)) > 0;)
+        text.append(part.data(), n);
+    if (::pclose(pipe) != 0) throw std::runtime_error("failed: " + command);
+    return text;
+}
+
+/// Parsing and printing again gives both sides one spelling of numbers and one order of members.
+RowTexts canonical(const std::string& lines) {
+    RowTexts rows;
+    std::istringstream in(lines);
+    for (std::string line; std::getline(in, line);) rows.insert(nlohmann::json::parse(line).dump());
+    return rows;
+}
+
+std::string linesOf(jet::Table& table) {
+    const jet::TableInfo info = table.info();
+    jet::ColumnSet all(info.columns.size());
+    std::iota(all.begin(), all.end(), std::size_t{0});
+    std::string lines;
+    tools::JsonLine line;
+    const auto rows = table.scan(all);
+    while (rows->next()) {
+        line.open('{').member("table").text(info.name).member("row").open('{');
+        for (const std::size_t column : all)
+            line.member(info.columns[column].name).value(rows->value(column));
+        lines += line.close('}').close('}').take();
+    }
+    return lines;
+}
+
+}  // namespace
+
+std::optional<RowTexts> readWithNode(const fs::path& file) {
+    const fs::path folder = STELVAN_NODE_READER_DIR;
+    if (!fs::exists(folder / "node_modules" / "mdb-reader")) return std::nullopt;
+    return canonical(
+        outputOf("node '" + (folder / "dump.mjs").string() + "' '" + file.string() + "'"));
+}
+
+RowTexts readWithEngine(const fs::path& file) {
+    jet::Database database = jet::Database::open(file, jet::Access::ReadOnly);
+    std::string lines;
+    for (const std::string& name : database.tableNames()) lines += linesOf(database.table(name));
+    return canonical(lines);
+}
+
+}  // namespace stelvan::test

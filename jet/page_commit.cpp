@@ -18,6 +18,10 @@ void PageCommit::writeSlot(std::uint16_t value) {
     std::array<std::uint8_t, sizeof value> bytes{};
     putU16(bytes, 0, value);
     file_.writeAt(header::kCommitSlots, bytes);
+}
+
+void PageCommit::syncSlot(std::uint16_t value) {
+    writeSlot(value);
     file_.sync();
 }
 
@@ -36,7 +40,7 @@ void PageCommit::write(std::span<PageCache::Frame* const> changed, const Journal
         writeSlot(0);
         writePages(changed);
         file_.sync();
-        writeSlot(facts.slotAfter);
+        syncSlot(facts.slotAfter);
     } catch (const Error& fault) {
         undo(images, facts);
         if (settled_) throw;
@@ -75,10 +79,10 @@ void PageCommit::writePages(std::span<PageCache::Frame* const> changed) {
 void PageCommit::undo(std::span<const Journal::Image> images, const Journal::Facts& facts) {
     try {
         // The slot first: while it holds the value after, the journal would count as done.
-        writeSlot(0);
+        syncSlot(0);
         for (const Journal::Image& image : images) file_.writePages(image.page, std::span(&image.bytes, 1));
         file_.resize(facts.sizeBefore);
-        writeSlot(facts.slotBefore);
+        syncSlot(facts.slotBefore);
         journal_.remove();
         files_.syncFolder(folder_);
     } catch (const Error&) {
@@ -113,7 +117,7 @@ void PageCommit::putBack() {
             file_.writePages(saved->pages()[i], std::span(&bytes, 1));
         }
         file_.resize(saved->facts().sizeBefore);
-        writeSlot(saved->facts().slotBefore);
+        syncSlot(saved->facts().slotBefore);
     }
     journal_.remove();
     files_.syncFolder(folder_);

@@ -1,12 +1,11 @@
 // How a unit of work reaches the file: all of it or nothing, whatever interrupts.
 //
 //   1. the old pages go to the journal, synced, its folder too
-//   2. the commit slot on page 0 becomes 0 ("being written"), synced
-//   3. the new pages are written, synced
-//   4. the commit slot becomes its old value + 1, synced: from here on the unit is done
-//   5. the journal is removed
-// A fault before 4 puts the old pages back; where even that fails, the journal stays for the next one who
-// opens the file. The caller holds the exclusive lock throughout.
+//   2. the commit slot on page 0 becomes 0 ("being written"), the new pages are written, all is synced
+//   3. the commit slot becomes its old value + 1, synced: from here on the unit is done
+//   4. the journal is removed
+// A fault before 3 is through puts the old pages back; where even that fails, the journal stays for the next
+// one who opens the file. The caller holds the exclusive lock throughout.
 #pragma once
 
 #include <cstdint>
@@ -43,6 +42,7 @@ public:
 private:
     [[nodiscard]] std::uint16_t storedSlot();
     void writeSlot(std::uint16_t value);
+    void syncSlot(std::uint16_t value);
     void writePages(std::span<PageCache::Frame* const> changed);
     void undo(std::span<const Journal::Image> images, const Journal::Facts& facts);
     void dropJournal();

@@ -3,7 +3,8 @@
 // It counts the operations that change something (and syncs). At a chosen one it stops the program (every
 // later operation throws Crash), runs out of space or reports a write error. It also remembers which
 // writes, resizes, new names and removals were not synced yet, so that powerCut() can show what a medium
-// might hold after the power failed: any subset of them, in pieces.
+// might hold after the power failed: any subset of them, in pieces. Syncs are only noted, never carried
+// out: the tests do not have to wait for the disk.
 #pragma once
 
 #include <cstdint>

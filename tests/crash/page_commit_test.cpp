@@ -53,7 +53,8 @@ protected:
 
     /// What a new process finds.
     static Generations reopened(const fs::path& path) {
-        const auto file = jet::PageFile::open(path, jet::Access::ReadWrite);
+        FaultyFileSystem sound;
+        const auto file = jet::PageFile::open(path, jet::Access::ReadWrite, sound);
         const jet::ReadScope scope(file);
         return NumberedPages::generations(*file);
     }
@@ -126,8 +127,7 @@ TEST_P(InterruptedCommit, LeavesTheSameProgramAbleToGoOn) {
         files.failAt(0, Fault::Stop);
         {
             const jet::ReadScope scope(file);
-            EXPECT_EQ(NumberedPages::generations(*file), outcome == Outcome::Done ? kAfter : kBefore)
-                << where;
+            expectBeforeOrAfter(NumberedPages::generations(*file), outcome, where);
         }
         if (outcome == Outcome::Done) continue;
         jet::WriteScope unit(file);

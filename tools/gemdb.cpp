@@ -38,6 +38,10 @@ void addCommands(CLI::App& app, Arguments& arguments, int& status) {
     schema->add_option("TABLE", arguments.table, kTableHelp);
     schema->callback([&] { status = schemaCommand(arguments.file, arguments.table); });
 
+    CLI::App* sql = addCommand(app, "sql", "Run SQL statements: all of them, or none", arguments);
+    sql->add_option("STATEMENT", arguments.statements, "SELECT rows are printed as JSON lines")->required();
+    sql->callback([&] { status = sqlCommand(arguments.file, arguments.statements); });
+
     CLI::App* start = app.add_subcommand("new", "Start a model of your own from the shipped template");
     start->add_option("FOLDER", arguments.file, "Where gem.mdb is made")->required();
     start->add_flag("--demo", arguments.demo, "The model of an imaginary wet bench");

@@ -111,6 +111,7 @@ void SettingInputs::lSttSetRightByRecord() {
             text->setColour(colour);
         }
         for (Field* combo : {frame_.cmbSttValue, frame_.cmbSttDefValue}) {
+            combo->setLocked(!open);
             combo->setEnabled(open);
             combo->setColour(colour);
         }

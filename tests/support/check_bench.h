@@ -12,6 +12,7 @@
 #include "app/form/focus_watch.h"
 #include "app/form/text.h"
 #include "settings/setting_inputs.h"
+#include "tests/support/qt_text.h"
 #include "tests/support/samples.h"
 #include "tests/support/scripted_dialogs.h"
 #include "validation/field_checks.h"

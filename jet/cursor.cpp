@@ -34,6 +34,34 @@ public:
     bool next() override { return false; }
 };
 
+class IndexCursor final : public RowCursor {
+public:
+    IndexCursor(std::shared_ptr<SharedDatabase> file, std::shared_ptr<const TableDef> definition,
+                TreeCursor entries, const ColumnSet& wanted)
+        : RowCursor(std::move(file), std::move(definition), wanted), entries_(std::move(entries)) {}
+
+    bool next() override {
+        releasePages(++read_);
+        if (!entries_.next()) return false;
+        const RowId id = entries_.rowId();
+        const auto row = locateRow(pages(), table(), id);
+        if (!row) throwCorrupt(id.page, "an index names a row that does not exist.");
+        stand(id, *row);
+        return true;
+    }
+
+private:
+    TreeCursor entries_;
+    std::size_t read_ = 0;
+};
+
+class EmptyCursor final : public Cursor {
+public:
+    bool next() override { return false; }
+    [[nodiscard]] RowId rowId() const override { return {}; }
+    [[nodiscard]] ValueView value(std::size_t) override { return Null{}; }
+};
+
 }  // namespace
 
 RowCursor::RowCursor(std::shared_ptr<SharedDatabase> file, std::shared_ptr<const TableDef> table,
@@ -64,6 +92,16 @@ std::unique_ptr<Cursor> makeRowCursor(std::shared_ptr<SharedDatabase> file,
     auto cursor = std::make_unique<SingleCursor>(std::move(file), std::move(table), wanted);
     if (!cursor->find(id)) return nullptr;
     return cursor;
+}
+
+std::unique_ptr<Cursor> makeIndexCursor(std::shared_ptr<SharedDatabase> file,
+                                        std::shared_ptr<const TableDef> table, TreeCursor entries,
+                                        const ColumnSet& wanted) {
+    return std::make_unique<IndexCursor>(std::move(file), std::move(table), std::move(entries), wanted);
+}
+
+std::unique_ptr<Cursor> makeEmptyCursor() {
+    return std::make_unique<EmptyCursor>();
 }
 
 }  // namespace stelvan::jet

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "jet/database.h"
+#include "jet/index_tree.h"
 #include "jet/row_reader.h"
 #include "jet/shared_database.h"
 #include "jet/table_scan.h"
@@ -47,5 +48,12 @@ private:
 [[nodiscard]] std::unique_ptr<Cursor> makeRowCursor(std::shared_ptr<SharedDatabase> file,
                                                     std::shared_ptr<const TableDef> table, RowId id,
                                                     const ColumnSet& wanted);
+
+/// Rows in the order of the entries that `entries` gives.
+[[nodiscard]] std::unique_ptr<Cursor> makeIndexCursor(std::shared_ptr<SharedDatabase> file,
+                                                      std::shared_ptr<const TableDef> table,
+                                                      TreeCursor entries, const ColumnSet& wanted);
+/// No rows at all.
+[[nodiscard]] std::unique_ptr<Cursor> makeEmptyCursor();
 
 }  // namespace stelvan::jet

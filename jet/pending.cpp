@@ -6,8 +6,6 @@ namespace {
 [[noreturn]] void pending() { throw Error(ErrorKind::Misuse, "Not written yet."); }
 }  // namespace
 
-std::unique_ptr<Cursor> StoredTable::find(std::size_t, std::span<const Value>, ColumnSet) { pending(); }
-std::unique_ptr<Cursor> StoredTable::inOrder(std::size_t, ColumnSet) { pending(); }
 RowId StoredTable::insert(std::span<const ColumnValue>) { pending(); }
 void StoredTable::update(RowId, std::span<const ColumnValue>) { pending(); }
 void StoredTable::erase(RowId) { pending(); }

@@ -1,5 +1,6 @@
 #include "jet/table.h"
 
+#include "jet/conversion.h"
 #include "jet/cursor.h"
 #include "jet/table_def.h"
 
@@ -42,6 +43,52 @@ std::unique_ptr<Cursor> StoredTable::scan(ColumnSet wanted) {
 std::unique_ptr<Cursor> StoredTable::row(RowId id, ColumnSet wanted) {
     const ReadScope scope(file_->sharedPages());
     return makeRowCursor(file_, definition(), id, wanted);
+}
+
+const IndexInfo& StoredTable::indexAt(std::size_t index) {
+    const TableInfo& table = definition()->info;
+    if (index >= table.indexes.size()) {
+        Error error(ErrorKind::NoSuchIndex, "The table '" + name_ + "' has no such index.");
+        throw error.about(name_);
+    }
+    return table.indexes[index];
+}
+
+std::optional<IndexKey> StoredTable::keyOf(const IndexInfo& index, std::span<const Value> values) {
+    const KeyEncoder encoder(definition_->info.columns, index.columns);
+    std::vector<Value> converted;
+    try {
+        for (std::size_t i = 0; i < values.size() && i < index.columns.size(); ++i) {
+            converted.push_back(convertTo(definition_->info.columns[index.columns[i].column], values[i]));
+        }
+    } catch (const Error& error) {
+        const bool unlike = error.kind() == ErrorKind::TypeMismatch ||
+                            error.kind() == ErrorKind::TextTooLong ||
+                            error.kind() == ErrorKind::NumericOverflow;
+        if (!unlike) throw;
+        return std::nullopt;
+    }
+    std::vector<ValueView> views;
+    for (const Value& value : converted) views.push_back(toView(value));
+    IndexKey key;
+    encoder.encode(views, key);
+    return key;
+}
+
+std::unique_ptr<Cursor> StoredTable::find(std::size_t index, std::span<const Value> key, ColumnSet wanted) {
+    const ReadScope scope(file_->sharedPages());
+    const IndexInfo& info = indexAt(index);
+    const auto prefix = keyOf(info, key);
+    if (!prefix) return makeEmptyCursor();
+    const IndexTree tree(file_->pages(), definition_->trees[info.tree].root, definition_->page);
+    return makeIndexCursor(file_, definition_, tree.withPrefix(prefix->bytes), wanted);
+}
+
+std::unique_ptr<Cursor> StoredTable::inOrder(std::size_t index, ColumnSet wanted) {
+    const ReadScope scope(file_->sharedPages());
+    const IndexInfo& info = indexAt(index);
+    const IndexTree tree(file_->pages(), definition_->trees[info.tree].root, definition_->page);
+    return makeIndexCursor(file_, definition_, tree.all(), wanted);
 }
 
 }  // namespace stelvan::jet

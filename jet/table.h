@@ -2,9 +2,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "jet/database.h"
+#include "jet/index_keys.h"
 #include "jet/shared_database.h"
 
 namespace stelvan::jet {
@@ -28,6 +30,10 @@ public:
     [[nodiscard]] const std::shared_ptr<const TableDef>& definition();
 
 private:
+    [[nodiscard]] const IndexInfo& indexAt(std::size_t index);
+    /// The key prefix of some values; nothing where one of them cannot be of its column's type.
+    [[nodiscard]] std::optional<IndexKey> keyOf(const IndexInfo& index, std::span<const Value> values);
+
     std::shared_ptr<SharedDatabase> file_;
     Access access_;
     std::string name_;

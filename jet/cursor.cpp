@@ -37,13 +37,15 @@ public:
 class IndexCursor final : public RowCursor {
 public:
     IndexCursor(std::shared_ptr<SharedDatabase> file, std::shared_ptr<const TableDef> definition,
-                TreeCursor entries, const ColumnSet& wanted)
+                std::vector<TreeCursor> entries, const ColumnSet& wanted)
         : RowCursor(std::move(file), std::move(definition), wanted), entries_(std::move(entries)) {}
 
     bool next() override {
         releasePages(++read_);
-        if (!entries_.next()) return false;
-        const RowId id = entries_.rowId();
+        while (!entries_[current_].next()) {
+            if (++current_ == entries_.size()) return stayAtEnd();
+        }
+        const RowId id = entries_[current_].rowId();
         const auto row = locateRow(pages(), table(), id);
         if (!row) throwCorrupt(id.page, "an index names a row that does not exist.");
         stand(id, *row);
@@ -51,7 +53,13 @@ public:
     }
 
 private:
-    TreeCursor entries_;
+    bool stayAtEnd() {
+        --current_;
+        return false;
+    }
+
+    std::vector<TreeCursor> entries_;
+    std::size_t current_ = 0;
     std::size_t read_ = 0;
 };
 
@@ -95,8 +103,8 @@ std::unique_ptr<Cursor> makeRowCursor(std::shared_ptr<SharedDatabase> file,
 }
 
 std::unique_ptr<Cursor> makeIndexCursor(std::shared_ptr<SharedDatabase> file,
-                                        std::shared_ptr<const TableDef> table, TreeCursor entries,
-                                        const ColumnSet& wanted) {
+                                        std::shared_ptr<const TableDef> table,
+                                        std::vector<TreeCursor> entries, const ColumnSet& wanted) {
     return std::make_unique<IndexCursor>(std::move(file), std::move(table), std::move(entries), wanted);
 }
 

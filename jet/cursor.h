@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "jet/database.h"
 #include "jet/index_tree.h"
@@ -49,10 +50,11 @@ private:
                                                     std::shared_ptr<const TableDef> table, RowId id,
                                                     const ColumnSet& wanted);
 
-/// Rows in the order of the entries that `entries` gives.
+/// Rows in the order of the entries that `entries` give, one after the other.
 [[nodiscard]] std::unique_ptr<Cursor> makeIndexCursor(std::shared_ptr<SharedDatabase> file,
                                                       std::shared_ptr<const TableDef> table,
-                                                      TreeCursor entries, const ColumnSet& wanted);
+                                                      std::vector<TreeCursor> entries,
+                                                      const ColumnSet& wanted);
 /// No rows at all.
 [[nodiscard]] std::unique_ptr<Cursor> makeEmptyCursor();
 

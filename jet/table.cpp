@@ -54,7 +54,7 @@ const IndexInfo& StoredTable::indexAt(std::size_t index) {
     return table.indexes[index];
 }
 
-std::optional<IndexKey> StoredTable::keyOf(const IndexInfo& index, std::span<const Value> values) {
+std::vector<IndexKey> StoredTable::keysOf(const IndexInfo& index, std::span<const Value> values) {
     const KeyEncoder encoder(definition_->info.columns, index.columns);
     std::vector<Value> converted;
     try {
@@ -66,29 +66,31 @@ std::optional<IndexKey> StoredTable::keyOf(const IndexInfo& index, std::span<con
                             error.kind() == ErrorKind::TextTooLong ||
                             error.kind() == ErrorKind::NumericOverflow;
         if (!unlike) throw;
-        return std::nullopt;
+        return {};
     }
     std::vector<ValueView> views;
     for (const Value& value : converted) views.push_back(toView(value));
-    IndexKey key;
-    encoder.encode(views, key);
-    return key;
+    std::vector<IndexKey> keys(2);
+    encoder.encode(views, keys[0]);
+    if (!encoder.encodeVariant(views, keys[1])) keys.pop_back();
+    return keys;
 }
 
 std::unique_ptr<Cursor> StoredTable::find(std::size_t index, std::span<const Value> key, ColumnSet wanted) {
     const ReadScope scope(file_->sharedPages());
     const IndexInfo& info = indexAt(index);
-    const auto prefix = keyOf(info, key);
-    if (!prefix) return makeEmptyCursor();
     const IndexTree tree(file_->pages(), definition_->trees[info.tree].root, definition_->page);
-    return makeIndexCursor(file_, definition_, tree.withPrefix(prefix->bytes), wanted);
+    std::vector<TreeCursor> entries;
+    for (const IndexKey& prefix : keysOf(info, key)) entries.push_back(tree.withPrefix(prefix.bytes));
+    if (entries.empty()) return makeEmptyCursor();
+    return makeIndexCursor(file_, definition_, std::move(entries), wanted);
 }
 
 std::unique_ptr<Cursor> StoredTable::inOrder(std::size_t index, ColumnSet wanted) {
     const ReadScope scope(file_->sharedPages());
     const IndexInfo& info = indexAt(index);
     const IndexTree tree(file_->pages(), definition_->trees[info.tree].root, definition_->page);
-    return makeIndexCursor(file_, definition_, tree.all(), wanted);
+    return makeIndexCursor(file_, definition_, {tree.all()}, wanted);
 }
 
 }  // namespace stelvan::jet

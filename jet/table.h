@@ -2,8 +2,8 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
+#include <vector>
 
 #include "jet/database.h"
 #include "jet/index_keys.h"
@@ -31,8 +31,9 @@ public:
 
 private:
     [[nodiscard]] const IndexInfo& indexAt(std::size_t index);
-    /// The key prefix of some values; nothing where one of them cannot be of its column's type.
-    [[nodiscard]] std::optional<IndexKey> keyOf(const IndexInfo& index, std::span<const Value> values);
+    /// The keys under which rows with these values may stand; none where a value cannot be of its column's
+    /// type.
+    [[nodiscard]] std::vector<IndexKey> keysOf(const IndexInfo& index, std::span<const Value> values);
 
     std::shared_ptr<SharedDatabase> file_;
     Access access_;

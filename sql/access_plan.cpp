@@ -13,7 +13,6 @@ namespace {
 constexpr int kPlaceColumn = -1;  // SQLite's number for the row id
 constexpr double kLookupCost = 5;
 constexpr double kRowCost = 2;
-constexpr bool kIndexesReady = false;
 // How many rows share a key of an index that is not unique, until statistics say better.
 constexpr double kRowsPerKey = 10;
 
@@ -87,7 +86,7 @@ AccessPlan chooseAccess(const jet::TableInfo& table, sqlite3_index_info& request
     }
     double rows = table.rows;
     std::vector<int> bestKey;
-    for (std::size_t at = 0; kIndexesReady && at < table.indexes.size(); ++at) {
+    for (std::size_t at = 0; at < table.indexes.size(); ++at) {
         const jet::IndexInfo& index = table.indexes[at];
         std::vector<int> key = keyConstraints(table, index, constraints);
         if (key.empty()) continue;

@@ -23,7 +23,14 @@ constexpr std::array kFirstWords{
 constexpr std::array<std::string_view, 9> kEndOfTables{"WHERE", "GROUP",  "HAVING", "ORDER", "UNION",
                                                        "SET",   "VALUES", "SELECT", "ON"};
 constexpr std::array<std::string_view, 4> kBeforeTable{"FROM", "JOIN", "INTO", "UPDATE"};
-constexpr std::array<std::string_view, 6> kJoinWords{"INNER", "LEFT", "RIGHT", "OUTER", "CROSS", "NATURAL"};
+constexpr std::array<std::string_view, 4> kJoinWords{"INNER", "LEFT", "RIGHT", "OUTER"};
+
+// The words that mean to SQLite what they mean to Access; any other bare word is a name or a function.
+constexpr std::array<std::string_view, 34> kKeywords{
+    "SELECT", "FROM",     "WHERE",  "AND",    "OR",   "NOT",    "IN",    "BETWEEN", "LIKE",
+    "IS",     "NULL",     "ORDER",  "BY",     "ASC",  "DESC",   "GROUP", "HAVING",  "UNION",
+    "ALL",    "DISTINCT", "AS",     "INNER",  "LEFT", "RIGHT",  "OUTER", "JOIN",    "ON",
+    "INSERT", "INTO",     "VALUES", "UPDATE", "SET",  "DELETE", "EXISTS"};
 
 template <std::size_t N>
 bool isOneOf(const Token& token, const std::array<std::string_view, N>& words) {
@@ -104,7 +111,9 @@ std::string spelling(const Tokens& tokens, std::size_t at) {
     const bool qualified = at > 0 && tokens[at - 1].isSymbol(".");
     if (!qualified && token.isWord("TRUE")) return "(-1)";
     if (!qualified && token.isWord("FALSE")) return "(0)";
-    return token.text;
+    const bool isCall = at + 1 < tokens.size() && tokens[at + 1].isSymbol("(");
+    const bool isName = token.kind == TokenKind::Word && !isOneOf(token, kKeywords) && !isCall;
+    return isName ? quotedName(token.text) : token.text;
 }
 
 }  // namespace

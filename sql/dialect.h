@@ -1,8 +1,8 @@
 // Statements as callers write them, and the same in SQLite's spelling.
 //
-// Only what differs is changed: True and False become -1 and 0, names in brackets and tables become quoted
-// names, "DELETE * FROM" loses its star, a text that is a table's name alone becomes a SELECT of it. Tokens
-// are set apart by blanks, so that nothing joins to a comment or to an operator that Access does not have.
+// Only what differs is changed: True and False become -1 and 0, names are quoted (many words are keywords to
+// SQLite alone), "DELETE * FROM" loses its star, a text that is a table's name alone becomes a SELECT of it.
+// Tokens are set apart by blanks, so that nothing joins to a comment or to an operator that Access lacks.
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,7 @@
 #include "sql/engine.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <optional>
 #include <utility>
@@ -15,6 +16,25 @@
 #include "sql/type_check.h"
 
 namespace stelvan::sql {
+
+namespace {
+
+/// SQLite's own names for a row's number are columns to no table of the file.
+void refuseRowNumbers(const Statement& statement, const std::vector<ScopeTable>& scope) {
+    constexpr std::array<std::string_view, 3> kRowNumbers{"ROWID", "OID", "_ROWID_"};
+    for (const Token& token : statement.tokens) {
+        const bool isNumber = std::any_of(
+            kRowNumbers.begin(), kRowNumbers.end(),
+            [&token](std::string_view name) { return token.isName() && sameWord(token.text, name); });
+        if (!isNumber) continue;
+        const bool isColumn = std::any_of(scope.begin(), scope.end(), [&token](const ScopeTable& table) {
+            return table.info->findColumn(token.text).has_value();
+        });
+        if (!isColumn) refuseUnknownColumn();
+    }
+}
+
+}  // namespace
 
 struct Engine::State {
     explicit State(jet::Database& file) : database(file) {}
@@ -43,6 +63,7 @@ Statement Engine::State::read(std::string_view sql) {
         name.text = info.name;
         scope.push_back({reference.alias, &info});
     }
+    refuseRowNumbers(statement, scope);
     checkComparisons(statement.tokens, scope);
     return statement;
 }

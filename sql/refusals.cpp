@@ -17,9 +17,10 @@ struct Meaning {
     std::string_view text;
 };
 
+constexpr std::string_view kMissingParameter = "No value given for one or more required parameters.";
+
 constexpr std::array kMeanings{
-    Meaning{"no such column: ", ErrorKind::UnknownColumn,
-            "No value given for one or more required parameters."},
+    Meaning{"no such column: ", ErrorKind::UnknownColumn, kMissingParameter},
     Meaning{
         "ambiguous column name: ", ErrorKind::AmbiguousColumn,
         "The specified field '{}' could refer to more than one table listed in the FROM clause of your SQL "
@@ -112,6 +113,10 @@ void refuse(sqlite3* handle, const Statement& statement, const Translation& tran
     refuseInsertColumns(message);
     if (isSyntax(message)) refuseSyntax(statement, faultyToken(handle, translation));
     throw Error(ErrorKind::Engine, message);
+}
+
+void refuseUnknownColumn() {
+    throw Error(ErrorKind::UnknownColumn, std::string(kMissingParameter));
 }
 
 void refuseUnknownTable(const std::string& name) {

@@ -11,6 +11,7 @@ namespace stelvan::sql {
 /// Call right after the failing call on `handle`; `translation` is what SQLite was given.
 [[noreturn]] void refuse(sqlite3* handle, const Statement& statement, const Translation& translation);
 
+[[noreturn]] void refuseUnknownColumn();
 [[noreturn]] void refuseUnknownTable(const std::string& name);
 
 }  // namespace stelvan::sql

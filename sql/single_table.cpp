@@ -9,8 +9,7 @@ namespace stelvan::sql {
 namespace {
 
 // Any of these makes rows that are not the table's own.
-constexpr std::array<std::string_view, 8> kOtherShapes{"GROUP", "HAVING", "UNION",     "EXCEPT",
-                                                       "JOIN",  "LIMIT",  "INTERSECT", "OVER"};
+constexpr std::array<std::string_view, 4> kOtherShapes{"GROUP", "HAVING", "UNION", "JOIN"};
 
 bool hasOtherShape(const Statement& statement) {
     const auto selects = std::count_if(statement.tokens.begin(), statement.tokens.end(),

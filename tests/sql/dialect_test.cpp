@@ -21,28 +21,34 @@ Error refusal(const std::string& sql) {
 }
 
 TEST(Dialect, TrueAndFalseAreMinusOneAndZero) {
-    EXPECT_EQ(translated("UPDATE t SET f=True WHERE g = FALSE"), "UPDATE t SET f = (-1) WHERE g = (0)");
-    EXPECT_EQ(translated("SELECT t.True FROM t"), "SELECT t . True FROM t");
+    EXPECT_EQ(translated("UPDATE t SET f=True WHERE g = FALSE"),
+              "UPDATE \"t\" SET \"f\" = (-1) WHERE \"g\" = (0)");
+    EXPECT_EQ(translated("SELECT t.True FROM t"), "SELECT \"t\" . \"True\" FROM \"t\"");
 }
 
 TEST(Dialect, NamesInBracketsAndQuotesAreNames) {
     EXPECT_EQ(translated("SELECT [a b], \"c\" FROM [Table]"), "SELECT \"a b\" , \"c\" FROM \"Table\"");
 }
 
+TEST(Dialect, WordsThatAreKeywordsToSqliteAloneAreNames) {
+    EXPECT_EQ(translated("SELECT key, MAX(limit) FROM replace"),
+              "SELECT \"key\" , MAX ( \"limit\" ) FROM \"replace\"");
+}
+
 TEST(Dialect, DeleteMayNameAStar) {
-    EXPECT_EQ(translated("Delete * FROM t"), "Delete FROM t");
+    EXPECT_EQ(translated("Delete * FROM t"), "Delete FROM \"t\"");
 }
 
 TEST(Dialect, ANameAloneIsASelectOfTheTable) {
-    EXPECT_EQ(translated("secs_cusvar"), "SELECT * FROM secs_cusvar");
+    EXPECT_EQ(translated("secs_cusvar"), "SELECT * FROM \"secs_cusvar\"");
 }
 
 TEST(Dialect, TwoMinusSignsAreNoComment) {
-    EXPECT_EQ(translated("SELECT a FROM t WHERE b=1--2"), "SELECT a FROM t WHERE b = 1 - - 2");
+    EXPECT_EQ(translated("SELECT a FROM t WHERE b=1--2"), "SELECT \"a\" FROM \"t\" WHERE \"b\" = 1 - - 2");
 }
 
 TEST(Dialect, TextKeepsItsDoubledQuotes) {
-    EXPECT_EQ(translated("SELECT a FROM t WHERE b='it''s'"), "SELECT a FROM t WHERE b = 'it''s'");
+    EXPECT_EQ(translated("SELECT a FROM t WHERE b='it''s'"), "SELECT \"a\" FROM \"t\" WHERE \"b\" = 'it''s'");
 }
 
 TEST(Dialect, AnUnbalancedQuoteIsASyntaxErrorInString) {
@@ -60,7 +66,7 @@ TEST(Dialect, OnlyFourKindsOfStatements) {
 }
 
 TEST(Dialect, OneStatementAtATime) {
-    EXPECT_EQ(translated("SELECT a FROM t; "), "SELECT a FROM t");
+    EXPECT_EQ(translated("SELECT a FROM t; "), translated("SELECT a FROM t"));
     EXPECT_STREQ(refusal("SELECT a FROM t; DELETE FROM t").what(),
                  "Characters found after end of SQL statement.");
 }

@@ -94,7 +94,7 @@ TEST(SingleTable, ThePlacesAreSelectedInsteadOfTheColumns) {
     const Statement statement = parseStatement("SELECT id, name FROM t x WHERE x.id = 1");
     const auto select = asSingleTable(statement, kTable);
     EXPECT_EQ(translate(selectingPlaces(statement, *select)).text,
-              "SELECT _rowid_ FROM t x WHERE x . id = 1");
+              "SELECT \"_rowid_\" FROM \"t\" \"x\" WHERE \"x\" . \"id\" = 1");
 }
 
 }  // namespace

@@ -20,11 +20,11 @@ constexpr ByteRange kPendingAndShared{kBase + 2, 2};
 
 }  // namespace
 
-bool tryForAWhile(const std::function<bool()>& attempt) {
+bool FileLocks::tryForAWhile(const std::function<bool()>& attempt) const {
     using Clock = std::chrono::steady_clock;
     constexpr std::chrono::microseconds kLongestPause{2000};
     if (attempt()) return true;
-    const Clock::time_point end = Clock::now() + FileLocks::kPatience;
+    const Clock::time_point end = Clock::now() + patience_;
     std::chrono::microseconds pause{100};
     while (Clock::now() < end) {
         std::this_thread::sleep_for(pause);

@@ -19,9 +19,10 @@ namespace stelvan::jet {
 
 class FileLocks {
 public:
-    FileLocks(OpenFile& file, std::filesystem::path path) : file_(&file), path_(std::move(path)) {}
-
     static constexpr std::chrono::milliseconds kPatience{2000};
+
+    FileLocks(OpenFile& file, std::filesystem::path path, std::chrono::milliseconds patience = kPatience)
+        : file_(&file), path_(std::move(path)), patience_(patience) {}
 
     /// Comes in as a reader.
     void share();
@@ -37,13 +38,13 @@ public:
     void readmit() noexcept;
 
 private:
+    /// Calls `attempt` until it gives true or the patience is spent; what it gave last.
+    bool tryForAWhile(const std::function<bool()>& attempt) const;
     [[noreturn]] void throwLocked(const char* why) const;
 
     OpenFile* file_;
     std::filesystem::path path_;
+    std::chrono::milliseconds patience_;
 };
-
-/// Calls `attempt` until it gives true or the patience is spent; what it gave last.
-bool tryForAWhile(const std::function<bool()>& attempt);
 
 }  // namespace stelvan::jet

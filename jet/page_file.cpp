@@ -41,6 +41,17 @@ Registry& registry() {
     return instance;
 }
 
+/// Where the file itself is: its journal lies beside it, not beside a symbolic link or in whatever folder
+/// the program works in later.
+fs::path placeOf(const fs::path& path) {
+    std::error_code ignored;
+    if (fs::is_symlink(path, ignored)) {
+        fs::path target = fs::canonical(path, ignored);
+        if (!ignored) return target;
+    }
+    return path.empty() ? path : fs::absolute(path);
+}
+
 FileStatus requireFile(const fs::path& path, FileSystem& files) {
     const auto status = files.status(path);
     const std::string name = "'" + path.string() + "'";
@@ -74,7 +85,7 @@ std::shared_ptr<PageFile> PageFile::open(const fs::path& path, Access access, Fi
         pages->want(access);
         return pages;
     }
-    const auto pages = std::make_shared<StoredPages>(files, path, access);
+    const auto pages = std::make_shared<StoredPages>(files, placeOf(path), access);
     known.add(key, pages);
     return pages;
 }

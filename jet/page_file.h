@@ -44,6 +44,7 @@ public:
 
     virtual ~PageFile() = default;
 
+    /// Absolute, symbolic links of the file itself followed.
     [[nodiscard]] virtual const std::filesystem::path& path() const = 0;
     /// ReadWrite where one of the handles asked for it and the file and its folder let it be written.
     [[nodiscard]] virtual Access access() const = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "jet/format.h"
+#include "jet/index_tree_writer.h"
 
 namespace stelvan::jet {
 
@@ -143,6 +144,23 @@ bool IndexTree::contains(Bytes key, RowId row) const {
     if (!spot) return false;
     const IndexPage page(file_->read(spot->leaf), spot->leaf, definition_);
     return page.compareWith(entry, spot->position) == 0;
+}
+
+bool IndexTree::insert(Bytes key, RowId row) {
+    return writer().insert(key, row);
+}
+
+void IndexTree::remove(Bytes key, RowId row) {
+    writer().remove(key, row);
+}
+
+IndexTreeWriter IndexTree::writer() const {
+    if (pages_ == nullptr) throw Error(ErrorKind::Misuse, "This index was opened for reading only.");
+    return {*file_, root_, definition_, *pages_};
+}
+
+void IndexTree::makeRoot(WritablePageBytes page, PageNumber definition) {
+    IndexPageEditor::format(page, definition, 0);
 }
 
 }  // namespace stelvan::jet

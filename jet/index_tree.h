@@ -21,6 +21,8 @@
 
 namespace stelvan::jet {
 
+class IndexTreeWriter;
+
 /// No entry may be longer than this (key and row pointer), so that every page can hold two of a node.
 inline constexpr std::size_t kMaxIndexEntry = 1800;
 
@@ -100,6 +102,7 @@ private:
         std::size_t position;
     };
 
+    [[nodiscard]] IndexTreeWriter writer() const;
     [[nodiscard]] PageNumber descend(Bytes wanted) const;
     [[nodiscard]] TreeCursor cursor(Bytes from, Bytes bound, bool exact) const;
     [[nodiscard]] std::optional<Spot> locate(Bytes wanted) const;

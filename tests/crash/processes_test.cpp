@@ -1,0 +1,218 @@
+// Real processes on one file: killed while they write, writing in turns, reading meanwhile.
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdlib>
+#include <functional>
+#include <random>
+#include <thread>
+
+#include "jet/page_file.h"
+#include "tests/crash/numbered_pages.h"
+#include "tests/support/samples.h"
+
+namespace stelvan::test {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+constexpr jet::PageNumber kPages = 24;
+
+/// A number that all processes see.
+class SharedNumber {
+public:
+    SharedNumber()
+        : value_(new (::mmap(nullptr, sizeof(std::atomic<std::uint64_t>), PROT_READ | PROT_WRITE,
+                             MAP_SHARED | MAP_ANONYMOUS, -1, 0)) std::atomic<std::uint64_t>(0)) {}
+    ~SharedNumber() { ::munmap(value_, sizeof *value_); }
+    SharedNumber(const SharedNumber&) = delete;
+    SharedNumber& operator=(const SharedNumber&) = delete;
+    std::atomic<std::uint64_t>& operator*() const { return *value_; }
+
+private:
+    std::atomic<std::uint64_t>* value_;
+};
+
+/// A child process that runs `body`; its exit code is 0 if the body gave true.
+class Child {
+public:
+    explicit Child(const std::function<bool()>& body) : id_(::fork()) {
+        if (id_ != 0) return;
+        bool good = false;
+        try {
+            good = body();
+        } catch (const std::exception& error) {
+            ::dprintf(STDERR_FILENO, "child: %s\n", error.what());
+        }
+        ::_exit(good ? 0 : 1);
+    }
+    ~Child() {
+        if (id_ > 0) kill();
+    }
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+
+    void kill() {
+        ::kill(id_, SIGKILL);
+        (void)wait();
+    }
+    /// True if it ended by itself and was content.
+    bool wait() {
+        int status = 0;
+        ::waitpid(id_, &status, 0);
+        id_ = -1;
+        return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    }
+
+private:
+    pid_t id_;
+};
+
+/// One unit of work: every page goes from generation g to g + 1; now and then the file grows. Returns g + 1.
+std::uint64_t advance(const std::shared_ptr<jet::PageFile>& file) {
+    jet::WriteScope unit(file);
+    const std::vector<std::uint64_t> before = NumberedPages::generations(*file);
+    const std::uint64_t next = before.front() + 1;
+    std::vector<jet::PageNumber> pages(before.size());
+    for (jet::PageNumber page = 0; page < pages.size(); ++page) pages[page] = page;
+    NumberedPages::write(*file, pages, next % 8 == 0 ? 1 : 0, next);
+    unit.commit();
+    return next;
+}
+
+/// The generation that all pages show, 0 where they differ.
+std::uint64_t commonGeneration(jet::PageFile& file) {
+    const std::vector<std::uint64_t> found = NumberedPages::generations(file);
+    return std::ranges::all_of(found, [&](std::uint64_t g) { return g == found.front(); }) ? found.front()
+                                                                                           : 0;
+}
+
+class Processes : public ::testing::Test {
+protected:
+    void SetUp() override { NumberedPages::create(path_, kPages); }
+
+    std::uint64_t found() const {
+        const auto file = jet::PageFile::open(path_, jet::Access::ReadWrite);
+        const jet::ReadScope scope(file);
+        return commonGeneration(*file);
+    }
+
+    /// Reads again and again until told to stop: always one generation, never an older one.
+    bool readsWellUntil(const SharedNumber& stop) const {
+        const auto file = jet::PageFile::open(path_, jet::Access::ReadOnly);
+        std::uint64_t last = 1;
+        while (*stop == 0) {
+            const jet::ReadScope scope(file);
+            const std::uint64_t now = commonGeneration(*file);
+            if (now < last) return false;
+            last = now;
+        }
+        return true;
+    }
+
+    ScratchDir scratch_;
+    fs::path path_ = scratch_.path() / "gem.mdb";
+};
+
+TEST_F(Processes, AKilledWriterLeavesAWholeUnitAndLosesNoneThatWasDone) {
+    std::mt19937 random(7);
+    const SharedNumber done;
+    *done = 1;
+    for (int round = 0; round < 60; ++round) {
+        Child writer([&] {
+            const auto file = jet::PageFile::open(path_, jet::Access::ReadWrite);
+            while (true) *done = advance(file);
+            return true;
+        });
+        std::this_thread::sleep_for(
+            std::chrono::microseconds(std::uniform_int_distribution<int>(300, 9000)(random)));
+        writer.kill();
+        const std::uint64_t now = found();
+        EXPECT_TRUE(now == *done || now == *done + 1) << "round " << round << ": " << now << ", " << *done;
+        *done = now;
+        EXPECT_FALSE(fs::exists(path_.string() + "-journal"));
+    }
+    EXPECT_GT(*done, 60u) << "nothing was written at all";
+}
+
+TEST_F(Processes, WritersTakeTurnsAndReadersNeverSeeHalf) {
+    constexpr std::uint64_t kUnits = 60;
+    const SharedNumber stop;
+    const auto write = [&] {
+        const auto file = jet::PageFile::open(path_, jet::Access::ReadWrite);
+        for (std::uint64_t i = 0; i < kUnits; ++i) (void)advance(file);
+        return true;
+    };
+    Child reader([&] { return readsWellUntil(stop); });
+    Child first(write);
+    Child second(write);
+    EXPECT_TRUE(first.wait());
+    EXPECT_TRUE(second.wait());
+    *stop = 1;
+    EXPECT_TRUE(reader.wait());
+    EXPECT_EQ(found(), 1 + 2 * kUnits) << "a unit was lost";
+}
+
+TEST_F(Processes, OneKilledWriterStopsNeitherTheOthersNorTheReaders) {
+    const SharedNumber stop;
+    const SharedNumber units;
+    const auto write = [&] {
+        const auto file = jet::PageFile::open(path_, jet::Access::ReadWrite);
+        while (*stop == 0) {
+            (void)advance(file);
+            ++*units;
+        }
+        return true;
+    };
+    Child reader([&] { return readsWellUntil(stop); });
+    Child survivor(write);
+    std::mt19937 random(11);
+    for (int round = 0; round < 15; ++round) {
+        Child victim(write);
+        std::this_thread::sleep_for(
+            std::chrono::microseconds(std::uniform_int_distribution<int>(1000, 12000)(random)));
+        victim.kill();
+    }
+    *stop = 1;
+    EXPECT_TRUE(survivor.wait());
+    EXPECT_TRUE(reader.wait());
+    EXPECT_GE(found(), 1 + *units);
+    EXPECT_GT(*units, 0u);
+}
+
+TEST_F(Processes, AUnitRefusedAsLockedLeavesItsProgramAbleToGoOn) {
+    const SharedNumber stage;
+    Child holder([&] {
+        const auto file = jet::PageFile::open(path_, jet::Access::ReadWrite);
+        const jet::WriteScope unit(file);
+        *stage = 1;
+        while (*stage == 1) std::this_thread::sleep_for(1ms);
+        return true;
+    });
+    while (*stage == 0) std::this_thread::sleep_for(1ms);
+    const auto file = jet::PageFile::open(path_, jet::Access::ReadWrite);
+    {
+        const jet::ReadScope reading(file);
+        EXPECT_EQ(commonGeneration(*file), 1u) << "a writer at work does not keep readers out";
+    }
+    try {
+        (void)advance(file);
+        ADD_FAILURE() << "two writers at once";
+    } catch (const jet::Error& error) {
+        EXPECT_EQ(error.kind(), jet::ErrorKind::Locked);
+    }
+    *stage = 2;
+    EXPECT_TRUE(holder.wait());
+    EXPECT_EQ(advance(file), 2u);
+}
+
+}  // namespace
+}  // namespace stelvan::test

@@ -26,7 +26,8 @@ protected:
     /// A frame in an edit, its lists shown and open.
     void openFrame(std::int16_t category, form::EditMode mode = form::EditMode::Editing) {
         begin(category, mode);
-        for (const form::TwoListEditor* editor : {&form.evt.reports, &form.rpt.variables, &form.var.children}) {
+        for (const form::TwoListEditor* editor :
+             {&form.evt.reports, &form.rpt.variables, &form.var.children}) {
             editor->showPool(true);
             editor->showSelected(true);
             editor->pool->setOpen(true);

@@ -26,12 +26,12 @@ protected:
         listChildren.lUpdateVarChild(true);
     }
     QStringList valuesOf(const QString& sql) {
-        QStringList values;
+        QStringList found;
         db::Connection connection;
         db::Recordset rows;
-        if (database.lGetRecordSet(connection, rows, sql.toStdString()) == nullptr) return values;
-        for (; !rows.eof(); rows.moveNext()) values << form::toQt(db::toTextOrEmpty(rows.field(0)));
-        return values;
+        if (database.lGetRecordSet(connection, rows, sql.toStdString()) == nullptr) return found;
+        for (; !rows.eof(); rows.moveNext()) found << form::toQt(db::toTextOrEmpty(rows.field(0)));
+        return found;
     }
     void check(int row) {
         // A click on the box itself, at the left edge of the row.

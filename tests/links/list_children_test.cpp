@@ -19,6 +19,7 @@ protected:
         LinkBench::SetUp();
         useDatabase("gem.mdb");
         openFrame(form::CSTVSV);
+        editor.selected->setHeaders({"Duplicate", "Name", "ID", "Group", "Value"});
     }
 
     void show(const QString& variable) {
@@ -242,15 +243,16 @@ TEST_F(ListChildrenTest, ChildrenComeBackInTheirNewOrderWithTheirMarks) {
 }
 
 TEST_F(ListChildrenTest, ReleasedChildrenKeepTheirDuplicateFlag) {
-    const QStringList child =
-        valuesOf("SELECT var_id FROM secs_cusvar WHERE var_allowduplicates <> 0 AND var_parentkey <> 0");
-    ASSERT_FALSE(child.isEmpty());
-    const QStringList list = valuesOf("SELECT var_parentkey FROM secs_cusvar WHERE var_id = " + child[0]);
-    EXPECT_TRUE(listChildren.releaseChildren(list[0].toStdString()));
-    EXPECT_EQ(valuesOf("SELECT var_id FROM secs_cusvar WHERE var_parentkey = " + list[0]), QStringList{});
-    EXPECT_EQ(
-        valuesOf("SELECT var_id FROM secs_cusvar WHERE var_allowduplicates <> 0 AND var_id = " + child[0]),
-        child);
+    const auto flagged = [this](const QString& child) {
+        return valuesOf("SELECT var_id FROM secs_cusvar WHERE var_allowduplicates <> 0 AND var_id = " +
+                        child);
+    };
+    show("229");
+    ASSERT_TRUE(editor.selected->isChecked(0));
+    const QString child = editor.selected->text(0, kId);
+    EXPECT_TRUE(listChildren.releaseChildren("229"));
+    EXPECT_EQ(valuesOf("SELECT var_id FROM secs_cusvar WHERE var_parentkey = 229"), QStringList{});
+    EXPECT_EQ(flagged(child), QStringList{child});
 }
 
 TEST_F(ListChildrenTest, AnIdBeyondThirtyTwoBitsIsAnOverflow) {

@@ -6,6 +6,7 @@
 #include <QStyleFactory>
 #include <QTabBar>
 #include <QTextStream>
+#include <QTreeWidget>
 
 #include "app/form/dialogs.h"
 #include "app/frm_main.h"
@@ -58,7 +59,7 @@ void addOptions(QCommandLineParser& options) {
     add("category", "key of the category to show; empty for none", "key", "CSTVSV");
     add("record", "number of the record to show", "n", "1");
     add("font", "size of the font in points", "points", "");
-    add("size", "size of the window, as 1100x760", "size", "");
+    add("size", "size of the window", "size", "1100x760");
     options.addOption({QStringLiteral("all"), QStringLiteral("show the grid of all records")});
     options.addOption({QStringLiteral("edit"), QStringLiteral("press Edit")});
     options.addOption({QStringLiteral("add"), QStringLiteral("press Add New")});
@@ -76,8 +77,12 @@ void setLook(const QCommandLineParser& options) {
 }
 
 void arrange(FrmMain& window, const QCommandLineParser& options) {
-    if (const QString key = options.value(QStringLiteral("category")); !key.isEmpty())
+    if (const QString key = options.value(QStringLiteral("category")); !key.isEmpty()) {
+        const auto index = window.subsystems().categories.indexOf(key.toStdString());
+        QTreeWidget* tree = window.form().tvwSECSItem;
+        tree->setCurrentItem(tree->topLevelItem(index - 1));
         window.subsystems().categoryTree.tvwSECSItem_NodeClick(key);
+    }
     for (int n = options.value(QStringLiteral("record")).toInt(); n > 1; --n)
         window.form().nav.cmdNext->click();
     if (options.isSet(QStringLiteral("edit"))) window.form().nav.cmdUpdate->click();

@@ -22,6 +22,14 @@ public:
         }
     }
 
+    void append(const model::TableRows& table) {
+        for (const auto& cells : table.rows) {
+            Row row;
+            for (std::size_t i = 0; i < cells.size(); ++i) row[table.columns[i]] = cells[i];
+            tables_[table.table].push_back(std::move(row));
+        }
+    }
+
     [[nodiscard]] const std::vector<Row>& rows(const std::string& table) const {
         static const std::vector<Row> kNone;
         const auto found = tables_.find(table);
@@ -40,14 +48,6 @@ public:
     [[nodiscard]] const std::map<std::string, std::vector<Row>>& tables() const { return tables_; }
 
 private:
-    void append(const model::TableRows& table) {
-        for (const auto& cells : table.rows) {
-            Row row;
-            for (std::size_t i = 0; i < cells.size(); ++i) row[table.columns[i]] = cells[i];
-            tables_[table.table].push_back(std::move(row));
-        }
-    }
-
     std::map<std::string, std::vector<Row>> tables_;
 };
 

@@ -7,6 +7,7 @@
 #include <fstream>
 #include <set>
 
+#include "data/model/generated_model.h"
 #include "settings/rules/setting_rules.h"
 #include "tests/data/model_texts.h"
 #include "tests/support/samples.h"
@@ -21,11 +22,18 @@ namespace rules = stelvan::validation;
 struct ShippedModel {
     const char* name;
     std::vector<std::string> folders;
+    model::ModelSize generated;
 };
+
+ModelTexts textsOf(const ShippedModel& shipped) {
+    ModelTexts texts(shipped.folders);
+    for (const model::TableRows& table : model::generateModel(shipped.generated)) texts.append(table);
+    return texts;
+}
 
 class ShippedModelTest : public ::testing::TestWithParam<ShippedModel> {
 protected:
-    const ModelTexts texts_{GetParam().folders};
+    const ModelTexts texts_ = textsOf(GetParam());
     const std::vector<Row> variables_ = texts_.rowsOf({"secs_gemvar", "secs_cusvar"});
     const std::vector<Row> events_ = texts_.rowsOf({"secs_gemevent", "secs_cusevent"});
 };
@@ -241,10 +249,14 @@ TEST_P(ShippedModelTest, NoListVariableStandsFirstInItsCategory) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Models, ShippedModelTest,
-                         ::testing::Values(ShippedModel{"Standard", {"standard"}},
-                                           ShippedModel{"Demo", {"standard", "demo"}}),
-                         [](const auto& model) { return std::string(model.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Models, ShippedModelTest,
+    ::testing::Values(ShippedModel{"Standard", {"standard"}, {}},
+                      ShippedModel{"Demo", {"standard", "demo"}, {}},
+                      ShippedModel{"Generated",
+                                   {"standard"},
+                                   {.variables = 500, .events = 40, .alarms = 30, .reports = 50}}),
+    [](const auto& model) { return std::string(model.param.name); });
 
 TEST(ShippedSettings, AreAllThereOnceAndPassTheirRules) {
     const ScratchDir folder;

@@ -1,0 +1,102 @@
+// The text forms of schema and rows: what they say is taken as said, what they say wrongly is refused.
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "data/model/generated_model.h"
+#include "data/model/schema_text.h"
+#include "data/model/table_text.h"
+#include "tests/support/samples.h"
+
+namespace stelvan::test {
+namespace {
+
+std::string refusal(const std::string& schema) {
+    try {
+        (void)model::parseSchema(schema);
+    } catch (const std::runtime_error& error) {
+        return error.what();
+    }
+    return "";
+}
+
+TEST(SchemaText, GivesColumnsWithTypesSizesAndDefaults) {
+    const model::Schema schema = model::parseSchema(
+        "created 2025-01-01T12:00:00\n"
+        "table one two   # of the same shape\n"
+        "column id Long default 7\n"
+        "column name Text 100\n"
+        "column text Memo\n"
+        "primary PrimaryKey id\n"
+        "index both name id\n");
+    EXPECT_EQ(schema.created.days, 45658.5);
+    ASSERT_EQ(schema.tables.size(), 2U);
+    const jet::TableSpec& two = schema.tables[1];
+    EXPECT_EQ(two.name, "two");
+    EXPECT_EQ(two.columns[0].defaultValue, "7");
+    EXPECT_EQ(two.columns[1].length, 200);
+    EXPECT_TRUE(two.columns[1].compressed);
+    EXPECT_EQ(two.columns[2].type, jet::ColumnType::Memo);
+    EXPECT_TRUE(two.indexes[0].primary && two.indexes[0].unique && two.indexes[0].required);
+    EXPECT_FALSE(two.indexes[1].unique);
+    EXPECT_EQ(two.indexes[1].columns[1].column, 0U);
+}
+
+TEST(SchemaText, RefusesWhatItDoesNotKnowAndNamesTheLine) {
+    EXPECT_EQ(refusal("\ncolumn id Long"), "schema, line 2: a table must begin first");
+    EXPECT_EQ(refusal("table t\ncolumn id Lang"), "schema, line 2: no such type: Lang");
+    EXPECT_EQ(refusal("table t\nindex i id"), "schema, line 2: no such column: id");
+    EXPECT_EQ(refusal("table t\nfrobnicate"), "schema, line 2: no such word: frobnicate");
+    EXPECT_NE(refusal("created yesterday"), "");
+    EXPECT_NE(refusal("table t\ncolumn name Text"), "") << "a text needs a size";
+}
+
+TEST(ShippedSchema, HasTheNineTablesAndTheLimits) {
+    const auto schema = model::parseSchema(model::readText(STELVAN_SOURCE_DIR "/data/schema.txt"));
+    std::vector<std::string> names;
+    for (const jet::TableSpec& table : schema.tables) names.push_back(table.name);
+    EXPECT_EQ(names, (std::vector<std::string>{"secs_gemvar", "secs_cusvar", "secs_gemevent", "secs_cusevent",
+                                               "secs_alarm", "secs_report", "secs_def_evt_rpt",
+                                               "secs_rpt_var", "secs_setting", "var_limit"}));
+}
+
+TEST(TableText, GivesCellsAndReplacesWords) {
+    const ScratchDir folder;
+    std::ofstream(folder.path() / "b.tsv") << "id\tpath\n1\t@DIR@/x@DIR@\n2\t\n";
+    std::ofstream(folder.path() / "a.tsv") << "id\n";
+    std::ofstream(folder.path() / "notes.txt") << "no table";
+    const auto tables = model::readTables(folder.path(), {{"@DIR@", "/d"}});
+    ASSERT_EQ(tables.size(), 2U);
+    EXPECT_EQ(tables[0].table, "a");
+    EXPECT_TRUE(tables[0].rows.empty());
+    EXPECT_EQ(tables[1].rows, (std::vector<std::vector<std::string>>{{"1", "/d/x/d"}, {"2", ""}}));
+}
+
+TEST(TableText, RefusesALineWithTooFewCells) {
+    const ScratchDir folder;
+    std::ofstream(folder.path() / "a.tsv") << "id\tname\n1\tx\n2\n";
+    try {
+        (void)model::readTables(folder.path());
+        FAIL() << "not refused";
+    } catch (const std::runtime_error& error) {
+        EXPECT_NE(std::string(error.what()).find("line 3"), std::string::npos) << error.what();
+    }
+}
+
+TEST(GeneratedModel, HasTheSizesAskedForAndIsTheSameEachTime) {
+    const model::ModelSize size{.variables = 25, .events = 4, .alarms = 3, .reports = 6};
+    const auto tables = model::generateModel(size);
+    std::map<std::string, std::size_t> rows;
+    for (const model::TableRows& table : tables) rows[table.table] = table.rows.size();
+    EXPECT_EQ(rows["secs_cusvar"], 25U);
+    EXPECT_EQ(rows["secs_cusevent"], 4U);
+    EXPECT_EQ(rows["secs_alarm"], 3U);
+    EXPECT_EQ(rows["secs_report"], 6U);
+    EXPECT_EQ(rows["secs_rpt_var"], 30U);
+    EXPECT_EQ(rows["secs_def_evt_rpt"], 8U);
+    EXPECT_EQ(model::generateModel(size)[0].rows, tables[0].rows);
+    EXPECT_EQ(model::generateVariables(10, 5).rows[0], tables[0].rows[10]);
+}
+
+}  // namespace
+}  // namespace stelvan::test

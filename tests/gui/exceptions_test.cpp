@@ -370,6 +370,35 @@ TEST_F(Exceptions, protocolSettings) {
     }
 }
 
+TEST_F(Exceptions, anEventsLowestIdInAModelWithoutEvents) {
+    STELVAN_NEEDS_SAMPLE("gem_empty.mdb");
+    open("gem_empty.mdb");
+    expectWhileAdding(form::CSTEVT,
+                      {{{{"txtEvtID", "100"}}, {fault("Event ID", kFrom101)}}, {{{"txtEvtID", "101"}}, {}}});
+}
+
+TEST_F(Exceptions, aModelThatStoresIdsAsFractionsKnowsTheSameDuplicates) {
+    STELVAN_NEEDS_SAMPLE("gem_int_flags.mdb");
+    open("gem_int_flags.mdb");
+    expectWhileAdding(form::CSTVSV,
+                      {{{{"txtVarID", "218"}}, {fault("Variable ID", kIdExists)}},
+                       {{{"txtVarID", "77777"}}, {}},
+                       {{{"txtVarName", "robotstate"}}, {fault("Variable Name", kNameExists)}}});
+    expectWhileAdding(form::CSTALM, {{{{"txtAlmID", "101"}}, {fault("Alarm ID", kIdExists)}}});
+}
+
+TEST_F(Exceptions, eventsFillEachOtherInAndAreListedTogether) {
+    STELVAN_NEEDS_SAMPLE("gem.mdb");
+    open();
+    add(form::CSTALM);
+    typeAndLeave("txtAlmSetCEID", "101");
+    EXPECT_EQ(field("txtAlmSetCEName").text(), "Sc1AlarmSet");
+    typeAndLeave("txtAlmClrCEName", "Sc1AlarmCleared");
+    EXPECT_EQ(field("txtAlmClrCEID").text(), "102");
+    EXPECT_EQ(exceptions(), "");
+    EXPECT_EQ(dialogs.texts(), QStringList());
+}
+
 TEST_F(Exceptions, aFaultyRecordIsNotSaved) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();

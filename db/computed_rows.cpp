@@ -13,6 +13,14 @@ std::vector<jet::RowId> ComputedRows::places() const {
     return places;
 }
 
+std::vector<std::optional<Row>> ComputedRows::read(std::span<const jet::RowId> places) {
+    std::vector<std::optional<Row>> rows;
+    for (const jet::RowId place : places) {
+        rows.emplace_back(rows_.rows.at(static_cast<std::size_t>(place.packed())));
+    }
+    return rows;
+}
+
 std::vector<jet::RowId> ComputedRows::stillThere(std::vector<jet::RowId> places) {
     std::sort(places.begin(), places.end());
     return places;

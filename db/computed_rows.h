@@ -14,9 +14,7 @@ public:
     [[nodiscard]] std::vector<jet::RowId> places() const;
 
     [[nodiscard]] const std::vector<std::string>& fields() const override { return rows_.columns; }
-    [[nodiscard]] std::optional<Row> read(jet::RowId place) override {
-        return rows_.rows.at(static_cast<std::size_t>(place.packed()));
-    }
+    [[nodiscard]] std::vector<std::optional<Row>> read(std::span<const jet::RowId> places) override;
     [[nodiscard]] std::vector<jet::RowId> stillThere(std::vector<jet::RowId> places) override;
     [[nodiscard]] RowWriter* writer() override { return nullptr; }
 

@@ -1,7 +1,8 @@
 // A record set: the rows of one SELECT with a cursor, write-through for "select * from T [where ...]".
 //
 // Static cursor: which rows it holds is settled at open (row ids, not values); a row is decoded when it is
-// looked at and then keeps its values as of that moment. resync() takes over what others changed.
+// looked at (a walk from row to row decodes some ahead) and then keeps its values as of that moment. resync()
+// takes over what others changed.
 // Errors are RunTimeError: 3021 no current record, 3265 no such field, 3704 closed, 3705 open, 3219 not
 // allowed here, 3251 not updatable, 13 and provider numbers from writing.
 #pragma once
@@ -81,7 +82,7 @@ public:
     void cancelBatch(Affect affect = Affect::All);
     /// Takes over what the file now holds for all records; rows that are gone leave the record set.
     void resync();
-    /// Reads the current record anew.
+    /// Reads the current record anew; one that is gone leaves, and the cursor stands on its gap.
     void resyncCurrent();
 
     /// "column = 12" or "column = 'text'"; empty shows all again. Moves to the first record.

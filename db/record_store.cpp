@@ -8,6 +8,12 @@
 
 namespace stelvan::db {
 
+namespace {
+
+constexpr std::size_t kReadAhead = 256;
+
+}  // namespace
+
 RecordStore::RecordStore(std::unique_ptr<RowSource> source, const std::vector<jet::RowId>& places)
     : source_(std::move(source)) {
     bookmarks_.reserve(places.size());
@@ -27,14 +33,24 @@ std::size_t RecordStore::positionOf(Bookmark bookmark) const {
     return static_cast<std::size_t>(found - bookmarks_.begin());
 }
 
-const Row* RecordStore::stored(Bookmark bookmark) {
-    Entry& entry = entryOf(bookmark);
-    if (entry.values == nullptr) {
-        std::optional<Row> row = source_->read(entry.place);
-        if (!row) return nullptr;
-        entry.values = std::make_unique<Row>(std::move(*row));
+void RecordStore::readFrom(std::size_t position) {
+    const std::size_t wanted = position == nextInTurn_ ? kReadAhead : 1;
+    std::vector<jet::RowId> places;
+    for (std::size_t at = position; at < entries_.size() && places.size() < wanted; ++at) {
+        if (entries_[at].values != nullptr || adding(bookmarks_[at])) break;
+        places.push_back(entries_[at].place);
     }
-    return entry.values.get();
+    std::vector<std::optional<Row>> rows = source_->read(places);
+    for (std::size_t at = 0; at < rows.size(); ++at) {
+        if (rows[at]) entries_[position + at].values = std::make_unique<Row>(*std::move(rows[at]));
+    }
+    nextInTurn_ = position + rows.size();
+}
+
+const Row* RecordStore::stored(Bookmark bookmark) {
+    const std::size_t position = positionOf(bookmark);
+    if (entries_[position].values == nullptr) readFrom(position);
+    return entries_[position].values.get();
 }
 
 std::optional<jet::Value> RecordStore::value(Bookmark bookmark, std::size_t field) {
@@ -162,9 +178,9 @@ void RecordStore::refresh() {
 void RecordStore::refresh(Bookmark bookmark) {
     if (pending(bookmark)) return;
     Entry& entry = entryOf(bookmark);
-    std::optional<Row> row = source_->read(entry.place);
+    std::optional<Row> row = source_->read({&entry.place, 1}).front();
     if (!row) return remove(bookmark);
-    entry.values = std::make_unique<Row>(std::move(*row));
+    entry.values = std::make_unique<Row>(*std::move(row));
 }
 
 }  // namespace stelvan::db

@@ -24,8 +24,9 @@ public:
     /// Changes whenever records leave.
     [[nodiscard]] std::uint64_t generation() const { return generation_; }
 
-    /// The stored values, read at the first call and kept; null when the row is gone. Not for a record that
-    /// is being added.
+    /// The stored values, read at the first call and kept; a walk from record to record reads some ahead,
+    /// since opening the file for each row costs far more than the row. Null when the row is gone. Not for a
+    /// record that is being added.
     [[nodiscard]] const Row* stored(Bookmark bookmark);
     /// The values with pending changes.
     [[nodiscard]] std::optional<jet::Value> value(Bookmark bookmark, std::size_t field);
@@ -55,6 +56,7 @@ private:
         jet::RowId place;
         std::unique_ptr<Row> values;  // null until looked at
     };
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
     struct Pending {
         Bookmark bookmark = 0;
         bool adding = false;
@@ -64,6 +66,8 @@ private:
 
     [[nodiscard]] std::size_t positionOf(Bookmark bookmark) const;
     [[nodiscard]] Entry& entryOf(Bookmark bookmark) { return entries_[positionOf(bookmark)]; }
+    /// Reads the rows from a position on that were not looked at yet.
+    void readFrom(std::size_t position);
     [[nodiscard]] RowWriter& writer() { return *source_->writer(); }
     void writeNew();
     void writeChanges();
@@ -78,6 +82,7 @@ private:
     Bookmark next_ = 1;
     std::optional<Pending> pending_;
     std::uint64_t generation_ = 0;
+    std::size_t nextInTurn_ = kNone;  // the position behind the rows read last
 };
 
 }  // namespace stelvan::db

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -43,8 +44,8 @@ public:
     virtual ~RowSource() = default;
 
     [[nodiscard]] virtual const std::vector<std::string>& fields() const = 0;
-    /// Nothing when the row is gone.
-    [[nodiscard]] virtual std::optional<Row> read(jet::RowId place) = 0;
+    /// The rows at these places as they are at one moment; nothing for one that is gone.
+    [[nodiscard]] virtual std::vector<std::optional<Row>> read(std::span<const jet::RowId> places) = 0;
     /// Looks at the file anew, and gives those of `places` (in any order) that still hold a row, ascending.
     [[nodiscard]] virtual std::vector<jet::RowId> stillThere(std::vector<jet::RowId> places) = 0;
     /// Null where the rows cannot be written.

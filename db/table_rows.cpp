@@ -30,7 +30,15 @@ void TableRows::reopen() {
     table_ = &found;
 }
 
-std::optional<Row> TableRows::read(jet::RowId place) {
+std::vector<std::optional<Row>> TableRows::read(std::span<const jet::RowId> places) {
+    const auto scope = database_->database().beginRead();
+    std::vector<std::optional<Row>> rows;
+    rows.reserve(places.size());
+    for (const jet::RowId place : places) rows.push_back(readOne(place));
+    return rows;
+}
+
+std::optional<Row> TableRows::readOne(jet::RowId place) {
     const std::unique_ptr<jet::Cursor> cursor = table().row(place, columns_);
     if (cursor == nullptr) return std::nullopt;
     Row row;
@@ -80,7 +88,7 @@ jet::RowId TableRows::insert(const Row& row) {
 }
 
 void TableRows::requireUnchanged(jet::RowId place, const std::optional<Row>& asRead) {
-    const std::optional<Row> now = read(place);
+    const std::optional<Row> now = readOne(place);
     if (!now) throw jet::Error(jet::ErrorKind::RowGone, "The record was deleted meanwhile.").about(name_);
     if (asRead && *asRead != *now) {
         throw jet::Error(jet::ErrorKind::RowChanged, "The record was changed meanwhile.").about(name_);

@@ -17,7 +17,7 @@ public:
     TableRows(std::shared_ptr<OpenDatabase> database, const std::string& table, jet::ColumnSet columns);
 
     [[nodiscard]] const std::vector<std::string>& fields() const override { return fields_; }
-    [[nodiscard]] std::optional<Row> read(jet::RowId place) override;
+    [[nodiscard]] std::vector<std::optional<Row>> read(std::span<const jet::RowId> places) override;
     [[nodiscard]] std::vector<jet::RowId> stillThere(std::vector<jet::RowId> places) override;
     [[nodiscard]] RowWriter* writer() override { return this; }
 
@@ -32,6 +32,7 @@ private:
     /// Opens the file anew. Throws when the table no longer has the columns it was read with.
     void reopen();
     [[nodiscard]] jet::Table& table() { return *table_; }
+    [[nodiscard]] std::optional<Row> readOne(jet::RowId place);
     void requireUnchanged(jet::RowId place, const std::optional<Row>& asRead);
 
     std::shared_ptr<OpenDatabase> database_;

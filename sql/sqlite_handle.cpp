@@ -15,8 +15,11 @@ std::string_view textOf(const void* data, int size) {
 }
 
 int compareByFileOrder(void*, int leftSize, const void* left, int rightSize, const void* right) {
+    const std::string_view first = textOf(left, leftSize);
+    const std::string_view second = textOf(right, rightSize);
+    if (first == second) return 0;
     try {
-        return jet::compareText(textOf(left, leftSize), textOf(right, rightSize));
+        return jet::compareText(first, second);
     } catch (const std::bad_alloc&) {
         // No way to refuse from here; a wrong order of a statement that runs out of memory harms nothing.
         return 0;

@@ -74,12 +74,15 @@ bool EditCommands::deleteLinked() {
 
 void EditCommands::showFollower(std::int32_t deleted) {
     db::CurrentRecords& current = at_.state.current;
-    const bool last = deleted >= current.records->recordCount();
+    const std::int32_t expected = current.records->recordCount() - 1;
     resynchronise(current);
     // The follower takes the deleted record's place and number; past the last one comes the first.
     current.position = deleted - 1;
-    if (last && !current.records->eof()) current.records->moveNext();
     at_.recordView.cmdNext_Click();
+    if (current.records->recordCount() != expected && current.onRecord()) {
+        renumber(current);
+        at_.recordView.lUpdateNavigator();
+    }
     at_.access.lSetEditMode(at_.state.category, false);
 }
 

@@ -18,7 +18,6 @@ void ValueChecks::checkLimit(Field& left, Field& other, Moment moment) {
     if (watch.failed()) return;
     followBlankMark();
     if (passed) compareLimits(left, other, moment);
-    if (moment == Moment::Saving) return;  // value and default value have their own turn
     for (Field* content : {frame_.txtVarDefValue, frame_.txtVarValue}) {
         if (isMarked(*content, NO_EXCEPTION) || isMarked(*content, VAR_NOT_IN_MINMAX)) {
             compareWithLimits(*content, moment);

@@ -247,6 +247,19 @@ TEST_F(SettingInputsTest, anOverflowIsReportedAndRefusesTheSave) {
     EXPECT_FALSE(inputs.checkForSave());
     EXPECT_EQ(failures, QStringList("ERROR(6) [frmMain.lVerifySetting.0]: Overflow"));
     EXPECT_EQ(value.marker(), "0");
+    show("DeviceID", "1", "99999999999");
+    defValue.setMarker("3");
+    EXPECT_FALSE(inputs.checkForSave());
+    EXPECT_EQ(defValue.marker(), "0");
+    EXPECT_EQ(box.text(), "");
+}
+
+TEST_F(SettingInputsTest, aCancelClosesTheInputsBeforeTheModeChanges) {
+    show("BaudRate", "9600", "300");
+    state.checksEnabled = false;
+    inputs.lInitSttInput(false);
+    EXPECT_FALSE(form.stt.cmbSttValue->isOpen());
+    EXPECT_TRUE(value.isLocked());
 }
 
 TEST_F(SettingInputsTest, aMissingDatabaseIsListedInItsOwnWords) {

@@ -288,5 +288,34 @@ TEST_F(ValueChecksTest, gemVariablesAreJudgedByTheLimitsTheyShow) {
     EXPECT_EQ(box.text(), line("Variable Value", "Must be numeric."));
 }
 
+TEST_F(ValueChecksTest, aBlankLimitOfAGemVariableIsNoZero) {
+    begin(form::GEMVEC, EditMode::Editing);
+    for (form::Field* f : form.fields()) f->setLocked(f != &value && f != &defValue);
+    form.var.cmbVarFormat->setText("I2");
+    max.setText("100");
+    value.setText("-5");
+    EXPECT_TRUE(checks.checkForSave(form::GEMVEC));
+    EXPECT_EQ(box.text(), "");
+}
+
+TEST_F(ValueChecksTest, aChangeOfFormatComparesTheLimitsAnew) {
+    start("U4");
+    typeAndLeave(min, "10");
+    typeAndLeave(max, "9");
+    chooseFormat("I4");
+    EXPECT_EQ(markers(), "38 38 0 0");
+    EXPECT_EQ(box.text(), line("Variable Max", kMinAboveMax) + line("Variable Min", kMinAboveMax));
+}
+
+TEST_F(ValueChecksTest, aLimitThatOverflowsEndsItsHandler) {
+    start("U4");
+    typeAndLeave(value, "5");
+    box.lLogError("Seen", "before");
+    typeAndLeave(min, "2147483648");
+    EXPECT_EQ(failures, QStringList("ERROR(6) [frmMain.lVarVerifyValue.0]: Overflow"));
+    EXPECT_EQ(markers(), "0 0 0 0");
+    EXPECT_EQ(box.text(), line("Seen", "before"));  // nothing was verified anew
+}
+
 }  // namespace
 }  // namespace stelvan::validation

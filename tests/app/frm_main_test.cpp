@@ -4,19 +4,26 @@
 #include <QAction>
 #include <QDialog>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPlainTextEdit>
+#include <QTabBar>
 #include <QTimer>
 
 #include "app/frm_about.h"
 #include "app/frm_gem_database.h"
-#include "tests/app/window_bench.h"
+#include "tests/support/window_bench.h"
 
 namespace stelvan::test {
 namespace {
 
 class FrmMainTest : public WindowBench {
 protected:
-    void SetUp() override { STELVAN_NEEDS_SAMPLE("gem.mdb"); }
+    void SetUp() override {
+        STELVAN_NEEDS_SAMPLE("gem.mdb");
+        window = std::make_unique<app::FrmMain>(dialogs, QString());
+    }
+    [[nodiscard]] const form::Navigator& nav() const { return form().nav; }
+    [[nodiscard]] QString position() const { return nav().lblRecNumber->text(); }
 
     /// Answers the database dialog as soon as it stands: with a path, or by Cancel.
     static void answerDialog(const QString& path) {
@@ -34,123 +41,126 @@ protected:
     static bool firstCopy() { return true; }
 
     void expectFreshStart() {
-        EXPECT_EQ(form.tvwSECSItem->topLevelItemCount(), 11);
-        EXPECT_TRUE(form.tvwSECSItem->selectedItems().isEmpty());
+        EXPECT_EQ(form().tvwSECSItem->topLevelItemCount(), 11);
+        EXPECT_TRUE(form().tvwSECSItem->selectedItems().isEmpty());
         EXPECT_EQ(position(), "0 of 0");
-        EXPECT_EQ(state.current.records, nullptr);
-        EXPECT_EQ(state.current.position, 0);
-        EXPECT_EQ(state.category, form::NO_CATEGORY);
-        EXPECT_EQ(state.editMode, form::EditMode::Browsing);
-        EXPECT_EQ(form.frontFrame(), 0);
-        EXPECT_EQ(form.tspData->currentIndex(), 0);
-        EXPECT_TRUE(nav.fraDBOperation->isEnabled());
-        EXPECT_TRUE(nav.cmdSave->isHidden());
-        EXPECT_TRUE(nav.cmdCancel->isHidden());
+        EXPECT_EQ(state().current.records, nullptr);
+        EXPECT_EQ(state().current.position, 0);
+        EXPECT_EQ(state().category, form::NO_CATEGORY);
+        EXPECT_EQ(state().editMode, form::EditMode::Browsing);
+        EXPECT_EQ(form().frontFrame(), 0);
+        EXPECT_EQ(form().tspData->currentIndex(), 0);
+        EXPECT_TRUE(nav().fraDBOperation->isEnabled());
+        EXPECT_TRUE(nav().cmdSave->isHidden());
+        EXPECT_TRUE(nav().cmdCancel->isHidden());
         for (const QPushButton* button :
-             {nav.cmdNew, nav.cmdUpdate, nav.cmdDelete, nav.cmdPrevious, nav.cmdNext})
+             {nav().cmdNew, nav().cmdUpdate, nav().cmdDelete, nav().cmdPrevious, nav().cmdNext})
             EXPECT_FALSE(button->isEnabled());
-        for (const form::Field* field : form.fields()) {
+        for (const form::Field* field : form().fields()) {
             EXPECT_FALSE(field->isOpen());
             EXPECT_EQ(field->text(), field->kind() == form::Field::Kind::Check ? "0" : "");
         }
-        for (const auto* editor : {&form.var.children, &form.rpt.variables, &form.evt.reports}) {
+        for (const auto* editor : {&form().var.children, &form().rpt.variables, &form().evt.reports}) {
             EXPECT_TRUE(editor->pool->isHidden());
             EXPECT_EQ(editor->selected->rowCount(), 0);
         }
-        EXPECT_EQ(form.lblPropertyType->text(), "");
-        EXPECT_EQ(form.statusPanel->text(), "");
-        EXPECT_EQ(form.txtErrLog->toPlainText(), "");
-        EXPECT_TRUE(form.mnuFileDB->isEnabled());
-        EXPECT_TRUE(form.tvwSECSItem->isEnabled());
+        EXPECT_EQ(form().lblPropertyType->text(), "");
+        EXPECT_EQ(form().statusPanel->text(), "");
+        EXPECT_EQ(form().txtErrLog->toPlainText(), "");
+        EXPECT_TRUE(form().mnuFileDB->isEnabled());
+        EXPECT_TRUE(form().tvwSECSItem->isEnabled());
     }
 };
 
 TEST_F(FrmMainTest, StartsWithNothingSelected) {
     const QString path = form::toQt(scratch.copyOf(sample("gem.mdb")).string());
     answerDialog(path);
-    EXPECT_TRUE(window.Form_Load(firstCopy));
-    EXPECT_EQ(state.databasePath, path.toStdString());
+    EXPECT_TRUE(window->Form_Load(firstCopy));
+    EXPECT_EQ(state().databasePath, path.toStdString());
     expectFreshStart();
     EXPECT_TRUE(dialogs.messages.empty());
-    EXPECT_FALSE(window.isVisible());
+    EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(FrmMainTest, SecondCopySaysSoAndEnds) {
-    EXPECT_FALSE(window.Form_Load([] { return false; }));
+    EXPECT_FALSE(window->Form_Load([] { return false; }));
     EXPECT_EQ(dialogs.texts(), QStringList{"Cannot run more than 1 copy of Stelvan application"});
-    EXPECT_FALSE(window.isVisible());
+    EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(FrmMainTest, CancelAtStartUpEndsTheProgramSilently) {
     answerDialog(QString());
-    EXPECT_FALSE(window.Form_Load(firstCopy));
+    EXPECT_FALSE(window->Form_Load(firstCopy));
     EXPECT_TRUE(dialogs.messages.empty());
 }
 
 TEST_F(FrmMainTest, CancelFromTheFileMenuKeepsDatabaseAndDisplay) {
-    open("gem.mdb");
-    clickNode(5);
-    press(nav.cmdNext);
-    const std::string path = state.databasePath;
-    const QString name = form.alm.txtAlmName->text();
+    open();
+    clickCategory(5);
+    press(nav().cmdNext);
+    const std::string path = state().databasePath;
+    const QString name = form().alm.txtAlmName->text();
     answerDialog(QString());
-    form.mnuFileDB->trigger();
-    EXPECT_EQ(state.databasePath, path);
-    EXPECT_EQ(form.alm.txtAlmName->text(), name);
-    EXPECT_EQ(state.current.position, 2);
-    EXPECT_EQ(form.frontFrame(), 2);
-    EXPECT_TRUE(window.isVisible());
+    form().mnuFileDB->trigger();
+    EXPECT_EQ(state().databasePath, path);
+    EXPECT_EQ(form().alm.txtAlmName->text(), name);
+    EXPECT_EQ(state().current.position, 2);
+    EXPECT_EQ(form().frontFrame(), 2);
+    EXPECT_TRUE(window->isVisible());
 }
 
 TEST_F(FrmMainTest, AfterAChangeOfDatabaseNothingOfTheOldOneIsLeft) {
-    open("gem.mdb");
+    open();
     const ScratchDir other;
     const QString path = form::toQt(other.copyOf(sample("gem.mdb")).string());
-    for (const int category : {3, 5, 6, 8, 10, 11}) {
-        clickNode(category);
-        ASSERT_TRUE(category != 8 || moveToText(form.var.txtVarID, "227"));
-        form.tspData->setCurrentIndex(category % 2);
-        form.txtErrLog->setPlainText("left over");
+    for (const auto category :
+         {form::GEMSDV, form::CSTALM, form::CSTEVT, form::CSTVSV, form::GEMSTT, form::CSTRPT}) {
+        clickCategory(category);
+        if (category == form::CSTVSV) {
+            goTo("txtVarID", "227");
+        }
+        form().tspData->setCurrentIndex(category % 2);
+        form().txtErrLog->setPlainText("left over");
         answerDialog(path);
-        form.mnuFileDB->trigger();
-        EXPECT_EQ(state.databasePath, path.toStdString());
+        form().mnuFileDB->trigger();
+        EXPECT_EQ(state().databasePath, path.toStdString());
         expectFreshStart();
     }
-    form.tspData->setCurrentIndex(1);
+    form().tspData->setCurrentIndex(1);
     EXPECT_EQ(dialogs.messages.size(), 1U);
-    EXPECT_EQ(form.tspData->currentIndex(), 0);
+    EXPECT_EQ(form().tspData->currentIndex(), 0);
 }
 
 TEST_F(FrmMainTest, InputLengthsAreLimited) {
-    open("gem.mdb");
-    clickNode(5);
-    press(nav.cmdNew);
-    type(form.alm.txtAlmName, QString(105, 'n'));
-    type(form.alm.txtAlmText, QString(1003, 't'));
-    EXPECT_EQ(form.alm.txtAlmName->text().size(), 100);
-    EXPECT_EQ(form.alm.txtAlmText->text().size(), 1000);
+    open();
+    clickCategory(5);
+    press(nav().cmdNew);
+    type(*form().alm.txtAlmName, QString(105, 'n'));
+    type(*form().alm.txtAlmText, QString(1003, 't'));
+    EXPECT_EQ(form().alm.txtAlmName->text().size(), 100);
+    EXPECT_EQ(form().alm.txtAlmText->text().size(), 1000);
 }
 
 TEST_F(FrmMainTest, ClosingWhileEditingAsksNothingAndDiscards) {
-    open("gem.mdb");
-    clickNode(5);
-    press(nav.cmdUpdate);
-    type(form.alm.txtAlmName, "Has Blank");
-    EXPECT_TRUE(window.close());
+    open();
+    clickCategory(5);
+    press(nav().cmdUpdate);
+    type(*form().alm.txtAlmName, "Has Blank");
+    EXPECT_TRUE(window->close());
     EXPECT_TRUE(dialogs.messages.empty());
     EXPECT_TRUE(dialogs.questions.empty());
-    EXPECT_EQ(state.current.records, nullptr);
+    EXPECT_EQ(state().current.records, nullptr);
     EXPECT_TRUE(query("SELECT alm_id FROM secs_alarm WHERE alm_name = 'Has Blank'").isEmpty());
 }
 
 TEST_F(FrmMainTest, ExitClosesTheWindow) {
-    open("gem.mdb");
-    form.mnuFileExit->trigger();
-    EXPECT_FALSE(window.isVisible());
+    open();
+    form().mnuFileExit->trigger();
+    EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(FrmMainTest, AboutShowsFourLinesAndEnterOrEscapeClosesIt) {
-    open("gem.mdb");
+    open();
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
         QTimer::singleShot(0, [key] {
             auto* about = qobject_cast<app::FrmAbout*>(QApplication::activeModalWidget());
@@ -167,14 +177,14 @@ TEST_F(FrmMainTest, AboutShowsFourLinesAndEnterOrEscapeClosesIt) {
             QTest::keyClick(about, key);
             EXPECT_FALSE(about->isVisible());
         });
-        form.mnuHelpAbout->trigger();
+        form().mnuHelpAbout->trigger();
     }
 }
 
 TEST_F(FrmMainTest, FailuresAreShownWithTheExclamationIconAndTheDefaultTitle) {
-    window.start("/no/such/folder/gem.mdb");
-    window.show();
-    clickNode(1);
+    window->start("/no/such/folder/gem.mdb");
+    window->show();
+    all().categoryTree.tvwSECSItem_NodeClick("GEMEVT");
     ASSERT_EQ(dialogs.messages.size(), 1U);
     EXPECT_TRUE(dialogs.messages.front().text.startsWith("ERROR("));
     EXPECT_EQ(dialogs.messages.front().icon, form::Icon::Exclamation);

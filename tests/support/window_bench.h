@@ -102,6 +102,22 @@ protected:
         }
         ASSERT_FALSE(widget->hasFocus()) << widget->objectName().toStdString();
     }
+    /// The rows of a query on the file as it is now, cells joined by "|".
+    [[nodiscard]] QStringList query(const std::string& sql) const {
+        db::Connection connection;
+        connection.setConnectionText(all().operations.connectionText());
+        connection.open();
+        db::Recordset records;
+        records.open(sql, connection);
+        QStringList rows;
+        for (; !records.eof(); records.moveNext()) {
+            QStringList cells;
+            for (std::size_t i = 0; i < records.fieldCount(); ++i)
+                cells << form::toQt(db::toTextOrEmpty(records.field(i)));
+            rows << cells.join('|');
+        }
+        return rows;
+    }
     void typeAndLeave(const QString& name, const QString& text) {
         type(field(name), text);
         leave(field(name));

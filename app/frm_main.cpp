@@ -18,6 +18,7 @@ namespace {
 constexpr int kNameLength = 100;
 constexpr int kTextLength = 1000;
 constexpr int kNeutralFrame = 0;
+constexpr int kPathCharacters = 60;
 
 }  // namespace
 
@@ -35,11 +36,7 @@ FrmMain::FrmMain(form::Dialogs& dialogs, QString programFolder)
     connectUpwardCalls();
 }
 
-FrmMain::~FrmMain() {
-    // The controls report their end as a change of focus; nobody may act on it any more.
-    state_.checksEnabled = false;
-    disconnect();
-}
+FrmMain::~FrmMain() = default;
 
 bool FrmMain::Form_Load(const std::function<bool()>& isFirstCopy) {
     bool goesOn = false;

@@ -192,6 +192,9 @@ void buildStatusBar(QMainWindow& window, MainForm& form) {
     form.StatusBar1 = named(window.statusBar(), "StatusBar1");
     form.statusPanel = named(new QLabel, "StatusBar1Panel1");
     form.StatusBar1->addWidget(form.statusPanel, 1);
+    form.databasePanel = named(new QLabel, "StatusBar1Panel2");
+    form.databasePanel->setTextFormat(Qt::PlainText);
+    form.StatusBar1->addPermanentWidget(form.databasePanel);
 }
 
 void closeInputs(const MainForm& form) {

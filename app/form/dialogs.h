@@ -28,7 +28,8 @@ public:
     virtual QString openFolder(const QString& title, const QString& start) = 0;
 };
 
-/// QMessageBox and QFileDialog over `parent` (which may be null and must outlive the object).
+/// QMessageBox and QFileDialog over the modal dialog in front, else over `parent` (which may be null and must
+/// outlive the object).
 class QtDialogs : public Dialogs {
 public:
     explicit QtDialogs(QWidget* parent = nullptr) : parent_(parent) {}
@@ -39,6 +40,8 @@ public:
     QString openFolder(const QString& title, const QString& start) override;
 
 private:
+    [[nodiscard]] QWidget* front() const;
+
     QWidget* parent_;
 };
 

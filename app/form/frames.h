@@ -139,7 +139,8 @@ struct MainForm {
     QLabel* lblErrorLog = nullptr;
     QPlainTextEdit* txtErrLog = nullptr;
     QStatusBar* StatusBar1 = nullptr;
-    QLabel* statusPanel = nullptr;  // the first panel of StatusBar1
+    QLabel* databasePanel = nullptr;  // the last panel: which file is open
+    QLabel* statusPanel = nullptr;    // the first panel of StatusBar1
     QMenu* mnuFile = nullptr;
     QAction* mnuFileDB = nullptr;
     QAction* mnuFileExit = nullptr;

@@ -111,8 +111,7 @@ std::string spelling(const Tokens& tokens, std::size_t at) {
     const bool qualified = at > 0 && tokens[at - 1].isSymbol(".");
     if (!qualified && token.isWord("TRUE")) return "(-1)";
     if (!qualified && token.isWord("FALSE")) return "(0)";
-    const bool isCall = at + 1 < tokens.size() && tokens[at + 1].isSymbol("(");
-    const bool isName = token.kind == TokenKind::Word && !isOneOf(token, kKeywords) && !isCall;
+    const bool isName = token.kind == TokenKind::Word && !isOneOf(token, kKeywords);
     return isName ? quotedName(token.text) : token.text;
 }
 

@@ -143,11 +143,20 @@ std::vector<jet::RowId> takePlaces(Run& run, bool ordered) {
     return places;
 }
 
+/// An expression without a name of its own has its text for one; Access calls it by its place.
+std::string columnName(sqlite3_stmt* prepared, int column) {
+    constexpr int kFirstExpression = 1000;
+    const std::string name = sqlite3_column_name(prepared, column);
+    const bool isColumn = sqlite3_column_decltype(prepared, column) != nullptr;
+    const bool isName = name.find_first_of("\"'() ") == std::string::npos;
+    return isColumn || isName ? name : "Expr" + std::to_string(kFirstExpression + column);
+}
+
 ComputedRows takeRows(Run& run) {
     ComputedRows result;
     const int columns = sqlite3_column_count(run.get());
     for (int column = 0; column < columns; ++column) {
-        result.columns.emplace_back(sqlite3_column_name(run.get(), column));
+        result.columns.push_back(columnName(run.get(), column));
     }
     while (run.step()) result.rows.push_back(takeRow(run.get()));
     return result;

@@ -32,7 +32,7 @@ TEST(Dialect, NamesInBracketsAndQuotesAreNames) {
 
 TEST(Dialect, WordsThatAreKeywordsToSqliteAloneAreNames) {
     EXPECT_EQ(translated("SELECT key, MAX(limit) FROM replace"),
-              "SELECT \"key\" , MAX ( \"limit\" ) FROM \"replace\"");
+              "SELECT \"key\" , \"MAX\" ( \"limit\" ) FROM \"replace\"");
 }
 
 TEST(Dialect, DeleteMayNameAStar) {

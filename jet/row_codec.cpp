@@ -88,7 +88,8 @@ void append(Blob& out, Number number) {
 
 void appendText(const ColumnInfo& column, std::string_view text, Blob& out) {
     const std::size_t begin = out.size();
-    encodeText(toUtf16(text), column.compressed && !column.fixedLength, out);
+    const bool compress = column.compressed && !column.fixedLength;
+    if (!encodeAscii(text, compress, out)) encodeText(toUtf16(text), compress, out);
     if (!column.fixedLength) return;
     while (out.size() - begin + 2 <= column.length) append<std::uint16_t>(out, u' ');
 }
@@ -192,6 +193,8 @@ void appendVariablePart(const TableDef& table, std::span<const StoredColumn> col
     append(out, table.variableColumns);
 }
 
+}  // namespace
+
 std::size_t rowSize(const TableDef& table, std::span<const StoredColumn> columns) {
     std::size_t size = row::kFixed + table.fixedSize + (table.maxColumns + 7u) / 8;
     if (table.variableColumns > 0) size += 4 + 2u * table.variableColumns;
@@ -201,10 +204,8 @@ std::size_t rowSize(const TableDef& table, std::span<const StoredColumn> columns
     return size;
 }
 
-}  // namespace
-
 void encodeRow(const TableDef& table, std::span<const StoredColumn> columns, Blob& out) {
-    if (rowSize(table, columns) > row::kMaxSize) throw Error(ErrorKind::RowTooLarge, "Record is too large.");
+    if (rowSize(table, columns) > row::kMaxSize) throw Error(ErrorKind::Misuse, "A row is too large.");
     out.assign(row::kFixed + table.fixedSize, 0);
     putU16(out, 0, table.maxColumns);
     for (std::size_t i = 0; i < columns.size(); ++i) {

@@ -59,7 +59,10 @@ struct StoredColumn {
     Bytes bytes;
 };
 
-/// Builds a row with the table's present numbers of columns. Throws RowTooLarge.
+/// Bytes that encodeRow will take for these columns.
+[[nodiscard]] std::size_t rowSize(const TableDef& table, std::span<const StoredColumn> columns);
+
+/// Builds a row with the table's present numbers of columns. Must not be too large (Misuse).
 void encodeRow(const TableDef& table, std::span<const StoredColumn> columns, Blob& out);
 
 }  // namespace stelvan::jet

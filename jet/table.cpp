@@ -3,6 +3,8 @@
 #include "jet/conversion.h"
 #include "jet/cursor.h"
 #include "jet/table_def.h"
+#include "jet/table_writer.h"
+#include "jet/unit_scope.h"
 
 namespace stelvan::jet {
 
@@ -91,6 +93,24 @@ std::unique_ptr<Cursor> StoredTable::inOrder(std::size_t index, ColumnSet wanted
     const IndexInfo& info = indexAt(index);
     const IndexTree tree(file_->pages(), definition_->trees[info.tree].root, definition_->page);
     return makeIndexCursor(file_, definition_, {tree.all()}, wanted);
+}
+
+template <typename Change>
+auto StoredTable::change(Change&& apply) {
+    requireWritable(access_, *file_);
+    return runInUnit(*file_, [&] { return apply(file_->writer(definition())); });
+}
+
+RowId StoredTable::insert(std::span<const ColumnValue> values) {
+    return change([&](TableWriter& writer) { return writer.insert(values); });
+}
+
+void StoredTable::update(RowId id, std::span<const ColumnValue> values) {
+    change([&](TableWriter& writer) { writer.update(id, values); });
+}
+
+void StoredTable::erase(RowId id) {
+    change([&](TableWriter& writer) { writer.erase(id); });
 }
 
 }  // namespace stelvan::jet

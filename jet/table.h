@@ -30,6 +30,9 @@ public:
     [[nodiscard]] const std::shared_ptr<const TableDef>& definition();
 
 private:
+    /// Runs a change of the table in the open unit of work, or in one of its own.
+    template <typename Change>
+    auto change(Change&& apply);
     [[nodiscard]] const IndexInfo& indexAt(std::size_t index);
     /// The keys under which rows with these values may stand; none where a value cannot be of its column's
     /// type.

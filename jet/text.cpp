@@ -122,8 +122,10 @@ char32_t nextCodePoint(std::string_view text, std::size_t& at) {
     return c;
 }
 
+constexpr std::size_t kLeastCompressed = 3;
+
 bool canCompress(std::u16string_view text) {
-    if (text.size() < 3) return false;
+    if (text.size() < kLeastCompressed) return false;
     for (const char16_t unit : text) {
         if (unit == 0 || unit > 0xFF) return false;
     }
@@ -218,6 +220,23 @@ void encodeText(std::u16string_view text, bool compress, Blob& out) {
         out.push_back(static_cast<std::uint8_t>(unit & 0xFF));
         out.push_back(static_cast<std::uint8_t>(unit >> 8));
     }
+}
+
+bool encodeAscii(std::string_view text, bool compress, Blob& out) {
+    for (const char c : text) {
+        if (static_cast<signed char>(c) <= 0) return false;
+    }
+    if (compress && text.size() >= kLeastCompressed) {
+        out.push_back(0xFF);
+        out.push_back(0xFE);
+        out.insert(out.end(), text.begin(), text.end());
+        return true;
+    }
+    for (const char c : text) {
+        out.push_back(static_cast<std::uint8_t>(c));
+        out.push_back(0);
+    }
+    return true;
 }
 
 std::string foldName(std::string_view name) {

@@ -36,6 +36,9 @@ void toUtf16(std::string_view utf8, std::u16string& out);
 /// and all of them are U+0001 to U+00FF; otherwise UTF-16LE.
 void encodeText(std::u16string_view text, bool compress, Blob& out);
 
+/// The same for a text that is all ASCII; false, with nothing appended, for any other.
+[[nodiscard]] bool encodeAscii(std::string_view text, bool compress, Blob& out);
+
 /// Names of tables and columns: equal but for the case of letters.
 [[nodiscard]] bool sameName(std::string_view left, std::string_view right);
 /// A text that is equal for names that are the same, and sorts as the names do.

@@ -2,18 +2,18 @@
 
 #include "jet/database.h"
 #include "jet/database_impl.h"
+#include "jet/unit_scope.h"
 
 namespace stelvan::jet {
 
 struct UnitOfWork::State {
-    explicit State(std::shared_ptr<SharedDatabase> shared)
-        : file(std::move(shared)), scope(file->sharedPages()) {}
+    explicit State(std::shared_ptr<SharedDatabase> shared) : file(std::move(shared)), scope(*file) {}
     std::shared_ptr<SharedDatabase> file;
-    WriteScope scope;
+    UnitScope scope;
 };
 
 UnitOfWork::UnitOfWork(Database& database) {
-    database.impl().requireWritable();
+    requireWritable(database.access(), *database.impl().file);
     state_ = std::make_unique<State>(database.impl().file);
 }
 

@@ -1,18 +1,25 @@
 #include "jet/database.h"
 
 #include <algorithm>
+#include <ctime>
 
+#include "jet/database_creation.h"
 #include "jet/database_impl.h"
 #include "jet/header.h"
+#include "jet/schema_change.h"
 #include "jet/text.h"
 
 namespace stelvan::jet {
 
-void Database::Impl::requireWritable() const {
-    if (access == Access::ReadWrite) return;
-    Error error(ErrorKind::ReadOnly,
-                "Operation must use an updateable query: the database was opened for reading.");
-    throw error.about(file->pages().path().string());
+// Local time, as the catalogue's dates are.
+DateTime Database::Impl::now() const {
+    constexpr double kUnixEpoch = 25569;
+    constexpr double kSecondsADay = 86400;
+    if (created) return *created;
+    const std::time_t seconds = std::time(nullptr);
+    std::tm local{};
+    ::localtime_r(&seconds, &local);
+    return {kUnixEpoch + static_cast<double>(seconds + local.tm_gmtoff) / kSecondsADay};
 }
 
 Database::Database(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
@@ -33,6 +40,13 @@ Database Database::over(std::shared_ptr<PageFile> pages, Access access) {
     impl->file = SharedDatabase::of(pages);
     impl->access = access;
     return Database(std::move(impl));
+}
+
+Database Database::create(const std::filesystem::path& path, DateTime created) {
+    PageFile::create(path, makeEmptyDatabase(created));
+    Database database = open(path, Access::ReadWrite);
+    database.impl_->created = created;
+    return database;
 }
 
 const std::filesystem::path& Database::path() const {
@@ -77,6 +91,18 @@ Table& Database::table(std::string_view name) {
 std::vector<RelationshipInfo> Database::relationships() {
     const ReadScope scope(impl_->file->sharedPages());
     return impl_->file->catalog().relationships();
+}
+
+void Database::createTable(const TableSpec& spec) {
+    impl_->change([&](SharedDatabase& file) { jet::createTable(file, spec, impl_->now()); });
+}
+
+void Database::createRelationship(const RelationshipInfo& relationship) {
+    impl_->change([&](SharedDatabase& file) { jet::createRelationship(file, relationship, impl_->now()); });
+}
+
+void Database::dropTable(std::string_view name) {
+    impl_->change([&](SharedDatabase& file) { jet::dropTable(file, name); });
 }
 
 }  // namespace stelvan::jet

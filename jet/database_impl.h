@@ -3,11 +3,13 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "jet/database.h"
 #include "jet/shared_database.h"
 #include "jet/table.h"
+#include "jet/unit_scope.h"
 
 namespace stelvan::jet {
 
@@ -15,8 +17,15 @@ struct Database::Impl {
     std::shared_ptr<SharedDatabase> file;
     Access access = Access::ReadOnly;
     std::map<std::string, std::unique_ptr<StoredTable>> tables;  // by folded name
+    std::optional<DateTime> created;  // of a database that this handle has made: all its dates
 
-    void requireWritable() const;
+    [[nodiscard]] DateTime now() const;
+
+    template <typename Change>
+    void change(Change&& apply) {
+        requireWritable(access, *file);
+        runInUnit(*file, [&] { apply(*file); });
+    }
 };
 
 }  // namespace stelvan::jet

@@ -144,7 +144,8 @@ void addColumn(TableDef& table, const SystemColumn& column) {
         static_cast<std::uint8_t>(column_block::kUpdatable | column_block::kSystem | column.extraFlags);
     if (natural) {
         storage.flags |= column_block::kFixed;
-        storage.fixedOffset = static_cast<std::uint16_t>(table.fixedSize);
+        if (column.type != ColumnType::Boolean)
+            storage.fixedOffset = static_cast<std::uint16_t>(table.fixedSize);
         storage.size = column.type == ColumnType::Boolean ? std::uint16_t{0} : *natural;
         table.fixedSize += storage.size;
     } else {

@@ -76,7 +76,8 @@ void placeColumns(TableDef& table) {
         }
         if (column.fixedLength) {
             storage.flags |= column_block::kFixed;
-            storage.fixedOffset = static_cast<std::uint16_t>(table.fixedSize);
+            if (column.type != ColumnType::Boolean)
+                storage.fixedOffset = static_cast<std::uint16_t>(table.fixedSize);
             storage.size = column.type == ColumnType::Boolean ? std::uint16_t{0} : column.length;
             table.fixedSize += storage.size;
         } else {

@@ -3,7 +3,7 @@
 namespace stelvan::db {
 
 bool CurrentRecords::onRecord() const {
-    return records != nullptr && records->state() == ObjectState::Open && !records->bof() && !records->eof();
+    return records != nullptr && records->state() == ObjectState::Open && records->onRecord();
 }
 
 void CurrentRecords::drop() {
@@ -12,7 +12,7 @@ void CurrentRecords::drop() {
     records = nullptr;
     position = 0;
     if (old == nullptr || old->state() != ObjectState::Open) return;
-    if (!old->bof() && !old->eof()) old->cancelBatch(Affect::All);
+    if (old->onRecord()) old->cancelBatch(Affect::All);
     old->close();
 }
 

@@ -107,7 +107,9 @@ bool Operations::lLoadData(const std::string& sql) {
 std::string Operations::lGetNextID(const std::string& column, const std::string& table) {
     std::string next;
     errors_.trap("lGetNextID", [&] {
-        if (Query(connectionText(), "SELECT " + column + " FROM " + table).records().recordCount() == 0) {
+        // Open to the end: the second query then finds the pages that the first one read.
+        Query all(connectionText(), "SELECT " + column + " FROM " + table);
+        if (all.records().recordCount() == 0) {
             next = std::to_string(kFirstCustomId);
             return;
         }

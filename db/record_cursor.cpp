@@ -35,6 +35,13 @@ bool RecordCursor::onRecord() const {
     return place_.where == Where::On && store_->has(place_.bookmark);
 }
 
+std::size_t RecordCursor::position() const {
+    if (!onRecord()) return 0;
+    const auto& records = visible();
+    const auto found = std::lower_bound(records.begin(), records.end(), place_.bookmark);
+    return static_cast<std::size_t>(found - records.begin()) + 1;
+}
+
 Bookmark RecordCursor::current() const {
     if (!onRecord()) throw noCurrentRecord();
     return place_.bookmark;

@@ -26,6 +26,8 @@ public:
     /// The record it stands on. Throws 3021.
     [[nodiscard]] Bookmark current() const;
     [[nodiscard]] bool onRecord() const;
+    /// Its number among those that the filter lets through, from 1; 0 on none.
+    [[nodiscard]] std::size_t position() const;
 
     // Throw 3021 where there is nowhere to go.
     void first();
@@ -43,9 +45,8 @@ public:
     /// A record just added is let through whatever it holds.
     void include(Bookmark bookmark);
 
-    /// To go back to after an added record was given up.
-    struct Place;
     enum class Where { Before, On, After };
+    /// To go back to after an added record was given up.
     struct Place {
         Where where = Where::Before;
         Bookmark bookmark = 0;

@@ -106,6 +106,16 @@ bool Recordset::eof() const {
     return impl_->cursor->eof();
 }
 
+bool Recordset::onRecord() const {
+    impl_->requireOpen();
+    return impl_->cursor->onRecord();
+}
+
+std::int32_t Recordset::position() const {
+    impl_->requireOpen();
+    return static_cast<std::int32_t>(impl_->cursor->position());
+}
+
 void Recordset::moveFirst() {
     impl_->requireNothingPending();
     impl_->cursor->first();
@@ -172,8 +182,7 @@ void Recordset::addNew() {
 }
 
 bool Recordset::editPending() const {
-    impl_->requireOpen();
-    return impl_->cursor->onRecord() && impl_->store->pending(impl_->cursor->current());
+    return onRecord() && impl_->store->pending(impl_->cursor->current());
 }
 
 void Recordset::update() {

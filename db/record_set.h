@@ -43,6 +43,10 @@ public:
     [[nodiscard]] std::int32_t recordCount() const;
     [[nodiscard]] bool bof() const;
     [[nodiscard]] bool eof() const;
+    /// True on a record that is there: not before, behind or on the gap that a deleted one left.
+    [[nodiscard]] bool onRecord() const;
+    /// The current record's number among those that the filter lets through, from 1; 0 on none.
+    [[nodiscard]] std::int32_t position() const;
     void moveFirst();
     void moveLast();
     /// Past the last record: EOF; from EOF: 3021.

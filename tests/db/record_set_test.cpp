@@ -313,10 +313,13 @@ TEST(RecordSetDeleting, TheCursorStandsOnTheGapUntilTheNextMove) {
     records->deleteCurrent();
     EXPECT_EQ(records->recordCount(), 69);
     EXPECT_FALSE(records->bof() || records->eof());
+    EXPECT_FALSE(records->onRecord());
+    EXPECT_EQ(records->position(), 0);
     EXPECT_EQ(numberOf([&] { (void)records->field("evt_id"); }), kNoRecord);
     records->resync();
     records->moveNext();
     EXPECT_EQ(toText(records->field("evt_id")), follower);
+    EXPECT_EQ(records->position(), 2);
     EXPECT_EQ(file.records(kEvents)->recordCount(), 69);
 }
 

@@ -7,7 +7,8 @@ namespace stelvan::jet {
 
 void PageCache::pin(Frame& frame) {
     frame.round = round_;
-    frame.used = true;
+    frame.used = frame.asked;
+    frame.asked = true;
     ++pinned_;
 }
 
@@ -16,8 +17,9 @@ void PageCache::place(PageNumber page, std::uint32_t index) {
     places_[page] = index;
 }
 
-PageCache::Frame& PageCache::add(PageNumber page) {
-    Frame* frame = frames_.size() < limit_ ? nullptr : reusable();
+PageCache::Frame& PageCache::add(PageNumber page, bool passing) {
+    Frame* frame = passedBy();
+    if (frame == nullptr && frames_.size() >= limit_) frame = reusable();
     if (frame != nullptr) {
         place(page, places_[frame->page]);
         places_[frame->page] = kNone;
@@ -28,9 +30,26 @@ PageCache::Frame& PageCache::add(PageNumber page) {
     }
     frame->page = page;
     frame->round = round_;
+    frame->asked = !passing;
     frame->used = false;
+    frame->passing = passing;
+    if (passing) passing_.push_back(page);
     ++pinned_;
     return *frame;
+}
+
+/// The oldest page of a run that nobody has looked at since, once there are enough of them.
+PageCache::Frame* PageCache::passedBy() {
+    while (passing_.size() > kPassingLimit) {
+        const PageNumber page = passing_.front();
+        Frame* frame = holds(page) ? frames_[places_[page]].get() : nullptr;
+        const bool pinned = frame != nullptr && frame->round == round_;
+        if (pinned) return nullptr;
+        passing_.pop_front();
+        if (frame != nullptr && frame->passing && !frame->used && !frame->changed()) return frame;
+        if (frame != nullptr) frame->passing = false;
+    }
+    return nullptr;
 }
 
 void PageCache::discard(PageNumber page) {
@@ -120,6 +139,7 @@ void PageCache::clear() {
     frames_.clear();
     places_.clear();
     retired_.clear();
+    passing_.clear();
     pinned_ = 0;
     hand_ = 0;
 }

@@ -3,13 +3,14 @@
 // A page handed out is pinned until release(): its memory is neither moved nor reused. Clean pages beyond
 // the limit are given up, oldest use first; changed ones stay until the unit of work ends, with the bytes
 // they had before, which rolling back and the journal need. Reading from the medium is the caller's
-// business (the loader it passes in).
+// business. Pages that a scan passes by are given up first: a scan of any length runs through the same
+// megabyte, which stays in the processor's cache, and leaves alone what lookups keep using.
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
+#include <deque>
 #include <memory>
 #include <vector>
 
@@ -23,13 +24,16 @@ public:
     explicit PageCache(std::size_t limit = kDefaultLimit) : limit_(limit) {}
 
     static constexpr std::size_t kDefaultLimit = 4096;  // 16 MB
+    static constexpr std::size_t kPassingLimit = 256;   // 1 MB
     using Buffer = std::array<std::uint8_t, kPageSize>;
 
     /// A page in memory.
     struct Frame {
         PageNumber page = 0;
         std::uint32_t round = 0;         // last release() round in which the page was handed out
+        bool asked = false;              // handed out at all (not only read ahead)
         bool used = false;               // handed out in more than one round: kept longer
+        bool passing = false;            // part of a run, in passing_
         bool added = false;              // appended by the open unit of work
         std::unique_ptr<Buffer> before;  // a changed page: its bytes as they are in the file
         alignas(8) Buffer bytes;
@@ -48,8 +52,9 @@ public:
         return page < places_.size() && places_[page] != kNone;
     }
 
-    /// A frame for a page that is not here yet, pinned; its bytes are undefined.
-    [[nodiscard]] Frame& add(PageNumber page);
+    /// A frame for a page that is not here yet, pinned; its bytes are undefined. `passing`: read as part of
+    /// a run, probably not needed again.
+    [[nodiscard]] Frame& add(PageNumber page, bool passing = false);
     /// Takes back what add() gave, when loading it failed.
     void discard(PageNumber page);
 
@@ -78,6 +83,7 @@ private:
 
     void pin(Frame& frame);
     [[nodiscard]] Frame* reusable();
+    [[nodiscard]] Frame* passedBy();
     void place(PageNumber page, std::uint32_t index);
     std::unique_ptr<Frame> take(std::uint32_t index);
 
@@ -88,6 +94,7 @@ private:
     std::vector<std::unique_ptr<Frame>> frames_;
     std::vector<std::uint32_t> places_;  // page -> position in frames_
     std::vector<PageNumber> changed_;
+    std::deque<PageNumber> passing_;               // pages of runs, oldest first; may name some twice
     std::vector<std::unique_ptr<Frame>> retired_;  // appended pages of an undone unit
 };
 

@@ -85,7 +85,7 @@ std::shared_ptr<PageFile> PageFile::open(const fs::path& path, Access access, Fi
         pages->want(access);
         return pages;
     }
-    const auto pages = std::make_shared<StoredPages>(files, placeOf(path), access);
+    const auto pages = std::make_shared<StoredPages>(files, placeOf(path), status, access);
     known.add(key, pages);
     return pages;
 }

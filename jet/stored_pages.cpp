@@ -23,15 +23,11 @@ bool refusesWriting(ErrorKind kind) {
 
 }  // namespace
 
-StoredPages::StoredPages(FileSystem& files, std::filesystem::path path, Access wanted)
+StoredPages::StoredPages(FileSystem& files, std::filesystem::path path, const FileStatus& status,
+                         Access wanted)
     : files_(files), path_(std::move(path)), wanted_(wanted == Access::ReadWrite) {
-    openFile();
-}
-
-void StoredPages::openFile() {
     // Even a reader opens for writing where it may: it then can roll back what a dead writer left.
-    const std::optional<FileStatus> status = files_.status(path_);
-    if (status.has_value() && status->writeBits) {
+    if (status.writeBits) {
         try {
             file_ = files_.open(path_, FileSystem::Mode::ReadWrite);
             writable_ = true;
@@ -65,7 +61,7 @@ PageCache::Frame& StoredPages::load(PageNumber page) {
     while (count < ahead_ && page + count < stored) {
         const PageNumber next = page + static_cast<PageNumber>(count);
         if (cache_.holds(next)) break;
-        places[count++] = cache_.add(next).bytes.data();
+        places[count++] = cache_.add(next, ahead_ > 1).bytes.data();
     }
     std::size_t got = 0;
     try {
@@ -77,7 +73,9 @@ PageCache::Frame& StoredPages::load(PageNumber page) {
     for (std::size_t i = got; i < count; ++i) cache_.discard(page + static_cast<PageNumber>(i));
     if (got == 0) throwBeyondEnd(page);
     nextInOrder_ = page + static_cast<PageNumber>(got);
-    return *cache_.find(page);
+    PageCache::Frame& frame = *cache_.find(page);
+    frame.asked = true;
+    return frame;
 }
 
 void StoredPages::throwBeyondEnd(PageNumber page) const {
@@ -220,8 +218,7 @@ void StoredPages::writeChanges() {
 void StoredPages::enter(bool withTurn) {
     locks_->share();
     try {
-        if (commit_->leftOver() && commit_->mustPutBack()) putBack(withTurn);
-        lookAfresh();
+        lookAfresh(withTurn);
     } catch (...) {
         locks_->unshare();
         throw;
@@ -252,7 +249,6 @@ void StoredPages::putBack(bool withTurn) {
     }
     locks_->readmit();
     if (!withTurn) locks_->unreserve();
-    stamp_ = {};
 }
 
 void StoredPages::leave() noexcept {
@@ -274,10 +270,15 @@ StoredPages::Stamp StoredPages::currentStamp() {
     return stamp;
 }
 
-void StoredPages::lookAfresh() {
-    const Stamp stamp = currentStamp();
+void StoredPages::lookAfresh(bool withTurn) {
+    Stamp stamp = currentStamp();
+    // Unchanged means that no writer has got as far as the file: a journal beside it could say nothing.
+    if (stamp == stamp_ && !unsettled_) return;
+    if (commit_->leftOver() && commit_->mustPutBack()) {
+        putBack(withTurn);
+        stamp = currentStamp();
+    }
     unsettled_ = false;
-    if (stamp == stamp_) return;
     cache_.clear();
     ++version_;
     stamp_ = stamp;

@@ -18,8 +18,8 @@ namespace stelvan::jet {
 
 class StoredPages final : public PageFile {
 public:
-    /// Opens `path`. Write access that is wanted and not to be had is no error here.
-    StoredPages(FileSystem& files, std::filesystem::path path, Access wanted);
+    /// Opens `path`, whose status is this. Write access that is wanted and not to be had is no error here.
+    StoredPages(FileSystem& files, std::filesystem::path path, const FileStatus& status, Access wanted);
 
     /// Another handle joins and wants this access; in force from the next outermost scope on.
     void want(Access access);
@@ -58,12 +58,11 @@ private:
     PageCache::Frame& load(PageNumber page);
     [[noreturn]] void throwBeyondEnd(PageNumber page) const;
 
-    void openFile();
     void enter(bool withTurn);
     void putBack(bool withTurn);
     void leave() noexcept;
     [[nodiscard]] Stamp currentStamp();
-    void lookAfresh();
+    void lookAfresh(bool withTurn);
     void requireWritable();
     void requireWhole() const;
     void writeChanges();

@@ -153,6 +153,7 @@ TEST_F(JournalBeside, IsFoundByAFileThatIsOpenAlready) {
         EXPECT_EQ(file->read(2)[0], 0xAA);
     }
     writeJournal();
+    setSlot(0);
     {
         WriteScope unit(file);
         EXPECT_EQ(file->read(2)[0], 0x55);

@@ -420,6 +420,29 @@ TEST(PageCacheTest, ChangedPagesSurviveAnyNumberOfReleases) {
     EXPECT_FALSE(cache.anyChanges());
 }
 
+TEST(PageCacheTest, ARunOfAnyLengthTakesOneMegabyte) {
+    PageCache cache;
+    for (PageNumber page = 0; page < 5000; ++page) {
+        (void)cache.add(page, true);
+        if (page % 64 == 0) cache.release();
+    }
+    EXPECT_LE(cache.size(), PageCache::kPassingLimit + 64);
+}
+
+TEST(PageCacheTest, ARunLeavesAloneWhatIsUsedOtherwise) {
+    PageCache cache;
+    (void)cache.add(100000);
+    for (PageNumber page = 0; page < 5000; ++page) {
+        (void)cache.add(page, true);
+        cache.release();
+        if (page < 1000) {
+            EXPECT_NE(cache.find(7 < page ? 7 : page), nullptr);
+        }
+    }
+    EXPECT_TRUE(cache.holds(100000));
+    EXPECT_TRUE(cache.holds(7));
+}
+
 TEST(PageCacheTest, PagesUsedAgainAndAgainOutliveThoseReadOnce) {
     PageCache cache(8);
     (void)cache.add(1);

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "jet/bytes.h"
+#include "jet/check.h"
 #include "jet/database.h"
 #include "jet/database_creation.h"
 #include "jet/format.h"
@@ -23,6 +24,10 @@ constexpr jet::DateTime kCreated{45000.5};
 
 class NewDatabase : public testing::Test {
 protected:
+    void TearDown() override {
+        for (const jet::Finding& finding : jet::check(path_, {true})) ADD_FAILURE() << finding.text;
+    }
+
     ScratchDir scratch_;
     std::filesystem::path path_ = scratch_.path() / "new.mdb";
     Database database_ = Database::create(path_, kCreated);

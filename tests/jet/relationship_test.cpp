@@ -1,6 +1,7 @@
 // Enforced relationships: made, kept, cascaded, and judged when the outermost unit of work commits.
 #include <gtest/gtest.h>
 
+#include "jet/check.h"
 #include "jet/database.h"
 #include "tests/jet/row_text.h"
 #include "tests/support/samples.h"
@@ -25,6 +26,11 @@ protected:
     void SetUp() override {
         createTable("Parent", "id", true);
         createTable("Child", "parent", false);
+    }
+
+    void TearDown() override {
+        for (const jet::Finding& finding : jet::check(database_.path(), {true}))
+            ADD_FAILURE() << finding.text;
     }
 
     void createTable(const std::string& name, const std::string& first, bool primary) {
@@ -219,6 +225,7 @@ TEST(RealRelationships, CascadeAsTheySay) {
     while (children->next()) referring += jet::toValue(children->value(child)) == key ? 1 : 0;
     parent.erase(row);
     EXPECT_EQ(database.table("Table1").info().rows, rowsBefore - referring);
+    EXPECT_FALSE(jet::anyFault(jet::check(database.path())));
 }
 
 }  // namespace

@@ -9,22 +9,22 @@ namespace stelvan::db {
 
 TableRows::TableRows(std::shared_ptr<OpenDatabase> database, const std::string& table, jet::ColumnSet columns)
     : database_(std::move(database)),
-      name_(table),
-      columns_(std::move(columns)),
-      table_(&database_->database().table(name_)) {
-    const jet::TableInfo& info = table_->info();
-    for (const std::size_t column : columns_) fields_.push_back(info.columns[column].name);
+      table_(&database_->database().table(table)),
+      info_(table_->info()),
+      columns_(std::move(columns)) {
+    for (const std::size_t column : columns_) fields_.push_back(info_.columns[column].name);
 }
 
 void TableRows::reopen() {
     auto fresh = std::make_shared<OpenDatabase>(database_->path(), database_->database().access());
-    jet::Table& found = fresh->database().table(name_);
-    const jet::TableInfo& info = found.info();
-    for (std::size_t field = 0; field < columns_.size(); ++field) {
-        if (columns_[field] < info.columns.size() && info.columns[columns_[field]].name == fields_[field])
-            continue;
+    jet::Table& found = fresh->database().table(info_.name);
+    const std::vector<jet::ColumnInfo>& now = found.info().columns;
+    const auto same = [](const jet::ColumnInfo& a, const jet::ColumnInfo& b) {
+        return a.name == b.name && a.number == b.number && a.type == b.type;
+    };
+    if (!std::equal(now.begin(), now.end(), info_.columns.begin(), info_.columns.end(), same)) {
         throw jet::Error(jet::ErrorKind::RowChanged,
-                         "The columns of " + name_ + " are no longer as they were.");
+                         "The columns of " + info_.name + " are not as they were.");
     }
     database_ = std::move(fresh);
     table_ = &found;
@@ -62,26 +62,24 @@ std::vector<jet::RowId> TableRows::stillThere(std::vector<jet::RowId> places) {
 }
 
 jet::Value TableRows::converted(std::size_t field, jet::Value value) {
-    return jet::convertTo(table().info(), columns_[field], std::move(value));
+    return jet::convertTo(info_, columns_[field], std::move(value));
 }
 
 Row TableRows::newRow() {
-    const jet::TableInfo& info = table().info();
     Row row;
-    for (const std::size_t column : columns_) row.push_back(sql::defaultValue(info.columns[column]));
+    for (const std::size_t column : columns_) row.push_back(sql::defaultValue(info_.columns[column]));
     return row;
 }
 
 jet::RowId TableRows::insert(const Row& row) {
     reopen();
-    const jet::TableInfo& info = table().info();
     std::vector<jet::ColumnValue> values;
-    for (std::size_t column = 0; column < info.columns.size(); ++column) {
+    for (std::size_t column = 0; column < info_.columns.size(); ++column) {
         const auto field = std::find(columns_.begin(), columns_.end(), column);
         jet::Value value = field != columns_.end() ? row[static_cast<std::size_t>(field - columns_.begin())]
-                                                   : sql::defaultValue(info.columns[column]);
+                                                   : sql::defaultValue(info_.columns[column]);
         // An AutoNumber that nobody set is the file's to give.
-        if (info.columns[column].autoNumber && jet::isNull(value)) continue;
+        if (info_.columns[column].autoNumber && jet::isNull(value)) continue;
         values.emplace_back(column, std::move(value));
     }
     return table().insert(values);
@@ -89,9 +87,10 @@ jet::RowId TableRows::insert(const Row& row) {
 
 void TableRows::requireUnchanged(jet::RowId place, const std::optional<Row>& asRead) {
     const std::optional<Row> now = readOne(place);
-    if (!now) throw jet::Error(jet::ErrorKind::RowGone, "The record was deleted meanwhile.").about(name_);
+    if (!now)
+        throw jet::Error(jet::ErrorKind::RowGone, "The record was deleted meanwhile.").about(info_.name);
     if (asRead && *asRead != *now) {
-        throw jet::Error(jet::ErrorKind::RowChanged, "The record was changed meanwhile.").about(name_);
+        throw jet::Error(jet::ErrorKind::RowChanged, "The record was changed meanwhile.").about(info_.name);
     }
 }
 

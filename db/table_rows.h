@@ -36,10 +36,10 @@ private:
     void requireUnchanged(jet::RowId place, const std::optional<Row>& asRead);
 
     std::shared_ptr<OpenDatabase> database_;
-    std::string name_;
+    jet::Table* table_;    // owned by database_
+    jet::TableInfo info_;  // as it was when the rows were selected
     jet::ColumnSet columns_;
     std::vector<std::string> fields_;
-    jet::Table* table_;  // owned by database_
 };
 
 }  // namespace stelvan::db

@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdio>
 
-#include "jet/database.h"
+#include "jet/check.h"
 #include "tests/db/gem_file.h"
 
 namespace stelvan::db {
@@ -20,6 +20,12 @@ protected:
     void SetUp() override {
         STELVAN_NEEDS_SAMPLE(GetParam());
         file_ = std::make_unique<GemFile>(GetParam());
+    }
+    void TearDown() override {
+        if (file_ == nullptr) return;
+        for (const jet::Finding& finding : jet::check(file_->path())) {
+            EXPECT_TRUE(finding.isNote) << "page " << finding.page << ": " << finding.text;
+        }
     }
     const GemFile& file() { return *file_; }
     Texts column(const std::string& name, const std::string& id) {

@@ -18,3 +18,33 @@ add_executable(build_gem_database data/build_gem_database.cpp)
 target_link_libraries(build_gem_database PRIVATE stelvan_model_text CLI11::CLI11)
 set_target_properties(stelvan_model_text build_gem_database PROPERTIES AUTOMOC OFF)
 
+set(STELVAN_TEMPLATE_DIR ${CMAKE_BINARY_DIR}/share/stelvan)
+set(gem_schema ${CMAKE_SOURCE_DIR}/data/schema.txt)
+set(gem_standard ${CMAKE_SOURCE_DIR}/data/standard)
+set(gem_demo ${CMAKE_SOURCE_DIR}/data/demo)
+file(GLOB gem_texts CONFIGURE_DEPENDS ${gem_schema} ${gem_standard}/*.tsv ${gem_demo}/*.tsv)
+
+# gem_template(FILE ROWS_FOLDER...)
+function(gem_template file)
+    set(rows)
+    foreach(folder IN LISTS ARGN)
+        list(APPEND rows --rows ${folder})
+    endforeach()
+    add_custom_command(OUTPUT ${STELVAN_TEMPLATE_DIR}/${file}
+        COMMAND build_gem_database ${STELVAN_TEMPLATE_DIR}/${file} --replace --schema ${gem_schema} ${rows}
+                --share-dir ${STELVAN_SHARE_DIR} --state-dir ${STELVAN_STATE_DIR}
+        DEPENDS build_gem_database ${gem_texts}
+        COMMENT "Building ${file}" VERBATIM)
+endfunction()
+gem_template(gem-template.mdb ${gem_standard})
+gem_template(demo-template.mdb ${gem_standard} ${gem_demo})
+configure_file(${CMAKE_SOURCE_DIR}/packaging/share/secs-dictionary.xml
+               ${STELVAN_TEMPLATE_DIR}/secs-dictionary.xml COPYONLY)
+
+add_custom_target(gem_database ALL
+    COMMAND ${CMAKE_COMMAND} -DGEMDB=$<TARGET_FILE:gemdb> -DFOLDER=${CMAKE_BINARY_DIR}
+            -P ${CMAKE_SOURCE_DIR}/data/copy_once.cmake
+    COMMAND ${CMAKE_COMMAND} -DGEMDB=$<TARGET_FILE:gemdb> -DFOLDER=${CMAKE_BINARY_DIR}/demo -DOPTIONS=--demo
+            -P ${CMAKE_SOURCE_DIR}/data/copy_once.cmake
+    DEPENDS ${STELVAN_TEMPLATE_DIR}/gem-template.mdb ${STELVAN_TEMPLATE_DIR}/demo-template.mdb gemdb
+    VERBATIM)

@@ -49,7 +49,7 @@ stelvan_tests(data LINKS stelvan_tools stelvan_model_text stelvan_db stelvan_set
 stelvan_tests(tools LINKS stelvan_tools stelvan_db)
 foreach(suite data_tests tools_tests)
     if(TARGET ${suite})
-        add_dependencies(${suite} gemdb)
+        add_dependencies(${suite} gem_database)
     endif()
 endforeach()
 if(STELVAN_WINDOW)

@@ -32,6 +32,9 @@ int tablesCommand(const std::filesystem::path& file);
 int schemaCommand(const std::filesystem::path& file, const std::string& table);
 /// Runs statements as one unit of work; rows of a SELECT as JSON lines.
 int sqlCommand(const std::filesystem::path& file, const std::vector<std::string>& statements);
+/// Checks the file's structure: a line for each fault, kFaultsFound where there is any. A strict check counts
+/// harmless deviations that the Access engine leaves behind too.
+int checkCommand(const std::filesystem::path& file, bool strict);
 /// Starts a model of one's own: a copy of the shipped template in `folder` (made if need be), with the
 /// settings that name files pointing there. Never replaces a model.
 int newCommand(const std::filesystem::path& folder, bool demo);

@@ -16,6 +16,8 @@ struct Arguments {
     std::string file;
     std::string table;
     std::vector<std::string> statements;
+    bool structure = false;
+    bool strict = false;
     bool demo = false;
 };
 
@@ -41,6 +43,11 @@ void addCommands(CLI::App& app, Arguments& arguments, int& status) {
     CLI::App* sql = addCommand(app, "sql", "Run SQL statements: all of them, or none", arguments);
     sql->add_option("STATEMENT", arguments.statements, "SELECT rows are printed as JSON lines")->required();
     sql->callback([&] { status = sqlCommand(arguments.file, arguments.statements); });
+
+    CLI::App* check = addCommand(app, "check", "Print the faults of the file, one a line", arguments);
+    check->add_flag("--structure", arguments.structure, "Check pages, rows, indexes and maps")->required();
+    check->add_flag("--strict", arguments.strict, "Count harmless leftovers of other engines as faults");
+    check->callback([&] { status = checkCommand(arguments.file, arguments.strict); });
 
     CLI::App* start = app.add_subcommand("new", "Start a model of your own from the shipped template");
     start->add_option("FOLDER", arguments.file, "Where gem.mdb is made")->required();

@@ -1,4 +1,4 @@
-# gemdb, the command-line companion. Its commands are a library, so that tests can ask them directly.
+#gemdb, the command - line companion.Its commands are a library, so that tests can ask them directly.
 include(GNUInstallDirs)
 file(GLOB tool_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tools/*.cpp)
 list(REMOVE_ITEM tool_sources ${CMAKE_SOURCE_DIR}/tools/gemdb.cpp)

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/run_gemdb.h"
 #include "tests/support/samples.h"
-#include "tests/tools/run_gemdb.h"
 
 namespace stelvan::test {
 

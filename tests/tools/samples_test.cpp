@@ -5,7 +5,8 @@
 
 #include <algorithm>
 
-#include "tests/tools/run_gemdb.h"
+#include "tests/support/run_gemdb.h"
+#include "tests/tools/sorted_json.h"
 
 namespace stelvan::test {
 namespace {

@@ -1,32 +1,17 @@
-#include "tests/tools/run_gemdb.h"
+#include "tests/support/run_gemdb.h"
 
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <fstream>
-#include <nlohmann/json.hpp>
 #include <sstream>
 #include <stdexcept>
 
 #include "tests/support/samples.h"
 
 namespace stelvan::test {
-namespace {
-
-using Json = nlohmann::ordered_json;
-
-void numbersAsDoubles(Json& value) {
-    if (value.is_number()) value = value.get<double>();
-    if (value.is_structured()) {
-        for (Json& part : value) numbersAsDoubles(part);
-    }
-}
-
-}  // namespace
-
 Outcome runProgram(const std::string& program, const std::vector<std::string>& arguments) {
     const ScratchDir folder;
     const std::string out = folder.path() / "out";
@@ -58,17 +43,6 @@ std::vector<std::string> linesOf(const std::string& text) {
     std::vector<std::string> lines;
     for (std::string line; std::getline(stream, line);) lines.push_back(line);
     return lines;
-}
-
-std::vector<std::string> sortedJson(const std::vector<std::string>& lines) {
-    std::vector<std::string> texts;
-    for (const std::string& line : lines) {
-        Json value = Json::parse(line);
-        numbersAsDoubles(value);
-        texts.push_back(value.dump());
-    }
-    std::ranges::sort(texts);
-    return texts;
 }
 
 std::string readFile(const std::string& path) {

@@ -18,9 +18,6 @@ struct Outcome {
 /// The lines of a text, without their breaks.
 [[nodiscard]] std::vector<std::string> linesOf(const std::string& text);
 
-/// Every line as JSON, numbers as doubles, printed in one form and sorted: equal texts are equal contents.
-[[nodiscard]] std::vector<std::string> sortedJson(const std::vector<std::string>& lines);
-
 [[nodiscard]] std::string readFile(const std::string& path);
 
 }  // namespace stelvan::test

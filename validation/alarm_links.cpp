@@ -88,8 +88,9 @@ QString AlarmLinks::lookUp(const std::string& wanted, const std::string& conditi
                            const std::function<bool(const std::string&)>& accepts) {
     const FailureWatch watch(database_.errors());
     for (const char* table : kEventTables) {
-        const QString found =
-            firstValue(database_, "SELECT " + wanted + " FROM " + table + " WHERE " + condition, accepts);
+        std::string sql = "SELECT " + wanted;
+        sql.append(" FROM ").append(table).append(" WHERE ").append(condition);
+        QString found = firstValue(database_, sql, accepts);
         if (!found.isEmpty() || watch.failed()) return found;
     }
     return {};
@@ -103,7 +104,7 @@ QString AlarmLinks::eventId(const std::string& name) {
     // Quotes are not doubled in SQL texts; what cannot be asked is not looked up.
     if (contains(name, '\'')) return {};
     return lookUp("evt_id", "evt_name = " + sqlText(name), [](const std::string& id) {
-        return isNumeric(id) && compareDecimals(id, std::to_string(kEventRules.lowestId)) >= 0;
+        return isNumeric(id) && std::is_gteq(compareDecimals(id, std::to_string(kEventRules.lowestId)));
     });
 }
 

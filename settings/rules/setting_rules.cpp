@@ -171,7 +171,7 @@ bool lCheckIPAddr(std::string_view text) {
     for (int part = 1;; ++part) {
         const std::size_t point = text.find('.');
         const std::string_view piece = text.substr(0, point);
-        if (!isDigits(piece) || compareDecimals(piece, "255") > 0) return false;
+        if (!isDigits(piece) || std::is_gt(compareDecimals(piece, "255"))) return false;
         if (point == std::string_view::npos) return part == 4;
         text.remove_prefix(point + 1);
     }

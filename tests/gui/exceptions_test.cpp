@@ -426,15 +426,72 @@ TEST_F(Exceptions, whatOverflowsIsReportedOnceAndNotSaved) {
     EXPECT_EQ(dialogs.texts(), QStringList({"ERROR(6) [frmMain.txtAlmID_LostFocus.0]: Overflow",
                                             "Record cannot be saved. Please correct the exception."}));
     EXPECT_EQ(exceptions(), "");
+    dialogs.messages.clear();
+    type(field("txtAlmID"), "4711");
+    press(form().nav.cmdSave);
+    EXPECT_EQ(dialogs.texts(), QStringList());
+    EXPECT_EQ(state().editMode, form::EditMode::Browsing);
 }
 
-TEST_F(Exceptions, nothingIsJudgedOnTheWayToCancel) {
+TEST_F(Exceptions, limitsBeyond32BitsAreReportedAndSaved) {
+    STELVAN_NEEDS_SAMPLE("gem.mdb");
+    open();
+    clickCategory(form::CSTVSV);
+    goTo("txtVarName", "EnergyTotal");  // U8 up to 18446744073709551615
+    edit();
+    type(field("txtVarValue"), "18446744073709551615");
+    press(form().nav.cmdSave);
+    EXPECT_EQ(dialogs.texts(), QStringList({"ERROR(6) [frmMain.txtVarMin_LostFocus.0]: Overflow",
+                                            "ERROR(6) [frmMain.txtVarMax_LostFocus.0]: Overflow"}));
+    EXPECT_EQ(state().editMode, form::EditMode::Browsing);
+    EXPECT_EQ(field("txtVarValue").text(), "18446744073709551615");
+}
+
+TEST_F(Exceptions, aTypedFormatIsStoredInTheListsSpelling) {
+    STELVAN_NEEDS_SAMPLE("gem.mdb");
+    open();
+    clickCategory(form::CSTVSV);
+    goTo("txtVarName", "LoadPort1State");
+    edit();
+    type(field("cmbVarFormat"), "u2");
+    press(form().nav.cmdSave);
+    EXPECT_EQ(dialogs.texts(), QStringList());
+    EXPECT_EQ(field("cmbVarFormat").text(), "U2");
+}
+
+TEST_F(Exceptions, aSettingsChoiceIsStoredAndAMissingDatabaseIsRefused) {
+    STELVAN_NEEDS_SAMPLE("gem.mdb");
+    open();
+    clickCategory(form::GEMSTT);
+    goTo("txtSttName", "ConnectionHost");
+    edit();
+    QTest::keyClick(field("cmbSttValue").widget(), Qt::Key_Up);
+    press(form().nav.cmdSave);
+    EXPECT_EQ(dialogs.texts(), QStringList());
+    EXPECT_EQ(field("txtSttValue").text(), "TRUE");
+    EXPECT_EQ(field("cmbSttValue").text(), "TRUE");
+    goTo("txtSttName", "GEMDatabase");
+    edit();
+    press(form().nav.cmdSave);
+    EXPECT_EQ(dialogs.texts(), QStringList("Record cannot be saved. Please correct the exception."));
+    EXPECT_EQ(exceptions(),
+              "[GEMDatabaseValue::]: Database file does not exist.\r\n"
+              "[GEMDatabaseDefault Value::]: Database file does not exist.\r\n");
+}
+
+TEST_F(Exceptions, nothingIsJudgedOnTheWayToCancelOrInTheOtherCategories) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     add(form::CSTVSV);
     type(field("txtVarName"), "a b");
     press(form().nav.cmdCancel);
     EXPECT_EQ(exceptions(), "");
+    clickCategory(form::GEMEVT);
+    edit();
+    press(form().nav.cmdSave);
+    EXPECT_EQ(exceptions(), "");
+    EXPECT_EQ(dialogs.texts(), QStringList());
+    EXPECT_EQ(state().editMode, form::EditMode::Browsing);
 }
 
 }  // namespace

@@ -148,10 +148,13 @@ std::strong_ordering compareDecimals(std::string_view left, std::string_view rig
     const Scientific a = scientificOf(requireParts(left));
     const Scientific b = scientificOf(requireParts(right));
     const auto signOf = [](const Scientific& n) { return n.digits.empty() ? 0 : n.negative ? -1 : 1; };
-    if (const auto bySign = signOf(a) <=> signOf(b); bySign != 0) return bySign;
+    if (const auto bySign = signOf(a) <=> signOf(b); std::is_neq(bySign)) return bySign;
+    // Of two negative numbers the one of smaller size is the larger.
+    const Scientific& first = a.negative ? b : a;
+    const Scientific& second = a.negative ? a : b;
+    if (first.power != second.power) return first.power <=> second.power;
     // Trailing zeros are gone, so comparing the digits as text compares the fractions 0.d1d2d3...
-    const auto bySize = a.power != b.power ? a.power <=> b.power : a.digits.compare(b.digits) <=> 0;
-    return a.negative ? 0 <=> bySize : bySize;
+    return first.digits.compare(second.digits) <=> 0;
 }
 
 }  // namespace stelvan

@@ -118,8 +118,8 @@ bool minAboveMax(std::string_view min, std::string_view max, std::string_view fo
 
 bool outsideLimits(std::string_view value, std::string_view min, std::string_view max) {
     if (!isNumeric(value)) return false;
-    const bool below = isNumeric(min) && compareDecimals(value, min) < 0;
-    return below || (isNumeric(max) && compareDecimals(value, max) > 0);
+    const bool below = isNumeric(min) && std::is_lt(compareDecimals(value, min));
+    return below || (isNumeric(max) && std::is_gt(compareDecimals(value, max)));
 }
 
 bool lCheckOverflow(std::string_view first, std::string_view second) {

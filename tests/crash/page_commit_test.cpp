@@ -3,11 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
 #include "jet/page_file.h"
 #include "tests/crash/faulty_file_system.h"
+#include "tests/crash/interruption.h"
 #include "tests/crash/numbered_pages.h"
 #include "tests/support/samples.h"
 
@@ -23,8 +23,6 @@ const Generations kAfter{1, 2, 1, 1, 2, 2, 2, 1, 1, 1, 1, 2, 2, 2, 2};
 
 constexpr int kPowerCuts = 12;
 
-enum class Outcome { Done, Failed, Crashed };
-
 class InterruptedCommit : public ::testing::TestWithParam<Fault> {
 protected:
     void SetUp() override { NumberedPages::create(original_, kPages); }
@@ -39,16 +37,11 @@ protected:
     }
 
     static Outcome runUnit(jet::PageFile& file) {
-        try {
+        return outcomeOf([&] {
             jet::WriteScope unit(file.shared_from_this());
             NumberedPages::write(file, {1, 4, 5, 6, 11}, 3, 2);
             unit.commit();
-            return Outcome::Done;
-        } catch (const jet::Error&) {
-            return Outcome::Failed;
-        } catch (const Crash&) {
-            return Outcome::Crashed;
-        }
+        });
     }
 
     /// What a new process finds.
@@ -59,12 +52,9 @@ protected:
         return NumberedPages::generations(*file);
     }
 
-    /// A medium that broke for good leaves it open how a failed unit ends; nothing else does.
-    static bool forGood() { return GetParam() == Fault::FullForever || GetParam() == Fault::BrokenForever; }
-
     static void expectBeforeOrAfter(const Generations& found, Outcome outcome, const std::string& where) {
-        const bool before = found == kBefore && outcome != Outcome::Done;
-        const bool after = found == kAfter && (outcome != Outcome::Failed || forGood());
+        const bool before = found == kBefore && mayBeBefore(outcome);
+        const bool after = found == kAfter && mayBeAfter(outcome, GetParam());
         EXPECT_TRUE(before || after) << where << ": " << toText(found);
     }
 
@@ -116,7 +106,7 @@ TEST_P(InterruptedCommit, LeavesTheFileAsBeforeOrAsAfter) {
 }
 
 TEST_P(InterruptedCommit, LeavesTheSameProgramAbleToGoOn) {
-    if (GetParam() == Fault::Stop || GetParam() == Fault::StopTorn) GTEST_SKIP() << "the program is gone";
+    if (stopsTheProgram(GetParam())) GTEST_SKIP() << "the program is gone";
     const std::uint64_t operations = operationsOfOneUnit();
     for (std::uint64_t n = 1; n <= operations; ++n) {
         const std::string where = "operation " + std::to_string(n);
@@ -138,9 +128,7 @@ TEST_P(InterruptedCommit, LeavesTheSameProgramAbleToGoOn) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryFault, InterruptedCommit,
-                         ::testing::Values(Fault::Stop, Fault::StopTorn, Fault::NoSpace, Fault::FullForever,
-                                           Fault::IoError, Fault::BrokenForever));
+INSTANTIATE_TEST_SUITE_P(EveryFault, InterruptedCommit, ::testing::ValuesIn(kEveryFault));
 
 class InterruptedRecovery : public InterruptedCommit {};
 

@@ -1,20 +1,14 @@
 // Real processes on one file: killed while they write, writing in turns, reading meanwhile.
 
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/mman.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
-#include <cstdlib>
-#include <functional>
 #include <random>
 #include <thread>
 
 #include "jet/page_file.h"
+#include "tests/crash/child_process.h"
 #include "tests/crash/numbered_pages.h"
 #include "tests/support/samples.h"
 
@@ -25,56 +19,6 @@ namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
 constexpr jet::PageNumber kPages = 24;
-
-/// A number that all processes see.
-class SharedNumber {
-public:
-    SharedNumber()
-        : value_(new (::mmap(nullptr, sizeof(std::atomic<std::uint64_t>), PROT_READ | PROT_WRITE,
-                             MAP_SHARED | MAP_ANONYMOUS, -1, 0)) std::atomic<std::uint64_t>(0)) {}
-    ~SharedNumber() { ::munmap(value_, sizeof *value_); }
-    SharedNumber(const SharedNumber&) = delete;
-    SharedNumber& operator=(const SharedNumber&) = delete;
-    std::atomic<std::uint64_t>& operator*() const { return *value_; }
-
-private:
-    std::atomic<std::uint64_t>* value_;
-};
-
-/// A child process that runs `body`; its exit code is 0 if the body gave true.
-class Child {
-public:
-    explicit Child(const std::function<bool()>& body) : id_(::fork()) {
-        if (id_ != 0) return;
-        bool good = false;
-        try {
-            good = body();
-        } catch (const std::exception& error) {
-            ::dprintf(STDERR_FILENO, "child: %s\n", error.what());
-        }
-        ::_exit(good ? 0 : 1);
-    }
-    ~Child() {
-        if (id_ > 0) kill();
-    }
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
-
-    void kill() {
-        ::kill(id_, SIGKILL);
-        (void)wait();
-    }
-    /// True if it ended by itself and was content.
-    bool wait() {
-        int status = 0;
-        ::waitpid(id_, &status, 0);
-        id_ = -1;
-        return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-    }
-
-private:
-    pid_t id_;
-};
 
 /// One unit of work: every page goes from generation g to g + 1; now and then the file grows. Returns g + 1.
 std::uint64_t advance(const std::shared_ptr<jet::PageFile>& file) {

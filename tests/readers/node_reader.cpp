@@ -56,8 +56,7 @@ std::string linesOf(jet::Table& table) {
 std::optional<RowTexts> readWithNode(const fs::path& file) {
     const fs::path folder = STELVAN_NODE_READER_DIR;
     if (!fs::exists(folder / "node_modules" / "mdb-reader")) return std::nullopt;
-    return canonical(
-        outputOf("node '" + (folder / "dump.mjs").string() + "' '" + file.string() + "'"));
+    return canonical(outputOf("node '" + (folder / "dump.mjs").string() + "' '" + file.string() + "'"));
 }
 
 RowTexts readWithEngine(const fs::path& file) {

@@ -97,6 +97,10 @@ void FaultyFileSystem::startOver(std::uint64_t failAt, Fault fault) {
 bool FaultyFileSystem::step() {
     requireAlive();
     ++operations_;
+    if (operations_ == stopAt_) {
+        stopped_ = true;
+        throw Crash{};
+    }
     const bool now = operations_ == failAt_;
     const bool since = failAt_ != 0 && operations_ >= failAt_;
     const auto fail = [](jet::ErrorKind kind) { throw jet::Error(kind, "a fault made by the test"); };

@@ -40,6 +40,9 @@ public:
         failAt_ = operation;
         fault_ = fault;
     }
+    /// Besides, the program stops at the operation with this number.
+    void stopAt(std::uint64_t operation) { stopAt_ = operation; }
+    [[nodiscard]] bool stopped() const { return stopped_; }
     [[nodiscard]] std::uint64_t operations() const { return operations_; }
     /// Counts and fails from the start again; what is not synced stays so.
     void startOver(std::uint64_t failAt, Fault fault);
@@ -86,6 +89,7 @@ private:
     jet::FileSystem& real_;
     std::uint64_t operations_ = 0;
     std::uint64_t failAt_ = 0;
+    std::uint64_t stopAt_ = 0;
     Fault fault_ = Fault::Stop;
     bool stopped_ = false;
     std::map<std::filesystem::path, History> names_;

@@ -130,6 +130,32 @@ TEST_P(InterruptedCommit, LeavesTheSameProgramAbleToGoOn) {
 
 INSTANTIATE_TEST_SUITE_P(EveryFault, InterruptedCommit, ::testing::ValuesIn(kEveryFault));
 
+class InterruptedUndo : public InterruptedCommit {};
+
+TEST_P(InterruptedUndo, IsFinishedByTheNextOne) {
+    const std::uint64_t operations = operationsOfOneUnit();
+    int stops = 0;
+    for (std::uint64_t n = 1; n <= operations; ++n) {
+        for (std::uint64_t m = n + 1;; ++m) {
+            FaultyFileSystem files;
+            Outcome outcome = Outcome::Done;
+            {
+                const auto file = jet::PageFile::open(freshCopy(), jet::Access::ReadWrite, files);
+                files.failAt(n, GetParam());
+                files.stopAt(m);
+                outcome = runUnit(*file);
+            }
+            if (!files.stopped()) break;
+            ++stops;
+            expectSafeAgainstPowerCuts(files, outcome,
+                                       "operations " + std::to_string(n) + ", " + std::to_string(m));
+        }
+    }
+    EXPECT_GT(stops, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryFault, InterruptedUndo, ::testing::Values(Fault::NoSpace, Fault::IoError));
+
 class InterruptedRecovery : public InterruptedCommit {};
 
 TEST_P(InterruptedRecovery, CanBeTakenUpByTheNextOne) {

@@ -34,15 +34,25 @@ constexpr auto kBlockStarts = [] {
     return starts;
 }();
 
-constexpr const WeightRun* findRun(char16_t unit) {
+constexpr std::size_t kNoRun = std::size(kRuns);
+
+// The place of the run that holds the unit. (Places instead of pointers: the sanitizers do not let pointers
+// be compared at compile time.)
+constexpr std::size_t findRun(char16_t unit) {
     const std::size_t block = unit >> 8;
-    const WeightRun* begin = kRuns + kBlockStarts[block];
-    const WeightRun* end = kRuns + std::min<std::size_t>(kBlockStarts[block + 1] + 1u, std::size(kRuns));
-    const WeightRun* after = std::upper_bound(
-        begin, end, unit, [](char16_t wanted, const WeightRun& run) { return wanted < run.first; });
-    if (after == begin) return nullptr;
-    const WeightRun* run = after - 1;
-    return unit < run->first + run->count ? run : nullptr;
+    std::size_t low = kBlockStarts[block];
+    std::size_t high = std::min<std::size_t>(kBlockStarts[block + 1] + 1u, std::size(kRuns));
+    while (low < high) {
+        const std::size_t middle = low + (high - low) / 2;
+        if (kRuns[middle].first <= unit) {
+            low = middle + 1;
+        } else {
+            high = middle;
+        }
+    }
+    if (low == 0) return kNoRun;
+    const WeightRun& run = kRuns[low - 1];
+    return unit < run.first + run.count ? low - 1 : kNoRun;
 }
 
 constexpr std::uint32_t primaryWeight(const WeightRun& run, char16_t unit) {
@@ -55,11 +65,12 @@ constexpr std::uint32_t primaryWeight(const WeightRun& run, char16_t unit) {
 constexpr auto kPlain = [] {
     std::array<std::uint16_t, 256> plain{};
     for (char16_t c = 1; c < 0x80; ++c) {
-        const WeightRun* run = findRun(c);
-        if (run == nullptr) continue;
-        const WeightShape& shape = kShapes[run->shape];
+        const std::size_t place = findRun(c);
+        if (place == kNoRun) continue;
+        const WeightRun& run = kRuns[place];
+        const WeightShape& shape = kShapes[run.shape];
         if (shape.kind != WeightKind::Letter || shape.elements != 1 || shape.secondarySize != 0) continue;
-        const std::uint32_t weight = primaryWeight(*run, c);
+        const std::uint32_t weight = primaryWeight(run, c);
         plain[c] = static_cast<std::uint16_t>(shape.primarySize == 1 ? weight << 8 : weight);
     }
     return plain;
@@ -87,18 +98,19 @@ public:
             addSurrogate(unit);
             return;
         }
-        const WeightRun* run = findRun(unit);
-        if (run == nullptr) return;
-        const WeightShape& shape = kShapes[run->shape];
+        const std::size_t place = findRun(unit);
+        if (place == kNoRun) return;
+        const WeightRun& run = kRuns[place];
+        const WeightShape& shape = kShapes[run.shape];
         switch (shape.kind) {
             case WeightKind::Letter:
-                addLetter(primaryWeight(*run, unit), shape, run->extra);
+                addLetter(primaryWeight(run, unit), shape, run.extra);
                 return;
             case WeightKind::Modifier:
-                addModifier(static_cast<std::uint8_t>(run->extra));
+                addModifier(static_cast<std::uint8_t>(run.extra));
                 return;
             case WeightKind::Unprintable:
-                addUnprintable(static_cast<std::uint8_t>(run->extra));
+                addUnprintable(static_cast<std::uint8_t>(run.extra));
                 return;
         }
     }

@@ -3,6 +3,8 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QStringList>
+#include <algorithm>
+#include <set>
 #include <stdexcept>
 
 namespace stelvan::test {
@@ -65,6 +67,43 @@ std::vector<ExportedRow> exportWhere(const std::string& file, const QString& tab
     std::vector<ExportedRow> rows = exportTable(file, table);
     std::erase_if(rows, [&](const ExportedRow& row) { return row.value(column) != value; });
     return rows;
+}
+
+Snapshot snapshotOf(const std::string& file) {
+    Snapshot all;
+    for (const char* table : {"secs_alarm", "secs_cusevent", "secs_cusvar", "secs_def_evt_rpt",
+                              "secs_gemevent", "secs_gemvar", "secs_report", "secs_rpt_var", "secs_setting"})
+        for (ExportedRow& row : exportTable(file, table)) all.emplace(table, std::move(row));
+    return all;
+}
+
+QStringList differences(const Snapshot& before, const Snapshot& after) {
+    const auto rowsOf = [](const Snapshot& snapshot, const QString& table) {
+        std::map<QString, int> counted;
+        for (auto [row, end] = snapshot.equal_range(table); row != end; ++row)
+            ++counted[row->second.values().join(QChar(0x1f))];
+        return counted;
+    };
+    const auto missing = [](const std::map<QString, int>& from, const std::map<QString, int>& in) {
+        int count = 0;
+        for (const auto& [row, times] : from) {
+            const auto found = in.find(row);
+            count += std::max(0, times - (found == in.end() ? 0 : found->second));
+        }
+        return count;
+    };
+    std::set<QString> tables;
+    for (const auto& entry : before) tables.insert(entry.first);
+    for (const auto& entry : after) tables.insert(entry.first);
+    QStringList all;
+    for (const QString& table : tables) {
+        const auto was = rowsOf(before, table);
+        const auto is = rowsOf(after, table);
+        const int added = missing(is, was);
+        const int removed = missing(was, is);
+        if (added + removed > 0) all << QStringLiteral("%1 +%2 -%3").arg(table).arg(added).arg(removed);
+    }
+    return all;
 }
 
 }  // namespace stelvan::test

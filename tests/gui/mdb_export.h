@@ -3,7 +3,8 @@
 
 #include <QMap>
 #include <QString>
-#include <optional>
+#include <QStringList>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,14 @@ inline const QString kExportedNull = QStringLiteral("<null>");
 /// The rows in which a column has a value.
 [[nodiscard]] std::vector<ExportedRow> exportWhere(const std::string& file, const QString& table,
                                                    const QString& column, const QString& value);
+
+/// All rows of the model's tables, for telling what a change touched.
+using Snapshot = std::multimap<QString, ExportedRow>;
+[[nodiscard]] Snapshot snapshotOf(const std::string& file);
+
+/// How many rows of each table are in `after` but not in `before`, as "secs_alarm +1 -1", tables in
+/// alphabetical order.
+[[nodiscard]] QStringList differences(const Snapshot& before, const Snapshot& after);
 
 }  // namespace stelvan::test
 

@@ -33,14 +33,13 @@ void EditCommands::cmdDelete_Click() {
 
 void EditCommands::deleteShown() {
     db::CurrentRecords& current = at_.state.current;
-    const std::int32_t deleted = current.position;
     {
         db::UnitOfWork unit(at_.operations.path());
         if (!deleteLinked()) return;
         noteStale(at_.state, [&] { current.records->deleteCurrent(); });
         unit.commit();
     }
-    showFollower(deleted);
+    showFollower();
 }
 
 bool EditCommands::deleteLinked() {
@@ -72,17 +71,16 @@ bool EditCommands::deleteLinked() {
     return !watch.failed();
 }
 
-void EditCommands::showFollower(std::int32_t deleted) {
+void EditCommands::showFollower() {
     db::CurrentRecords& current = at_.state.current;
-    const std::int32_t expected = current.records->recordCount() - 1;
     resynchronise(current);
     // The follower takes the deleted record's place and number; past the last one comes the first.
-    current.position = deleted - 1;
-    at_.recordView.cmdNext_Click();
-    if (current.records->recordCount() != expected && current.onRecord()) {
-        renumber(current);
-        at_.recordView.lUpdateNavigator();
+    if (!current.records->eof()) {
+        current.records->moveNext();
+        current.position = current.records->position() - 1;
+        current.records->movePrevious();
     }
+    at_.recordView.cmdNext_Click();
     at_.access.lSetEditMode(at_.state.category, false);
 }
 

@@ -33,7 +33,7 @@ private:
     void showStoredLists();
     void deleteShown();
     [[nodiscard]] bool deleteLinked();
-    void showFollower(std::int32_t deleted);
+    void showFollower();
     void showPresentState();
 
     EditContext at_;

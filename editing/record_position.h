@@ -11,9 +11,6 @@ namespace stelvan::editing {
 /// shown one under its new number.
 void resynchronise(db::CurrentRecords& current);
 
-/// The position by counting up to the record shown.
-void renumber(db::CurrentRecords& current);
-
 /// Shows the first record, or none in an empty set.
 void moveToFirst(db::CurrentRecords& current);
 

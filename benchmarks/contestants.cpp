@@ -9,6 +9,7 @@
 #include "data/model/build_model.h"
 #include "data/model/generated_model.h"
 #include "jet/conversion.h"
+#include "jet/row_reader.h"
 
 namespace stelvan::bench {
 namespace {
@@ -58,7 +59,29 @@ void buildSqliteFile(const fs::path& file, const fs::path& accessFile) {
     sqlite.run("COMMIT");
 }
 
+struct Weigh {
+    std::size_t& sum;
+    void operator()(std::string_view text) const { sum += text.size(); }
+    void operator()(std::span<const std::uint8_t> bytes) const { sum += bytes.size(); }
+    template <typename Other>
+    void operator()(const Other&) const {
+        ++sum;
+    }
+};
+
 }  // namespace
+
+std::size_t readAll(const std::filesystem::path& file) {
+    jet::Database database = jet::Database::open(file, jet::Access::ReadOnly);
+    jet::Table& table = database.table(kTable);
+    const jet::ColumnSet all = jet::allColumns(table.info());
+    std::size_t sum = 0;
+    const auto rows = table.scan(all);
+    while (rows->next()) {
+        for (const std::size_t column : all) std::visit(Weigh{sum}, rows->value(column));
+    }
+    return sum;
+}
 
 Files& Files::get() {
     static Files files;

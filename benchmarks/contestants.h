@@ -36,6 +36,9 @@ private:
     std::filesystem::path folder_, access_, small_, sqlite_;
 };
 
+/// Decodes every value of every row of the variable table; a sum that depends on all of them.
+std::size_t readAll(const std::filesystem::path& file);
+
 /// Rows that are not in the files yet, as values of the schema's columns.
 [[nodiscard]] const std::vector<std::vector<jet::ColumnValue>>& newRows(const jet::TableInfo& table);
 

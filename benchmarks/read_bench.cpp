@@ -4,36 +4,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <numeric>
-
 #include "benchmarks/contest.h"
 #include "benchmarks/contestants.h"
 
 namespace stelvan::bench {
 namespace {
-
-struct Weigh {
-    std::size_t& sum;
-    void operator()(std::string_view text) const { sum += text.size(); }
-    void operator()(std::span<const std::uint8_t> bytes) const { sum += bytes.size(); }
-    template <typename Other>
-    void operator()(const Other&) const {
-        ++sum;
-    }
-};
-
-std::size_t readAll(const std::filesystem::path& file) {
-    jet::Database database = jet::Database::open(file, jet::Access::ReadOnly);
-    jet::Table& table = database.table(kTable);
-    jet::ColumnSet all(table.info().columns.size());
-    std::iota(all.begin(), all.end(), std::size_t{0});
-    std::size_t sum = 0;
-    const auto rows = table.scan(all);
-    while (rows->next()) {
-        for (const std::size_t column : all) std::visit(Weigh{sum}, rows->value(column));
-    }
-    return sum;
-}
 
 void readOurs(benchmark::State& state) {
     const auto& file = Files::get().accessFile();

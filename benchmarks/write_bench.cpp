@@ -28,8 +28,8 @@ void insertOurs(benchmark::State& state) {
 }
 
 void insertSqlite(benchmark::State& state) {
-    const auto& table =
-        jet::Database::open(Files::get().accessFile(), jet::Access::ReadOnly).table(kTable).info();
+    jet::Database access = jet::Database::open(Files::get().accessFile(), jet::Access::ReadOnly);
+    const jet::TableInfo table = access.table(kTable).info();
     const auto& rows = newRows(table);
     for (auto _ : state) {
         Sqlite sqlite(Files::get().copyOf(Files::get().sqliteFile()));

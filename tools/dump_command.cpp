@@ -1,6 +1,5 @@
-#include <numeric>
-
 #include "jet/database.h"
+#include "jet/row_reader.h"
 #include "tools/commands.h"
 #include "tools/json_line.h"
 
@@ -10,8 +9,7 @@ namespace {
 /// One line for each row: {"table":T,"row":{column:value,...}}, columns in ascending number.
 void dumpTable(jet::Table& table, Output& output) {
     const jet::TableInfo info = table.info();
-    jet::ColumnSet all(info.columns.size());
-    std::iota(all.begin(), all.end(), std::size_t{0});
+    const jet::ColumnSet all = jet::allColumns(info);
 
     JsonLine line;
     const auto rows = table.scan(all);

@@ -74,6 +74,9 @@ bool FrmMain::lSelectDB() {
 
 void FrmMain::takeDatabase(const QString& path) {
     state_.databasePath = form::toUtf8(path);
+    const int room = fontMetrics().averageCharWidth() * kPathCharacters;
+    form_.databasePanel->setText(fontMetrics().elidedText(path, Qt::ElideMiddle, room));
+    form_.databasePanel->setToolTip(path);
 }
 
 void FrmMain::lInitControls() {

@@ -25,12 +25,13 @@ namespace stelvan::form {
 namespace {
 
 // The window at first: about 1100 x 760 with the usual font, more with a larger one.
-constexpr int kFirstColumns = 157;
+constexpr int kFirstColumns = 175;
 constexpr int kFirstLines = 54;
 constexpr int kLeastFrameColumns = 50;
 constexpr int kLeastFrameLines = 10;
 constexpr int kErrorLines = 4;
-constexpr int kTreeCharacters = 34;
+constexpr const char* kLongestNode = "Custom Equipment Constants";
+constexpr int kNodeMargins = 60;  // picture, frame and room for a scroll bar
 
 template <class W>
 W* named(W* widget, const char* name) {
@@ -56,6 +57,10 @@ void buildMenus(QMainWindow& window, MainForm& form) {
     form.mnuHelpAbout->setMenuRole(QAction::AboutRole);
 }
 
+int treeWidth(const QWidget& tree) {
+    return tree.fontMetrics().horizontalAdvance(QLatin1String(kLongestNode)) + kNodeMargins;
+}
+
 void buildTree(MainForm& form) {
     form.imlIcons.insert(tr("Property"), tr(":/icons/property.svg"));
     form.imlIcons.insert(tr("PropSelect"), tr(":/icons/prop_select.svg"));
@@ -64,7 +69,7 @@ void buildTree(MainForm& form) {
     tree->setHeaderHidden(true);
     tree->setRootIsDecorated(false);
     tree->setUniformRowHeights(true);
-    tree->setMinimumWidth(tree->fontMetrics().averageCharWidth() * kTreeCharacters * 2 / 3);
+    tree->setMinimumWidth(treeWidth(*tree) / 2);
     form.tvwSECSItem = tree;
 }
 
@@ -230,8 +235,8 @@ QWidget* buildSplitters(MainForm& form, QSize size) {
     whole->addWidget(form.tvwSECSItem);
     whole->addWidget(rightSide);
     whole->setStretchFactor(1, 1);
-    const int treeWidth = form.tvwSECSItem->fontMetrics().averageCharWidth() * kTreeCharacters;
-    whole->setSizes({treeWidth, size.width() - treeWidth});
+    const int nodes = treeWidth(*form.tvwSECSItem);
+    whole->setSizes({nodes, size.width() - nodes});
     return whole;
 }
 

@@ -140,7 +140,7 @@ RowTexts readAll(jet::Database& database, bool system) {
     return all;
 }
 
-std::vector<std::string> linesOf(const std::string& path) {
+std::vector<std::string> linesIn(const std::string& path) {
     const bool packed = path.ends_with(".gz");
     const std::string command = (packed ? "gzip -dc '" : "cat '") + path + "'";
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(::popen(command.c_str(), "r"), &::pclose);
@@ -158,7 +158,7 @@ std::vector<std::string> linesOf(const std::string& path) {
 
 RowTexts expectedRows(const std::string& path) {
     RowTexts all;
-    for (const std::string& line : linesOf(path)) {
+    for (const std::string& line : linesIn(path)) {
         const auto parsed = nlohmann::ordered_json::parse(line);
         std::string text;
         for (const auto& [column, value] : parsed.at("row").items()) {

@@ -28,7 +28,7 @@ RowTexts readAll(jet::Database& database, bool system = false);
 RowTexts expectedRows(const std::string& path);
 
 /// The lines of a text file, unpacked when its name ends in .gz.
-std::vector<std::string> linesOf(const std::string& path);
+std::vector<std::string> linesIn(const std::string& path);
 
 /// The first few lines that only one of the two has; empty when they are equal.
 std::string difference(const std::multiset<std::string>& expected, const std::multiset<std::string>& found);

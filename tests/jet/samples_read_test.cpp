@@ -154,7 +154,7 @@ TEST_P(EverySample, HasTheSchemaThatIsExpected) {
     Database database = Database::open(scratch.copyOf(sample(GetParam().file)));
     std::set<std::string> expected;
     for (const std::string& line :
-         linesOf(sample("expected/" + GetParam().expected + ".schema.jsonl").string())) {
+         linesIn(sample("expected/" + GetParam().expected + ".schema.jsonl").string())) {
         nlohmann::json json = nlohmann::json::parse(line);
         if (json.contains("indexes")) json["indexes"] = sorted(json["indexes"]);
         expected.insert(json.dump());

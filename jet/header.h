@@ -4,6 +4,7 @@
 // 128 bytes of the page are masked by a fixed stream of bytes; the same exclusive-or masks and unmasks.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "jet/bytes.h"
@@ -31,6 +32,12 @@ void maskHeader(WritablePageBytes header);
 
 /// The password field of a database without password, before masking: it depends on the creation date.
 [[nodiscard]] std::uint32_t passwordMask(DateTime created);
+
+/// One slot for each user of the lock file, the first for the one who writes alone: we do.
+using CommitSlots = std::array<std::uint8_t, 512>;
+[[nodiscard]] inline std::uint16_t ownSlot(const CommitSlots& slots) {
+    return u16At(slots, 0);
+}
 
 /// The commit slot of the one who writes alone. Zero while pages are being written; else a count.
 [[nodiscard]] std::uint16_t commitSlot(PageBytes header);

@@ -10,16 +10,16 @@ namespace stelvan::jet {
 
 namespace {
 
-// Layout: a head of whole pages (the fields below, then the page numbers, then zeros), and the images.
+// Layout: a head of whole pages (the fields below, the page numbers, zeros), then the images.
 constexpr std::uint64_t kMagic = 0x314C4E524A565453;  // "STVJRNL1"
 constexpr std::size_t kMagicAt = 0;
 constexpr std::size_t kChecksumAt = 8;
 constexpr std::size_t kSaltAt = 16;
 constexpr std::size_t kSizeBeforeAt = 24;
-constexpr std::size_t kSlotBeforeAt = 32;
-constexpr std::size_t kSlotAfterAt = 34;
-constexpr std::size_t kCountAt = 36;
-constexpr std::size_t kPagesAt = 40;
+constexpr std::size_t kCountAt = 32;
+constexpr std::size_t kSlotAfterAt = 36;
+constexpr std::size_t kSlotsBeforeAt = 40;
+constexpr std::size_t kPagesAt = kSlotsBeforeAt + sizeof(CommitSlots);
 constexpr std::size_t kCheckedFrom = kSaltAt;
 
 /// A running checksum over whole 8-byte words; every single changed word changes it.
@@ -49,7 +49,7 @@ std::vector<std::uint8_t> makeHead(const Journal::Facts& facts, std::span<const 
     std::random_device random;
     storeAt<std::uint64_t>(head, kSaltAt, static_cast<std::uint64_t>(random()) << 32 | random());
     storeAt<std::uint64_t>(head, kSizeBeforeAt, facts.sizeBefore);
-    putU16(head, kSlotBeforeAt, facts.slotBefore);
+    std::ranges::copy(facts.slotsBefore, head.begin() + kSlotsBeforeAt);
     putU16(head, kSlotAfterAt, facts.slotAfter);
     putU32(head, kCountAt, static_cast<std::uint32_t>(images.size()));
     for (std::size_t i = 0; i < images.size(); ++i)
@@ -104,8 +104,10 @@ std::optional<Journal::Saved> Journal::read() const {
         sum.add(page);
     }
     if (sum.value() != loadAt<std::uint64_t>(head, kChecksumAt)) return std::nullopt;
-    saved.facts_ = {loadAt<std::uint64_t>(head, kSizeBeforeAt), u16At(head, kSlotBeforeAt),
-                    u16At(head, kSlotAfterAt)};
+    saved.facts_.sizeBefore = loadAt<std::uint64_t>(head, kSizeBeforeAt);
+    std::ranges::copy(bytesAt(Bytes(head), kSlotsBeforeAt, sizeof(CommitSlots)),
+                      saved.facts_.slotsBefore.begin());
+    saved.facts_.slotAfter = u16At(head, kSlotAfterAt);
     return saved;
 }
 

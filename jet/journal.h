@@ -4,7 +4,8 @@
 // It is written and synced (its folder too) before the first byte of the database changes, and removed
 // after the last. So a journal that is found says what to put back, unless
 //   - it is torn (its checksum fails): then the database was not touched yet, or
-//   - the database's commit slot holds the value after the commit: then the commit was complete.
+//   - the database's commit slot holds the value after the commit: then the commit was complete, or
+//   - another commit slot has changed: then another engine has written since, and the journal is history.
 #pragma once
 
 #include <cstdint>
@@ -15,6 +16,7 @@
 #include <vector>
 
 #include "jet/file_system.h"
+#include "jet/header.h"
 
 namespace stelvan::jet {
 
@@ -26,8 +28,10 @@ public:
     /// What a commit changes besides pages.
     struct Facts {
         std::uint64_t sizeBefore = 0;
-        std::uint16_t slotBefore = 0;
-        std::uint16_t slotAfter = 0;
+        CommitSlots slotsBefore{};
+        std::uint16_t slotAfter = 0;  // of our slot, the first
+
+        [[nodiscard]] std::uint16_t slotBefore() const { return ownSlot(slotsBefore); }
     };
     /// The bytes of a page before the commit.
     struct Image {

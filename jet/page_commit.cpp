@@ -1,5 +1,6 @@
 #include "jet/page_commit.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -8,10 +9,10 @@
 
 namespace stelvan::jet {
 
-std::uint16_t PageCommit::storedSlot() {
-    std::array<std::uint8_t, sizeof(std::uint16_t)> bytes{};
-    (void)file_.readAt(header::kCommitSlots, bytes);
-    return u16At(bytes, 0);
+CommitSlots PageCommit::storedSlots() {
+    CommitSlots slots{};
+    (void)file_.readAt(header::kCommitSlots, slots);
+    return slots;
 }
 
 void PageCommit::writeSlot(std::uint16_t value) {
@@ -82,7 +83,7 @@ void PageCommit::undo(std::span<const Journal::Image> images, const Journal::Fac
         syncSlot(0);
         for (const Journal::Image& image : images) file_.writePages(image.page, std::span(&image.bytes, 1));
         file_.resize(facts.sizeBefore);
-        syncSlot(facts.slotBefore);
+        syncSlot(facts.slotBefore());
         journal_.remove();
         files_.syncFolder(folder_);
     } catch (const Error&) {
@@ -92,9 +93,12 @@ void PageCommit::undo(std::span<const Journal::Image> images, const Journal::Fac
 }
 
 bool PageCommit::unfinished(const Journal::Saved& saved) {
+    const CommitSlots now = storedSlots();
+    const CommitSlots& before = saved.facts().slotsBefore;
     // Any other value than these two: the commit was completed, or the file has lived on without us.
-    const std::uint16_t slot = storedSlot();
-    return slot == 0 || slot == saved.facts().slotBefore;
+    const bool ownFits = ownSlot(now) == 0 || ownSlot(now) == ownSlot(before);
+    return ownFits &&
+           std::equal(now.begin() + sizeof(std::uint16_t), now.end(), before.begin() + sizeof(std::uint16_t));
 }
 
 bool PageCommit::mustPutBack() {
@@ -117,7 +121,7 @@ void PageCommit::putBack() {
             file_.writePages(saved->pages()[i], std::span(&bytes, 1));
         }
         file_.resize(saved->facts().sizeBefore);
-        syncSlot(saved->facts().slotBefore);
+        syncSlot(saved->facts().slotBefore());
     }
     journal_.remove();
     files_.syncFolder(folder_);

@@ -40,7 +40,7 @@ public:
     void putBack();
 
 private:
-    [[nodiscard]] std::uint16_t storedSlot();
+    [[nodiscard]] CommitSlots storedSlots();
     void writeSlot(std::uint16_t value);
     void syncSlot(std::uint16_t value);
     void writePages(std::span<PageCache::Frame* const> changed);

@@ -102,9 +102,13 @@ void PageFile::create(const fs::path& path, std::span<const std::uint8_t> pages)
         file->writeAt(0, pages);
         file->sync();
         files.rename(unfinished, path);
-    } catch (...) {
-        files.remove(unfinished);
-        throw;
+    } catch (const Error& fault) {
+        try {
+            files.remove(unfinished);
+        } catch (const Error&) {
+            // It is in nobody's way: the next attempt removes it.
+        }
+        throw fault;
     }
     files.syncFolder(folderOf(path));
 }

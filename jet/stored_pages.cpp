@@ -122,6 +122,7 @@ void StoredPages::beginWrite() {
             requireWhole();
         } catch (...) {
             locks_->unreserve();
+            if (!reading) leave();
             throw;
         }
         doomed_ = false;
@@ -194,8 +195,8 @@ void StoredPages::writeChanges() {
         return !frame->added && *frame->before == frame->bytes;
     });
     if (changed.empty()) return;
-    const std::uint16_t slot = u16At(stamp_.commitSlots, 0);
-    const Journal::Facts facts{size_, slot, nextCommitSlot(slot)};
+    const CommitSlots& slots = stamp_.commitSlots;
+    const Journal::Facts facts{size_, slots, nextCommitSlot(ownSlot(slots))};
     if (changed.front()->page == 0) setCommitSlot(changed.front()->bytes, 0);
 
     locks_->exclude();

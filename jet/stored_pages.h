@@ -47,7 +47,7 @@ private:
         std::uint64_t size = 0;
         std::int64_t modified = 0;
         std::int64_t changed = 0;
-        std::array<std::uint8_t, 512> commitSlots{};
+        CommitSlots commitSlots{};
         friend bool operator==(const Stamp&, const Stamp&) = default;
     };
 

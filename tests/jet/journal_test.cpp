@@ -35,12 +35,15 @@ protected:
     /// A journal as the commit of pages 2 and 3 of a file of five pages writes it.
     void writeJournal() {
         const std::array<Journal::Image, 2> images{{{2, old_.data()}, {3, old_.data()}}};
-        journal_.write({5 * kPageSize, kSlotBefore, kSlotAfter}, images, 0640);
+        CommitSlots slots{};
+        slots.fill(0xAA);
+        putU16(slots, 0, kSlotBefore);
+        journal_.write({5 * kPageSize, slots, kSlotAfter}, images, 0640);
     }
 
-    void setSlot(std::uint16_t value) const {
+    void setSlot(std::uint16_t value, int user = 0) const {
         std::fstream file(path_, std::ios::binary | std::ios::in | std::ios::out);
-        file.seekp(header::kCommitSlots);
+        file.seekp(static_cast<std::streamoff>(header::kCommitSlots) + 2 * user);
         file.write(reinterpret_cast<const char*>(&value), sizeof value);
     }
 
@@ -73,7 +76,7 @@ TEST_F(JournalBeside, HoldsWhatWasWritten) {
     const auto saved = journal_.read();
     ASSERT_TRUE(saved.has_value());
     EXPECT_EQ(saved->facts().sizeBefore, 5 * kPageSize);
-    EXPECT_EQ(saved->facts().slotBefore, kSlotBefore);
+    EXPECT_EQ(saved->facts().slotBefore(), kSlotBefore);
     EXPECT_EQ(saved->facts().slotAfter, kSlotAfter);
     ASSERT_EQ(saved->pages().size(), 2u);
     EXPECT_EQ(saved->pages()[1], 3u);
@@ -110,6 +113,18 @@ TEST_F(JournalBeside, OfAFileThatHasLivedOnIsRemovedOnly) {
     setSlot(kSlotAfter + 20);
     EXPECT_EQ(opened(), untouched_);
     EXPECT_FALSE(fs::exists(journal_.path()));
+}
+
+TEST_F(JournalBeside, OfAFileThatAnotherEngineHasWrittenSinceIsRemovedOnly) {
+    for (const int user : {1, 17, 255}) {
+        writeJournal();
+        setSlot(0x0234, user);
+        EXPECT_EQ(opened(), untouched_);
+        EXPECT_FALSE(fs::exists(journal_.path()));
+        setSlot(0xAAAA, user);
+    }
+    writeJournal();
+    EXPECT_EQ(opened(), putBack_) << "all slots are as they were";
 }
 
 TEST_F(JournalBeside, IsTornWhereAnyByteIsWrong) {

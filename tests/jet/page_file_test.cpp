@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "jet/file_system.h"
 #include "jet/format.h"
 #include "jet/page_cache.h"
 #include "tests/support/samples.h"
@@ -312,6 +313,25 @@ TEST_F(Pages, AFileCutWithinAPageIsReadButNotWritten) {
     EXPECT_EQ(kindOf([&] { (void)file->read(10); }), ErrorKind::Corrupt);
     EXPECT_EQ(kindOf([&] { const WriteScope unit(file); }), ErrorKind::Corrupt);
     EXPECT_EQ(wordOf(file->read(8)), 1008u) << "reading goes on after the refusal";
+}
+
+TEST_F(Pages, ARefusedUnitHoldsNoLock) {
+    fs::resize_file(path_, 10 * kPageSize + 100);
+    const auto file = open();
+    EXPECT_EQ(kindOf([&] { const WriteScope unit(file); }), ErrorKind::Corrupt);
+    const auto other = FileSystem::posix().open(path_, FileSystem::Mode::ReadWrite);
+    EXPECT_FALSE(other->lockedElsewhere({0, 0}, LockMode::Exclusive));
+}
+
+TEST_F(Pages, HoldNoLockOutsideOfScopes) {
+    const auto file = open();
+    change(file, 1, 1);
+    (void)word(file, 2);
+    { const WriteScope abandoned(file); }
+    const auto other = FileSystem::posix().open(path_, FileSystem::Mode::ReadWrite);
+    EXPECT_FALSE(other->lockedElsewhere({0, 0}, LockMode::Exclusive));
+    const ReadScope scope(file);
+    EXPECT_TRUE(other->lockedElsewhere({0, 0}, LockMode::Exclusive));
 }
 
 TEST_F(Pages, OpeningNamesWhatIsWrongWithAPath) {

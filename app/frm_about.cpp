@@ -41,7 +41,7 @@ QString FrmAbout::versionText() {
                "Stelvan (A component of Duvessa)\n"
                "Version %1.%2.%3\n"
                "Builds and maintains the SECS/GEM model of one piece of equipment.\n"
-               "Free software, without any warranty.")
+               "Provided as it is, without warranty of any kind.")
         .arg(STELVAN_VERSION_MAJOR)
         .arg(STELVAN_VERSION_MINOR)
         .arg(STELVAN_VERSION_PATCH);

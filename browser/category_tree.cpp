@@ -115,6 +115,7 @@ void CategoryTree::forgetCategory() {
 
 void CategoryTree::showCategory(std::int16_t index) {
     if (form::isCustomVariable(index)) format_.lLoadVarFormat(index);
+    records_.clearLists();
     lUpdatePropInfo(index);
     if (index == form::GEMEVT || index == form::CSTEVT) {
         form_.evt.reports.selected->setHeaders(kEventReportHeaders);

@@ -230,6 +230,12 @@ void RecordView::refreshLists() {
     }
 }
 
+void RecordView::clearLists() {
+    lists_.eventReports.clear();
+    lists_.reportVariables.clear();
+    lists_.listChildren.clear();
+}
+
 void RecordView::lLinkDataField() {
     errors_.trap("lLinkDataField", [this] {
         for (const Binding& bound : bindingsOf(form_, state_.category)) {

@@ -50,6 +50,8 @@ public:
     /// Fills or hides the link lists for the record shown, and empties them where none is shown. In the GEM
     /// variable categories "&Edit" follows the format: a GEM list cannot be edited.
     void refreshLists();
+    /// Empties the link lists of all frames, so that no fill that stops early leaves another record's rows.
+    void clearLists();
 
     /// The format shown in cmbVarFormat, in upper case.
     [[nodiscard]] QString format() const;

@@ -255,6 +255,7 @@ MainForm buildForm(QMainWindow& window) {
     margin->addWidget(buildSplitters(form, first));
     window.setCentralWidget(central);
     buildStatusBar(window, form);
+    QWidget::setTabOrder(form.tvwSECSItem, form.tspData);
     closeInputs(form);
     form.showFrame(0);
     window.resize(first);

@@ -1,8 +1,10 @@
 #include "app/form/focus_watch.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFocusEvent>
 #include <QPushButton>
+#include <QTimer>
 
 namespace stelvan::form {
 namespace {
@@ -36,6 +38,7 @@ bool FocusWatch::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusOut) {
         auto* widget = static_cast<QWidget*>(watched);
         const auto reason = static_cast<QFocusEvent*>(event)->reason();
+        byMouse_ = reason == Qt::MouseFocusReason;
         leaving_ = counts(*widget, QApplication::focusWidget(), reason)
                        ? widget->findChild<Field*>(QString(), Qt::FindDirectChildrenOnly)
                        : nullptr;
@@ -47,7 +50,14 @@ void FocusWatch::focusChanged(QWidget* from, QWidget* to) {
     // The check runs once the other control has the focus, so that a box it shows finds the window settled.
     Field* left = leaving_;
     leaving_ = nullptr;
-    if (left != nullptr && left->widget() == from && to != nullptr) left->leave();
+    if (left == nullptr || left->widget() != from || to == nullptr) return;
+    left->leave();
+    // A box shown by the check has taken the mouse button's release away from the clicked button.
+    auto* button = qobject_cast<QAbstractButton*>(to);
+    if (!byMouse_ || button == nullptr || QGuiApplication::mouseButtons() != Qt::NoButton) return;
+    QTimer::singleShot(0, button, [button] {
+        if (button->isDown()) button->click();
+    });
 }
 
 }  // namespace stelvan::form

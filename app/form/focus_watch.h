@@ -8,7 +8,6 @@
 
 #include <QObject>
 #include <QPointer>
-#include <vector>
 
 #include "app/form/field.h"
 
@@ -36,6 +35,7 @@ private:
     QPushButton& cmdSave_;
     QPushButton& cmdCancel_;
     QPointer<Field> leaving_;
+    bool byMouse_ = false;
 };
 
 }  // namespace stelvan::form

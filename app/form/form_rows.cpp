@@ -1,5 +1,6 @@
 #include "app/form/form_rows.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -40,6 +41,10 @@ QScrollArea* scrollPage(QWidget* page) {
     area->setFocusPolicy(Qt::NoFocus);
     area->viewport()->setBackgroundRole(QPalette::Window);
     page->setBackgroundRole(QPalette::Window);
+    // By itself it follows the focus only where its own Tab handling moved it.
+    QObject::connect(qApp, &QApplication::focusChanged, area, [area, page](QWidget*, QWidget* to) {
+        if (to != nullptr && page->isAncestorOf(to)) area->ensureWidgetVisible(to);
+    });
     return area;
 }
 

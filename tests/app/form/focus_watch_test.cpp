@@ -56,6 +56,27 @@ TEST_F(FocusWatchTest, ClickOnATabCounts) {
     EXPECT_EQ(left.size(), 1);
 }
 
+TEST_F(FocusWatchTest, ButtonStillActsWhenABoxTookTheMouseReleaseAway) {
+    form.nav.cmdNext->setEnabled(true);
+    QSignalSpy clicked(form.nav.cmdNext, &QPushButton::clicked);
+    QWidget box;
+    QObject::connect(&from(), &Field::lostFocus, &box, [&box] { QTest::mouseRelease(&box, Qt::LeftButton); });
+    QTest::mousePress(form.nav.cmdNext, Qt::LeftButton);
+    EXPECT_EQ(left.size(), 1);
+    QApplication::processEvents();
+    EXPECT_EQ(clicked.size(), 1);
+    EXPECT_FALSE(form.nav.cmdNext->isDown());
+}
+
+TEST_F(FocusWatchTest, ClickAfterACheckWithoutABoxActsOnce) {
+    form.nav.cmdNext->setEnabled(true);
+    QSignalSpy clicked(form.nav.cmdNext, &QPushButton::clicked);
+    QTest::mouseClick(form.nav.cmdNext, Qt::LeftButton);
+    QApplication::processEvents();
+    EXPECT_EQ(left.size(), 1);
+    EXPECT_EQ(clicked.size(), 1);
+}
+
 TEST_F(FocusWatchTest, MnemonicOfAnotherFieldCounts) {
     QTest::keyClick(&window, Qt::Key_G, Qt::AltModifier);
     EXPECT_TRUE(form.alm.txtAlmGroup->widget()->hasFocus());

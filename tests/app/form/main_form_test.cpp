@@ -3,12 +3,16 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMap>
 #include <QMenuBar>
 #include <QScrollArea>
+#include <QTabBar>
+#include <QTest>
+#include <QTreeWidget>
 
 #include "app/form/frames.h"
 
@@ -152,6 +156,26 @@ TEST_F(MainFormTest, NothingIsCutOffWithALargeFontOrInASmallWindow) {
             EXPECT_GE(button->width(), button->minimumSizeHint().width());
         }
     }
+}
+
+TEST_F(MainFormTest, FieldThatTakesTheFocusIsScrolledIntoSight) {
+    QApplication::setActiveWindow(&window);
+    form.showFrame(1);
+    window.resize(window.minimumSizeHint());
+    QCoreApplication::processEvents();
+    const auto* area = form.frames->frame(1)->findChild<QScrollArea*>();
+    for (const Field* field : {form.var.txtVarValue, form.var.txtVarName}) {
+        field->widget()->setFocus(Qt::OtherFocusReason);
+        const QPoint at = field->widget()->mapTo(area->viewport(), QPoint());
+        EXPECT_TRUE(area->viewport()->rect().contains(at)) << field->widget()->objectName().toStdString();
+    }
+}
+
+TEST_F(MainFormTest, TabLeadsFromTheTreeToTheViewsThenToTheRecord) {
+    QApplication::setActiveWindow(&window);
+    form.tvwSECSItem->setFocus();
+    QTest::keyClick(form.tvwSECSItem, Qt::Key_Tab);
+    EXPECT_TRUE(form.tspData->hasFocus());
 }
 
 TEST_F(MainFormTest, ClearingInputsEmptiesAllFieldsAndLists) {

@@ -59,6 +59,7 @@ QStringList ListView::headers() const {
 void ListView::setWidths(const std::vector<int>& widths) {
     widths_ = widths;
     dragged_ = false;
+    header()->setStretchLastSection(widths.empty());  // it would compete with the shares
     shareWidth();
 }
 
@@ -232,8 +233,8 @@ QItemSelectionModel::SelectionFlags ListView::selectionCommand(const QModelIndex
 }
 
 void ListView::resizeEvent(QResizeEvent* event) {
+    shareWidth();  // first, so that no scroll bar is wanted for the widths of before
     QTreeView::resizeEvent(event);
-    shareWidth();
 }
 
 void ListView::changeEvent(QEvent* event) {

@@ -15,8 +15,6 @@ namespace stelvan::jet {
 
 namespace {
 
-constexpr PageNumber kMostAhead = 16;
-
 bool refusesWriting(ErrorKind kind) {
     return kind == ErrorKind::PermissionDenied || kind == ErrorKind::ReadOnly;
 }
@@ -54,14 +52,14 @@ PageCache::Frame& StoredPages::load(PageNumber page) {
     if (unsettled_)
         throw Error(ErrorKind::Io, "'" + path_.string() + "' must be opened again after the failed change.");
     if (page >= pages_) throwBeyondEnd(page);
-    ahead_ = page == nextInOrder_ ? std::min(ahead_ * 2, kMostAhead) : 1;
-    std::array<std::uint8_t*, kMostAhead> places{};
+    const PageNumber wanted = readAhead_.pagesFrom(page);
+    std::array<std::uint8_t*, ReadAhead::kMost> places{};
     std::size_t count = 0;
     const PageNumber stored = static_cast<PageNumber>(size_ / kPageSize);
-    while (count < ahead_ && page + count < stored) {
+    while (count < wanted && page + count < stored) {
         const PageNumber next = page + static_cast<PageNumber>(count);
         if (cache_.holds(next)) break;
-        places[count++] = cache_.add(next, ahead_ > 1).bytes.data();
+        places[count++] = cache_.add(next, wanted > 1).bytes.data();
     }
     std::size_t got = 0;
     try {
@@ -72,7 +70,7 @@ PageCache::Frame& StoredPages::load(PageNumber page) {
     }
     for (std::size_t i = got; i < count; ++i) cache_.discard(page + static_cast<PageNumber>(i));
     if (got == 0) throwBeyondEnd(page);
-    nextInOrder_ = page + static_cast<PageNumber>(got);
+    readAhead_.fetchedUpTo(page + static_cast<PageNumber>(got));
     PageCache::Frame& frame = *cache_.find(page);
     frame.asked = true;
     return frame;
@@ -285,7 +283,7 @@ void StoredPages::lookAfresh(bool withTurn) {
     stamp_ = stamp;
     size_ = stamp.size;
     pages_ = static_cast<PageNumber>(size_ / kPageSize);
-    nextInOrder_ = 0;
+    readAhead_.forget();
 }
 
 }  // namespace stelvan::jet

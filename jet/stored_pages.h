@@ -13,6 +13,7 @@
 #include "jet/page_cache.h"
 #include "jet/page_commit.h"
 #include "jet/page_file.h"
+#include "jet/read_ahead.h"
 
 namespace stelvan::jet {
 
@@ -84,8 +85,7 @@ private:
     Stamp stamp_;
     std::uint64_t size_ = 0;
     PageNumber pages_ = 0;
-    PageNumber nextInOrder_ = 0;  // the page that would go on with a run of reads
-    PageNumber ahead_ = 1;        // how many pages the next read of the run fetches
+    ReadAhead readAhead_;
     std::uint64_t version_ = 1;
 };
 

@@ -14,6 +14,7 @@
 #include "jet/file_system.h"
 #include "jet/format.h"
 #include "jet/page_cache.h"
+#include "jet/read_ahead.h"
 #include "tests/support/samples.h"
 
 namespace stelvan::jet {
@@ -394,6 +395,31 @@ TEST_F(Pages, AReaderRefusesToWriteUntilAWriterJoins) {
     EXPECT_EQ(writer->access(), Access::ReadWrite);
     change(writer, 3, 3);
     EXPECT_EQ(word(reader, 3), 3u);
+}
+
+TEST(ReadAheadTest, FollowsSeveralRunsWithGapsAtOnce) {
+    ReadAhead ahead;
+    PageNumber low = 100;
+    PageNumber high = 5000;
+    for (int step = 0; step < 20; ++step) {
+        for (PageNumber* run : {&low, &high}) {
+            const PageNumber count = ahead.pagesFrom(*run);
+            ahead.fetchedUpTo(*run + count);
+            *run += count + 3;
+            EXPECT_LE(count, ReadAhead::kMost);
+            EXPECT_TRUE(step == 0 || count > 1);
+        }
+    }
+    EXPECT_GT(low, 100 + 15 * ReadAhead::kMost);
+    EXPECT_GT(high, 5000 + 15 * ReadAhead::kMost);
+}
+
+TEST(ReadAheadTest, TakesScatteredPagesOneByOne) {
+    ReadAhead ahead;
+    for (PageNumber page = 1000; page < 200000; page = page * 5 / 3) {
+        EXPECT_EQ(ahead.pagesFrom(page), 1u);
+        ahead.fetchedUpTo(page + 1);
+    }
 }
 
 TEST(PageCacheTest, KeepsNoMoreCleanPagesThanItsLimit) {

@@ -1,5 +1,6 @@
 #include "db/operations.h"
 
+#include <compare>
 #include <limits>
 #include <utility>
 
@@ -35,8 +36,8 @@ private:
 /// The identifier after the highest one, from 101 up; empty where the next one has no place in 32 bits.
 std::string identifierAfter(const std::string& highest) {
     if (!isNumeric(highest)) return {};
-    if (compareDecimals(highest, std::to_string(kLargestId)) >= 0) return {};
-    if (compareDecimals(highest, "0") <= 0) return std::to_string(kFirstCustomId);
+    if (std::is_gteq(compareDecimals(highest, std::to_string(kLargestId)))) return {};
+    if (std::is_lteq(compareDecimals(highest, "0"))) return std::to_string(kFirstCustomId);
     const std::int32_t value = toInt32(highest);
     if (value == kLargestId) return {};
     return std::to_string(value >= kFirstCustomId ? value + 1 : kFirstCustomId);

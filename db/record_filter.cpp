@@ -1,5 +1,6 @@
 #include "db/record_filter.h"
 
+#include <compare>
 #include <string_view>
 
 #include "db/error_map.h"
@@ -34,12 +35,12 @@ bool RecordFilter::matches(const jet::Value& value) const {
     }
     if (const bool* flag = std::get_if<bool>(&value)) {
         const std::string_view number = *flag ? "-1" : "0";
-        return isNumeric(literal) ? compareDecimals(number, literal) == 0
+        return isNumeric(literal) ? std::is_eq(compareDecimals(number, literal))
                                   : jet::compareText(toText(value), literal) == 0;
     }
     const std::string text = toText(value);
     if (!isNumeric(text) || !isNumeric(literal)) return jet::compareText(text, literal) == 0;
-    return compareDecimals(text, literal) == 0;
+    return std::is_eq(compareDecimals(text, literal));
 }
 
 }  // namespace stelvan::db

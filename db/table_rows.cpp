@@ -97,6 +97,7 @@ void TableRows::requireUnchanged(jet::RowId place, const std::optional<Row>& asR
 void TableRows::update(jet::RowId place, const Row& asRead, const std::vector<FieldChange>& changes) {
     reopen();
     std::vector<jet::ColumnValue> values;
+    values.reserve(changes.size());
     for (const auto& [field, value] : changes) values.emplace_back(columns_[field], value);
     jet::UnitOfWork unit(database_->database());
     requireUnchanged(place, asRead);

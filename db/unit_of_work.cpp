@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -40,10 +41,11 @@ void leave(const std::filesystem::path& file, bool committed) {
     OpenUnits* units = unitsOn(file);
     units->failed = units->failed || !committed;
     if (--units->depth > 0) return;
-    const OpenUnits ended = std::move(*units);
+    OpenUnits ended = std::move(*units);
     std::erase_if(openUnits(), [](const OpenUnits& open) { return open.depth == 0; });
     if (!ended.failed) return;
-    for (auto step = ended.undo.rbegin(); step != ended.undo.rend(); ++step) (*step)();
+    std::reverse(ended.undo.begin(), ended.undo.end());
+    for (const auto& step : ended.undo) step();
 }
 
 }  // namespace

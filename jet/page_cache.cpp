@@ -38,15 +38,15 @@ PageCache::Frame& PageCache::add(PageNumber page, bool passing) {
     return *frame;
 }
 
-/// The oldest page of a run that nobody has looked at since, once there are enough of them.
+/// The oldest page of a run that nobody has looked at again, once there are enough of them.
 PageCache::Frame* PageCache::passedBy() {
     while (passing_.size() > kPassingLimit) {
         const PageNumber page = passing_.front();
         Frame* frame = holds(page) ? frames_[places_[page]].get() : nullptr;
-        const bool pinned = frame != nullptr && frame->round == round_;
-        if (pinned) return nullptr;
+        const bool passed = frame != nullptr && frame->passing && !frame->used && !frame->changed();
+        if (passed && frame->round == round_) return nullptr;  // and so are those behind it
         passing_.pop_front();
-        if (frame != nullptr && frame->passing && !frame->used && !frame->changed()) return frame;
+        if (passed) return frame;
         if (frame != nullptr) frame->passing = false;
     }
     return nullptr;

@@ -475,6 +475,17 @@ TEST(PageCacheTest, ARunOfAnyLengthTakesOneMegabyte) {
     EXPECT_LE(cache.size(), PageCache::kPassingLimit + 64);
 }
 
+TEST(PageCacheTest, APageOfARunThatIsUsedAllTheTimeDoesNotHoldUpTheOthers) {
+    PageCache cache;
+    for (PageNumber page = 0; page < 5000; ++page) {
+        (void)cache.add(page, true);
+        (void)cache.find(0);
+        if (page % 64 == 0) cache.release();
+    }
+    EXPECT_LE(cache.size(), PageCache::kPassingLimit + 2 * 64);
+    EXPECT_TRUE(cache.holds(0));
+}
+
 TEST(PageCacheTest, ARunLeavesAloneWhatIsUsedOtherwise) {
     PageCache cache;
     (void)cache.add(100000);

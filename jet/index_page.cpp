@@ -10,6 +10,12 @@ namespace {
 
 constexpr std::size_t kWordBits = 64;
 
+std::uint64_t loadWord(const std::uint8_t* at) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, at, sizeof word);
+    return word;
+}
+
 }  // namespace
 
 void makeEntry(Bytes key, RowId row, EntryBytes& entry) {
@@ -30,20 +36,22 @@ std::size_t sharedSize(Bytes a, Bytes b) {
     return static_cast<std::size_t>(std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin());
 }
 
-// Eight bytes at a time: most keys are short, and differ early or in their last bytes.
+// Eight bytes at a time, the last eight perhaps a second time: most keys are short, and differ early or late.
 int compareBytes(Bytes a, Bytes b) {
     constexpr std::size_t kStep = sizeof(std::uint64_t);
     const std::size_t shared = std::min(a.size(), b.size());
-    std::size_t at = 0;
-    for (; at + kStep <= shared; at += kStep) {
-        std::uint64_t wordA = 0;
-        std::uint64_t wordB = 0;
-        std::memcpy(&wordA, a.data() + at, kStep);
-        std::memcpy(&wordB, b.data() + at, kStep);
-        if (wordA != wordB) return __builtin_bswap64(wordA) < __builtin_bswap64(wordB) ? -1 : 1;
-    }
-    for (; at < shared; ++at) {
-        if (a[at] != b[at]) return a[at] < b[at] ? -1 : 1;
+    const auto bigWord = [](const std::uint8_t* at) { return __builtin_bswap64(loadWord(at)); };
+    if (shared >= kStep) {
+        for (std::size_t at = 0; at < shared; at += kStep) {
+            const std::size_t from = std::min(at, shared - kStep);
+            const std::uint64_t wordA = bigWord(a.data() + from);
+            const std::uint64_t wordB = bigWord(b.data() + from);
+            if (wordA != wordB) return wordA < wordB ? -1 : 1;
+        }
+    } else {
+        for (std::size_t at = 0; at < shared; ++at) {
+            if (a[at] != b[at]) return a[at] < b[at] ? -1 : 1;
+        }
     }
     return a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
 }
@@ -68,8 +76,9 @@ IndexPage::IndexPage(PageBytes bytes, PageNumber number, PageNumber definition)
     if (prefix_ > endOf(0)) damaged("its entries share more bytes than the first one has.");
 }
 
-std::uint64_t IndexPage::maskWord(std::size_t word) const {
-    return loadAt<std::uint64_t>(bytes_, index_page::kMask + word * sizeof(std::uint64_t));
+// Positions are below the size of the entry area, so that the word lies within the page.
+inline std::uint64_t IndexPage::maskWord(std::size_t word) const {
+    return loadWord(bytes_.data() + index_page::kMask + word * sizeof(std::uint64_t));
 }
 
 std::size_t IndexPage::endOf(std::size_t start) const {
@@ -118,6 +127,14 @@ Bytes IndexPage::storedKey(std::size_t start, std::size_t end) const {
     const std::size_t behind = leaf_ ? 0 : index_page::kChild;
     if (end - from < behind) damaged("an entry of its index is too short.");
     return entryArea().subspan(from, end - from - behind);
+}
+
+bool IndexPage::hasKey(std::size_t start, Bytes key) const {
+    const Bytes bytes = stored(start);
+    const std::size_t apart = start == 0 ? 0 : prefix_;
+    if (apart + bytes.size() != key.size() + index_page::kRowPointer || apart > key.size()) return false;
+    return std::equal(key.begin(), key.begin() + static_cast<std::ptrdiff_t>(apart), entryArea().begin()) &&
+           std::equal(key.begin() + static_cast<std::ptrdiff_t>(apart), key.end(), bytes.begin());
 }
 
 int IndexPage::compareWith(Bytes wanted, std::size_t start) const {

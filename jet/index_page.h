@@ -62,6 +62,9 @@ public:
     /// The first entry whose key and row pointer are not below `wanted` (a key with or without row pointer).
     [[nodiscard]] std::size_t lowerBound(Bytes wanted) const;
 
+    /// Whether an entry of a leaf stands under exactly this key.
+    [[nodiscard]] bool hasKey(std::size_t start, Bytes key) const;
+
     /// How `wanted` compares with the key and row pointer of an entry: below zero, zero, above zero.
     [[nodiscard]] int compareWith(Bytes wanted, std::size_t start) const;
 

@@ -33,9 +33,9 @@ public:
         words_[position / kWordBits] |= std::uint64_t{1} << (position % kWordBits);
     }
 
-    /// Ends behind `position` move up by `size`.
-    void open(std::size_t position, std::size_t size) {
-        for (std::size_t word = kWords; word-- > position / kWordBits;) {
+    /// Ends behind `position` move up by `size`; none is behind `end`.
+    void open(std::size_t position, std::size_t size, std::size_t end) {
+        for (std::size_t word = (end + size) / kWordBits + 1; word-- > position / kWordBits;) {
             const std::size_t start = word * kWordBits;
             const std::uint64_t moved = start + kWordBits <= size ? 0 : bitsBefore(start, size);
             const std::uint64_t behind = above(position, start);
@@ -43,9 +43,10 @@ public:
         }
     }
 
-    /// Ends behind `position` and up to `size` bytes further vanish; those behind move down by `size`.
-    void close(std::size_t position, std::size_t size) {
-        for (std::size_t word = position / kWordBits; word < kWords; ++word) {
+    /// Ends behind `position` and up to `size` bytes further vanish; those behind
+    /// move down by `size`. None is behind `end`.
+    void close(std::size_t position, std::size_t size, std::size_t end) {
+        for (std::size_t word = position / kWordBits; word <= end / kWordBits; ++word) {
             const std::size_t start = word * kWordBits;
             const std::uint64_t behind = above(position, start);
             words_[word] = (words_[word] & ~behind) | (bitsFrom(start + size) & behind);
@@ -144,7 +145,7 @@ bool IndexPageEditor::insert(std::size_t start, Bytes entry) {
     std::memmove(area.data() + at + rest.size(), area.data() + at, end - at);
     std::memcpy(area.data() + at, rest.data(), rest.size());
     EntryMask mask(bytes_);
-    mask.open(at, rest.size());
+    mask.open(at, rest.size(), end);
     mask.set(at + rest.size());
     setEnd(end + rest.size());
     return true;
@@ -165,7 +166,7 @@ void IndexPageEditor::erase(std::size_t start) {
     const std::size_t at = start == 0 ? now.prefixSize() : start;
     const WritableBytes area = entryArea();
     std::memmove(area.data() + at, area.data() + entryEnd, end - entryEnd);
-    mask.close(at, entryEnd - at);
+    mask.close(at, entryEnd - at, end);
     setEnd(end - (entryEnd - at));
 }
 

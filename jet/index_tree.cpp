@@ -114,10 +114,11 @@ std::optional<IndexTree::Spot> IndexTree::settle(Spot spot) const {
 
 std::optional<RowId> IndexTree::rowUnder(Bytes key, Spot spot) const {
     const IndexPage page(file_->read(spot.leaf), spot.leaf, definition_);
+    if (!page.hasKey(spot.position, key)) return std::nullopt;
+    const Bytes stored = page.stored(spot.position);
+    if (stored.size() >= index_page::kRowPointer) return rowOfEntry(stored);
     EntryBytes entry;
     page.copyEntry(spot.position, entry);
-    const Bytes entryKey = Bytes(entry).first(entry.size() - index_page::kRowPointer);
-    if (compareBytes(entryKey, key) != 0) return std::nullopt;
     return rowOfEntry(entry);
 }
 

@@ -43,7 +43,9 @@ EntryBytes separatorOf(Bytes bound, PageNumber child) {
 }
 
 void IndexTreeWriter::descend(Bytes entry) {
+    constexpr std::size_t kUsualLevels = 4;
     path_.clear();
+    path_.reserve(kUsualLevels);
     PageNumber number = root_;
     while (path_.size() < kMaxLevels) {
         const IndexPage now = page(number);
@@ -67,33 +69,23 @@ bool IndexTreeWriter::insert(Bytes key, RowId row) {
     if (leaf.position < now.end() && now.compareWith(entry, leaf.position) == 0) {
         throwCorrupt(leaf.page, "its index holds the new row already.");
     }
-    const bool grown = keyIsNew(key);
+    const bool grown = keyIsNew(now, leaf.position, key);
     insertAt(path_.size() - 1, entry);
     return grown;
 }
 
-bool IndexTreeWriter::hasKey(PageNumber number, std::size_t position, Bytes key) const {
-    const IndexPage now = page(number);
-    const std::size_t size = now.endOf(position) - position + (position == 0 ? 0 : now.prefixSize());
-    if (size != key.size() + index_page::kRowPointer) return false;
-    EntryBytes entry;
-    now.copyEntry(position, entry);
-    return std::equal(key.begin(), key.end(), entry.begin());
-}
-
 // Equal keys stand side by side, but perhaps on two leaves.
-bool IndexTreeWriter::keyIsNew(Bytes key) const {
-    const Step place = path_.back();
-    const IndexPage leaf = page(place.page);
-    if (place.position < leaf.end()) {
-        if (hasKey(place.page, place.position, key)) return false;
-    } else if (leaf.next() != 0 && !page(leaf.next()).empty()) {
-        if (hasKey(leaf.next(), 0, key)) return false;
+bool IndexTreeWriter::keyIsNew(const IndexPage& leaf, std::size_t position, Bytes key) const {
+    if (position < leaf.end()) {
+        if (leaf.hasKey(position, key)) return false;
+    } else if (leaf.next() != 0) {
+        const IndexPage next = page(leaf.next());
+        if (!next.empty() && next.hasKey(0, key)) return false;
     }
-    if (place.position > 0) return !hasKey(place.page, leaf.startOf(place.position - 1), key);
+    if (position > 0) return !leaf.hasKey(leaf.startOf(position - 1), key);
     if (leaf.previous() == 0) return true;
     const IndexPage before = page(leaf.previous());
-    return before.empty() || !hasKey(leaf.previous(), before.lastStart(), key);
+    return before.empty() || !before.hasKey(before.lastStart(), key);
 }
 
 void IndexTreeWriter::insertAt(std::size_t level, Bytes entry) {

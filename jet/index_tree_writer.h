@@ -37,8 +37,7 @@ private:
     }
 
     void descend(Bytes entry);
-    [[nodiscard]] bool keyIsNew(Bytes key) const;
-    [[nodiscard]] bool hasKey(PageNumber number, std::size_t position, Bytes key) const;
+    [[nodiscard]] bool keyIsNew(const IndexPage& leaf, std::size_t position, Bytes key) const;
 
     void insertAt(std::size_t level, Bytes entry);
     [[nodiscard]] bool addEntry(PageNumber number, std::size_t position, Bytes entry);

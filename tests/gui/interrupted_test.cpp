@@ -41,7 +41,7 @@ Content contentOf(const fs::path& file) {
 
 class Interrupted : public test::WindowBench {
 protected:
-    test::FaultyFileSystem files;
+    std::optional<test::FaultyFileSystem> files;
     std::optional<jet::FileSystemOverride> replaced;
 
     void SetUp() override { STELVAN_NEEDS_SAMPLE("gem.mdb"); }
@@ -55,13 +55,14 @@ protected:
         for (const auto& entry : fs::directory_iterator(scratch.path())) fs::remove_all(entry.path());
         dialogs.messages.clear();
         dialogs.answers.clear();
-        replaced.emplace(files);
+        files.emplace();
+        replaced.emplace(*files);
         open();
     }
     void closeAll() {
-        files.startOver(0, Fault::Stop);
         window.reset();
         replaced.reset();
+        files.reset();
     }
 };
 
@@ -142,9 +143,9 @@ protected:
         openFresh();
         before = contentOf(file());
         task.prepare();
-        files.startOver(0, Fault::Stop);
+        files->startOver(0, Fault::Stop);
         task.carryOut();
-        operations = files.operations();
+        operations = files->operations();
         ASSERT_TRUE(task.isDone());
         ASSERT_EQ(dialogs.texts(), QStringList());
         after = contentOf(file());
@@ -159,9 +160,9 @@ protected:
             SCOPED_TRACE("operation " + std::to_string(n));
             openFresh();
             task.prepare();
-            files.startOver(n, fault);
+            files->startOver(n, fault);
             task.carryOut();
-            files.startOver(0, Fault::Stop);
+            files->startOver(0, Fault::Stop);
             if (task.isDone()) {
                 EXPECT_EQ(contentOf(file()), after);
                 continue;
@@ -180,11 +181,12 @@ protected:
 
     void stopEverywhere(const Task& task, Fault fault) {
         measure(task);
+        foundBefore = foundAfter = 0;
         for (std::uint64_t n = 1; n <= operations; ++n) {
             SCOPED_TRACE("operation " + std::to_string(n));
             openFresh();
             task.prepare();
-            files.startOver(n, fault);
+            files->startOver(n, fault);
             bool stopped = false;
             try {
                 task.carryOut();
@@ -195,16 +197,20 @@ protected:
             for (std::uint32_t seed = 0; seed < kPowerCuts; ++seed) {
                 const fs::path folder = scratch.path() / "cut";
                 fs::remove_all(folder);
-                files.powerCut(folder, seed);
+                files->powerCut(folder, seed);
                 expectWhole(folder / "gem.mdb", !stopped);
             }
         }
+        EXPECT_GT(foundBefore, 0);
+        EXPECT_GT(foundAfter, 0);
     }
 
     static constexpr std::uint32_t kPowerCuts = 3;
     Content before;
     Content after;
     std::uint64_t operations = 0;
+    int foundBefore = 0;
+    int foundAfter = 0;
 
 private:
     /// What another program finds in the file, on a copy, so that the stopped one cannot interfere.
@@ -217,6 +223,7 @@ private:
         test::FaultyFileSystem sound;
         const jet::FileSystemOverride others(sound);
         const Content found = contentOf(folder / path.filename());
+        ++(found == after ? foundAfter : foundBefore);
         EXPECT_TRUE(found == after || (!mustBeDone && found == before));
     }
 };

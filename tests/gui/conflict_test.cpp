@@ -1,0 +1,261 @@
+// What happens when a save or a delete meets what it did not expect: another program's change, a database
+// that cannot be read or written, a value that its column cannot take.
+#include <QFile>
+#include <QLabel>
+
+#include "tests/gui/edit_bench.h"
+
+namespace stelvan::app {
+namespace {
+
+constexpr auto kChanged = "ERROR(-2147217864) ";
+
+class Conflict : public test::EditBench {
+protected:
+    /// What another program does to the file meanwhile.
+    void elsewhere(const std::string& sql) {
+        db::Connection connection;
+        connection.setConnectionText("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + file() +
+                                     "; Mode=Read|Write");
+        connection.open();
+        connection.execute(sql);
+    }
+    void hideFile() { ASSERT_TRUE(QFile::rename(path(), path() + ".away")); }
+    void bringBackFile() { ASSERT_TRUE(QFile::rename(path() + ".away", path())); }
+    [[nodiscard]] QString path() const { return form::toQt(file()); }
+
+    void expectOneFailure(const QString& start) {
+        ASSERT_EQ(dialogs.messages.size(), 1U) << dialogs.texts().join("\n").toStdString();
+        EXPECT_TRUE(dialogs.messages[0].text.startsWith(start)) << dialogs.messages[0].text.toStdString();
+        dialogs.messages.clear();
+    }
+};
+
+TEST_F(Conflict, ARecordChangedMeanwhileIsReportedAndNotOverwritten) {
+    open();
+    clickCategory(form::CSTALM);
+    goTo("txtAlmID", "102");
+    edit();
+    type(*form().alm.txtAlmGroup, "Mine");
+    elsewhere("UPDATE secs_alarm SET alm_group = 'Theirs' WHERE alm_id = 102");
+    save();
+    expectOneFailure(kChanged + QString("[frmMain.cmdSave_Click.0]"));
+    EXPECT_EQ(state().editMode, form::EditMode::Editing);
+    EXPECT_EQ(form().alm.txtAlmGroup->text(), "Mine");
+    EXPECT_EQ(stored("secs_alarm", "alm_id", "102").value("alm_group"), "Theirs");
+    cancel();
+    EXPECT_EQ(form().alm.txtAlmGroup->text(), "Theirs") << "the present values are shown";
+    EXPECT_EQ(place(), "2 of 90");
+    expectStored();
+    edit();
+    type(*form().alm.txtAlmGroup, "Mine");
+    save();
+    expectStored();
+    EXPECT_EQ(stored("secs_alarm", "alm_id", "102").value("alm_group"), "Mine");
+}
+
+TEST_F(Conflict, LinksOfAChangedRecordStayAsTheyWere) {
+    open();
+    clickCategory(form::CSTEVT);
+    goTo("txtEvtID", "162");
+    edit();
+    press(form().evt.reports.deselect);
+    elsewhere("UPDATE secs_cusevent SET evt_group = 'Theirs' WHERE evt_id = 162");
+    save();
+    expectOneFailure(kChanged);
+    EXPECT_EQ(countOf("secs_def_evt_rpt", "evt_id", "162"), 12U);
+    EXPECT_EQ(form().evt.reports.selected->rowCount(), 11);
+    EXPECT_TRUE(form().evt.reports.pool->isVisible());
+}
+
+TEST_F(Conflict, ARecordDeletedMeanwhileLeavesTheSetOnCancel) {
+    open();
+    clickCategory(form::CSTALM);
+    goToNumber(3);
+    const QString id = form().alm.txtAlmID->text();
+    edit();
+    type(*form().alm.txtAlmGroup, "Mine");
+    elsewhere("Delete FROM secs_alarm WHERE alm_id = " + id.toStdString());
+    save();
+    expectOneFailure(kChanged);
+    cancel();
+    EXPECT_EQ(place(), "1 of 89");
+    expectStored();
+}
+
+TEST_F(Conflict, DeletingWhatIsGoneIsReportedAndItLeavesTheSet) {
+    open();
+    clickCategory(form::CSTALM);
+    goToNumber(3);
+    const QString id = form().alm.txtAlmID->text();
+    elsewhere("Delete FROM secs_alarm WHERE alm_id = " + id.toStdString());
+    answerYesAndDelete();
+    ASSERT_EQ(dialogs.messages.size(), 1U);
+    dialogs.messages.clear();
+    EXPECT_TRUE(place().endsWith("of 89")) << place().toStdString();
+    EXPECT_NE(form().alm.txtAlmID->text(), id);
+    expectStored();
+}
+
+TEST_F(Conflict, RowsOthersDeletedLeaveTheSetAndTheShownRecordStaysShown) {
+    open();
+    clickCategory(form::CSTALM);
+    goToNumber(10);
+    const QString id = form().alm.txtAlmID->text();
+    elsewhere("Delete FROM secs_alarm WHERE alm_id = 101");
+    edit();
+    type(*form().alm.txtAlmGroup, "Mine");
+    save();
+    expectStored();
+    EXPECT_EQ(place(), "9 of 89");
+    EXPECT_EQ(form().alm.txtAlmID->text(), id);
+}
+
+TEST_F(Conflict, AFileThatIsAwayFailsTheSaveOnceAndASecondTryWorks) {
+    open();
+    clickCategory(form::CSTEVT);
+    goTo("txtEvtID", "162");
+    edit();
+    type(*form().evt.txtEvtGroup, "Mine");
+    press(form().evt.reports.deselect);
+    hideFile();
+    save();
+    ASSERT_EQ(dialogs.messages.size(), 1U) << dialogs.texts().join("\n").toStdString();
+    dialogs.messages.clear();
+    EXPECT_EQ(state().editMode, form::EditMode::Editing);
+    EXPECT_EQ(form().evt.txtEvtGroup->text(), "Mine");
+    bringBackFile();
+    save();
+    expectStored();
+    EXPECT_EQ(stored("secs_cusevent", "evt_id", "162").value("evt_group"), "Mine");
+    EXPECT_EQ(countOf("secs_def_evt_rpt", "evt_id", "162"), 11U);
+}
+
+TEST_F(Conflict, AFailedAdditionCanBeTriedAgainOrGivenUp) {
+    open();
+    add(form::CSTALM);
+    type(*form().alm.txtAlmName, "NewAlarm");
+    type(*form().alm.txtAlmGroup, "Group");
+    type(*form().alm.txtAlmText, "Text");
+    type(*form().alm.txtAlmID, "5000");
+    type(*form().alm.txtAlmSetCEName, QString(300, 'x'));
+    save();
+    ASSERT_EQ(dialogs.messages.size(), 1U) << dialogs.texts().join("\n").toStdString();
+    dialogs.messages.clear();
+    EXPECT_EQ(state().editMode, form::EditMode::Adding);
+    EXPECT_EQ(place(), "91 of 91");
+    EXPECT_TRUE(form().alm.txtAlmID->isOpen());
+    cancel();
+    expectStored();
+    EXPECT_EQ(place(), "1 of 90");
+    press(nav().cmdNew);
+    for (const auto& [name, text] : {std::pair{"txtAlmID", "5000"},
+                                     {"txtAlmName", "NewAlarm"},
+                                     {"txtAlmGroup", "Group"},
+                                     {"txtAlmText", "Text"}})
+        type(field(name), text);
+    type(*form().alm.txtAlmSetCEName, QString(300, 'x'));
+    save();
+    dialogs.messages.clear();
+    type(*form().alm.txtAlmSetCEName, "Short");
+    save();
+    expectStored();
+    EXPECT_EQ(place(), "91 of 91");
+    EXPECT_EQ(test::exportTable(file(), "secs_alarm").size(), 91U);
+}
+
+TEST_F(Conflict, ATextTooLongForItsColumnIsRefusedByTheDatabaseAndNothingIsWritten) {
+    open();
+    clickCategory(form::CSTALM);
+    goTo("txtAlmID", "102");
+    const auto before = test::snapshotOf(file());
+    edit();
+    type(*form().alm.txtAlmSetCEName, QString(300, 'x'));
+    type(*form().alm.txtAlmGroup, "Mine");
+    save();
+    ASSERT_EQ(dialogs.messages.size(), 1U) << dialogs.texts().join("\n").toStdString();
+    EXPECT_TRUE(dialogs.messages[0].text.contains("alm_set_cename"))
+        << dialogs.messages[0].text.toStdString();
+    dialogs.messages.clear();
+    EXPECT_EQ(state().editMode, form::EditMode::Editing);
+    EXPECT_EQ(test::differences(before, test::snapshotOf(file())), QStringList());
+    type(*form().alm.txtAlmSetCEName, "Short");
+    save();
+    expectStored();
+    EXPECT_EQ(stored("secs_alarm", "alm_id", "102").value("alm_set_cename"), "Short");
+}
+
+TEST_F(Conflict, AListThatCouldNotBeReadIsNotSaved) {
+    open();
+    clickCategory(form::CSTEVT);
+    goTo("txtEvtID", "161");
+    hideFile();
+    press(nav().cmdNext);
+    bringBackFile();
+    ASSERT_EQ(dialogs.messages.size(), 1U);
+    dialogs.messages.clear();
+    ASSERT_EQ(form().evt.txtEvtID->text(), "162");
+    ASSERT_EQ(form().evt.reports.selected->rowCount(), 0);
+    edit();
+    save();
+    expectOneFailure("ERROR(91) [frmMain.cmdSave_Click.0]");
+    EXPECT_EQ(state().editMode, form::EditMode::Editing);
+    EXPECT_EQ(countOf("secs_def_evt_rpt", "evt_id", "162"), 12U);
+    cancel();
+    EXPECT_EQ(form().evt.reports.selected->rowCount(), 12);
+    edit();
+    save();
+    expectStored();
+}
+
+TEST_F(Conflict, CancelWithoutAFileStillEndsInBrowsing) {
+    open();
+    clickCategory(form::CSTEVT);
+    edit();
+    hideFile();
+    cancel();
+    EXPECT_EQ(dialogs.messages.size(), 1U) << "the list cannot be filled again";
+    dialogs.messages.clear();
+    expectBrowsing();
+    bringBackFile();
+}
+
+TEST_F(Conflict, AddingGoesOnWhereOnlyTheIdentifierCannotBeProposed) {
+    open();
+    clickCategory(form::CSTALM);
+    hideFile();
+    press(nav().cmdNew);
+    bringBackFile();
+    ASSERT_EQ(dialogs.messages.size(), 1U) << dialogs.texts().join("\n").toStdString();
+    dialogs.messages.clear();
+    EXPECT_EQ(state().editMode, form::EditMode::Adding);
+    EXPECT_EQ(form().alm.txtAlmID->text(), "");
+    EXPECT_TRUE(form().alm.txtAlmName->isOpen());
+}
+
+TEST_F(Conflict, ANameWithAQuoteCannotBeCheckedAndIsRefused) {
+    open();
+    clickCategory(form::CSTALM);
+    edit();
+    type(*form().alm.txtAlmName, "It's");
+    dialogs.messages.clear();
+    save();
+    ASSERT_EQ(dialogs.messages.size(), 2U) << dialogs.texts().join("\n").toStdString();
+    EXPECT_EQ(dialogs.messages.back().text, "Record cannot be saved. Please correct the exception.");
+    EXPECT_EQ(state().editMode, form::EditMode::Editing);
+}
+
+TEST_F(Conflict, ARecordWhoseStoredNameHoldsAQuoteStaysEditable) {
+    open();
+    clickCategory(form::CSTVSV);
+    goTo("txtVarID", "248");
+    dialogs.messages.clear();
+    edit();
+    type(*form().var.txtVarUnit, "mm");
+    save();
+    expectStored();
+    EXPECT_EQ(stored("secs_cusvar", "var_id", "248").value("var_unit"), "mm");
+}
+
+}  // namespace
+}  // namespace stelvan::app

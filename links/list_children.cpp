@@ -118,30 +118,31 @@ void ListChildren::lvwChildItems_ItemCheck(int row) {
 
 void ListChildren::lVarUpdDuplicate(std::int32_t childId, bool allowed) {
     errors_.trap("lVarUpdDuplicate", [&] {
-        execute({std::string("UPDATE secs_cusvar SET var_allowduplicates=") + (allowed ? "True" : "False") +
-                 " WHERE var_id=" + std::to_string(childId)});
+        execute(childId, {std::string("var_allowduplicates=") + (allowed ? "True" : "False")});
     });
 }
 
 void ListChildren::lLinkListAndChild(std::int32_t parentId, std::int32_t childId, std::int16_t position) {
     errors_.trap("lLinkListAndChild", [&] {
-        const std::string child = " WHERE var_id=" + std::to_string(childId);
-        execute({"UPDATE secs_cusvar SET var_parentkey=" + std::to_string(parentId) + child,
-                 "UPDATE secs_cusvar SET var_accessid=" + std::to_string(position) + child});
+        execute(childId,
+                {"var_parentkey=" + std::to_string(parentId), "var_accessid=" + std::to_string(position)});
     });
 }
 
-void ListChildren::execute(const std::vector<std::string>& statements) {
+void ListChildren::execute(std::int32_t childId, const std::vector<std::string>& assignments) {
+    const std::string child = " WHERE var_id=" + std::to_string(childId);
     db::Connection connection;
     connection.setConnectionText("Provider=Microsoft.Jet.OLEDB.4.0;Persist Security Info=False;Data Source=" +
                                  operations_.path() + "; Mode=Read|Write");
     connection.open();
-    // The table is opened before the statements run: a file without it is reported as such.
+    // Opened so that a file without the table is reported before anything is written, and not read: of the
+    // one row, since a model may hold a hundred thousand.
     db::Recordset table;
-    table.open("secs_cusvar", connection);
-    for (const std::string& statement : statements) connection.execute(statement);
-    table.close();
-    connection.close();
+    table.open("SELECT * FROM secs_cusvar" + child, connection);
+    for (const std::string& assignment : assignments)
+        connection.execute("UPDATE secs_cusvar SET " + assignment + child);
+    if (table.state() == db::ObjectState::Open) table.close();
+    if (connection.state() == db::ObjectState::Open) connection.close();
 }
 
 void ListChildren::beginEditing() {

@@ -59,7 +59,8 @@ private:
     void fillPool();
     [[nodiscard]] bool fillList();
     [[nodiscard]] bool hasNumericId() const;
-    void execute(const std::vector<std::string>& statements);
+    /// One UPDATE of the child for each assignment, over a connection of its own.
+    void execute(std::int32_t childId, const std::vector<std::string>& assignments);
 
     const form::VarFrame& frame_;
     const form::MainState& state_;

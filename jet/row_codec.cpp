@@ -25,26 +25,6 @@ RowView::RowView(const TableDef& table, Bytes bytes, PageNumber page)
     variables_ = u16At(row_, count_);
 }
 
-std::optional<Bytes> RowView::stored(std::size_t column) const {
-    const ColumnInfo& info = table_->info.columns[column];
-    if (!maskBit(info.number)) return std::nullopt;
-    const ColumnStorage& storage = table_->storage[column];
-    if (!table_->isFixed(column)) return storedVariable(storage.variableIndex);
-    const std::size_t begin = row::kFixed + storage.fixedOffset;
-    if (begin + storage.size > mask_) throwCorrupt(page_, "a row ends within its fixed part.");
-    return row_.subspan(begin, storage.size);
-}
-
-std::optional<Bytes> RowView::storedVariable(std::size_t index) const {
-    if (index >= variables_) return std::nullopt;
-    const std::size_t tableSize = 2 * (index + 2);
-    if (tableSize > count_) throwCorrupt(page_, "a row claims too many variable columns.");
-    const std::size_t begin = u16At(row_, count_ - 2 * (index + 1));
-    const std::size_t end = u16At(row_, count_ - tableSize);
-    if (begin > end || end > count_) throwCorrupt(page_, "a row's column does not lie within it.");
-    return row_.subspan(begin, end - begin);
-}
-
 namespace {
 
 [[noreturn]] void throwWrongSize() {

@@ -10,6 +10,7 @@
 
 #include "jet/arena.h"
 #include "jet/bytes.h"
+#include "jet/format.h"
 #include "jet/table_def.h"
 #include "jet/value.h"
 
@@ -41,6 +42,27 @@ private:
     std::size_t variables_ = 0;  // when the row was written
     std::size_t count_ = 0;      // offset of the number of variable columns
 };
+
+// In the header because a scan asks them for every value of every row.
+inline std::optional<Bytes> RowView::stored(std::size_t column) const {
+    const ColumnInfo& info = table_->info.columns[column];
+    if (!maskBit(info.number)) return std::nullopt;
+    const ColumnStorage& storage = table_->storage[column];
+    if (!table_->isFixed(column)) return storedVariable(storage.variableIndex);
+    const std::size_t begin = row::kFixed + storage.fixedOffset;
+    if (begin + storage.size > mask_) throwCorrupt(page_, "a row ends within its fixed part.");
+    return row_.subspan(begin, storage.size);
+}
+
+inline std::optional<Bytes> RowView::storedVariable(std::size_t index) const {
+    if (index >= variables_) return std::nullopt;
+    const std::size_t tableSize = 2 * (index + 2);
+    if (tableSize > count_) throwCorrupt(page_, "a row claims too many variable columns.");
+    const std::size_t begin = u16At(row_, count_ - 2 * (index + 1));
+    const std::size_t end = u16At(row_, count_ - tableSize);
+    if (begin > end || end > count_) throwCorrupt(page_, "a row's column does not lie within it.");
+    return row_.subspan(begin, end - begin);
+}
 
 /// The value of stored bytes; not for Boolean, Memo and Ole. Texts that need decoding go to `arena`.
 /// Throws Corrupt (without a page) for bytes of the wrong length.

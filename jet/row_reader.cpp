@@ -7,9 +7,12 @@
 namespace stelvan::jet {
 
 RowReader::RowReader(PageFile& file, std::shared_ptr<const TableDef> table, const ColumnSet& wanted)
-    : file_(&file), table_(std::move(table)), known_(table_->info.columns.size()) {
+    : file_(&file),
+      table_(std::move(table)),
+      wanted_(table_->info.columns.size()),
+      longValues_(table_->info.columns.size()) {
     for (const std::size_t column : wanted) {
-        if (column < known_.size()) known_[column].wanted = true;
+        if (column < wanted_.size()) wanted_[column] = true;
     }
 }
 
@@ -20,13 +23,8 @@ void RowReader::set(Bytes row, PageNumber page) {
 }
 
 ValueView RowReader::value(std::size_t column) {
-    if (column >= known_.size() || !known_[column].wanted) return Null{};
-    Known& known = known_[column];
-    if (known.row != row_) {
-        known.value = decode(column);
-        known.row = row_;
-    }
-    return known.value;
+    if (column >= wanted_.size() || !wanted_[column]) return Null{};
+    return isLongValue(table_->info.columns[column].type) ? longValue(column) : decode(column);
 }
 
 ValueView RowReader::decode(std::size_t column) {
@@ -34,10 +32,23 @@ ValueView RowReader::decode(std::size_t column) {
     if (info.type == ColumnType::Boolean) return view_.flag(column);
     const auto stored = view_.stored(column);
     if (!stored) return Null{};
+    return atPage(view_.page(), [&] { return decodeStored(info, *stored, arena_); });
+}
+
+ValueView RowReader::longValue(std::size_t column) {
+    LongValue& known = longValues_[column];
+    if (known.row != row_) {
+        const auto stored = view_.stored(column);
+        known.value = stored ? followReference(table_->info.columns[column].type, *stored) : Null{};
+        known.row = row_;
+    }
+    return known.value;
+}
+
+ValueView RowReader::followReference(ColumnType type, Bytes stored) {
     return atPage(view_.page(), [&]() -> ValueView {
-        if (!isLongValue(info.type)) return decodeStored(info, *stored, arena_);
-        const Bytes bytes = readLongValue(*file_, readReference(*stored), arena_);
-        if (info.type == ColumnType::Memo) return decodeTextTo(arena_, bytes);
+        const Bytes bytes = readLongValue(*file_, readReference(stored), arena_);
+        if (type == ColumnType::Memo) return decodeTextTo(arena_, bytes);
         return bytes;
     });
 }

@@ -1,4 +1,5 @@
-// Values of one row after the other: each wanted column is decoded when it is first asked for.
+// Values of one row after the other: each wanted column is decoded when it is asked for. Only long values are
+// remembered, since to follow a chain again costs more than to decode anything else again.
 #pragma once
 
 #include <cstdint>
@@ -23,20 +24,22 @@ public:
     [[nodiscard]] const TableDef& table() const { return *table_; }
 
 private:
-    [[nodiscard]] ValueView decode(std::size_t column);
-
-    struct Known {
+    struct LongValue {
         std::uint64_t row = 0;  // the row whose value this is
         ValueView value;
-        bool wanted = false;
     };
+
+    [[nodiscard]] ValueView decode(std::size_t column);
+    [[nodiscard]] ValueView longValue(std::size_t column);
+    [[nodiscard]] ValueView followReference(ColumnType type, Bytes stored);
 
     PageFile* file_;
     std::shared_ptr<const TableDef> table_;
     RowView view_;
     Arena arena_;
     std::uint64_t row_ = 0;
-    std::vector<Known> known_;
+    std::vector<bool> wanted_;           // by column
+    std::vector<LongValue> longValues_;  // by column
 };
 
 /// Every column of a table.

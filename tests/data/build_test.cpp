@@ -75,13 +75,13 @@ TEST_P(TemplateTest, PassesTheStructureCheck) {
 
 TEST_P(TemplateTest, IsTheSameForMdbtools) {
     if (!fs::exists("/usr/bin/mdb-export")) GTEST_SKIP() << "mdbtools are absent";
-    std::vector<std::string> tables = linesOf(runProgram("/usr/bin/mdb-tables", {"-1", file_}).out);
+    std::vector<std::string> tables = splitLines(runProgram("/usr/bin/mdb-tables", {"-1", file_}).out);
     std::ranges::sort(tables);
     EXPECT_EQ(tables, kTables);
     for (const std::string& name : kTables) {
         const Outcome run = runProgram("/usr/bin/mdb-export", {file_, name});
         EXPECT_EQ(run.status, 0) << run.err;
-        EXPECT_EQ(linesOf(run.out).size(), texts_.rows(name).size() + 1) << name;
+        EXPECT_EQ(splitLines(run.out).size(), texts_.rows(name).size() + 1) << name;
     }
     const std::string schema = runProgram("/usr/bin/mdb-schema", {file_, "postgres"}).out;
     for (const std::string& name : kTables)

@@ -38,7 +38,7 @@ Outcome runGemdb(const std::vector<std::string>& arguments) {
     return runProgram(STELVAN_BINARY_DIR "/gemdb", arguments);
 }
 
-std::vector<std::string> linesOf(const std::string& text) {
+std::vector<std::string> splitLines(const std::string& text) {
     std::istringstream stream(text);
     std::vector<std::string> lines;
     for (std::string line; std::getline(stream, line);) lines.push_back(line);

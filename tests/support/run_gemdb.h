@@ -16,7 +16,7 @@ struct Outcome {
 [[nodiscard]] Outcome runGemdb(const std::vector<std::string>& arguments);
 
 /// The lines of a text, without their breaks.
-[[nodiscard]] std::vector<std::string> linesOf(const std::string& text);
+[[nodiscard]] std::vector<std::string> splitLines(const std::string& text);
 
 [[nodiscard]] std::string readFile(const std::string& path);
 

@@ -20,7 +20,7 @@ TEST_F(CommandTest, CheckPrintsOneLineForEachFault) {
     const std::string before = readFile(damaged);
     const Outcome run = runGemdb({"check", "--structure", damaged});
     EXPECT_EQ(run.status, 1) << run.err;
-    const std::vector<std::string> lines = linesOf(run.out);
+    const std::vector<std::string> lines = splitLines(run.out);
     EXPECT_FALSE(lines.empty());
     for (const std::string& line : lines) EXPECT_TRUE(line.starts_with("page ")) << line;
     EXPECT_EQ(readFile(damaged), before);

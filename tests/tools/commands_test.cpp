@@ -9,7 +9,7 @@ namespace {
 TEST_F(CommandTest, TablesPrintsTheNamesInAlphabeticalOrder) {
     const Outcome run = runGemdb({"tables", file_});
     EXPECT_EQ(run.status, 0);
-    const std::vector<std::string> names = linesOf(run.out);
+    const std::vector<std::string> names = splitLines(run.out);
     EXPECT_EQ(names.size(), 10U);
     EXPECT_EQ(names.front(), "secs_alarm");
     EXPECT_TRUE(std::ranges::is_sorted(names));
@@ -18,7 +18,7 @@ TEST_F(CommandTest, TablesPrintsTheNamesInAlphabeticalOrder) {
 TEST_F(CommandTest, DumpOfOneTableKnowsItInAnyLetterCase) {
     const Outcome run = runGemdb({"dump", file_, "SECS_Setting"});
     EXPECT_EQ(run.status, 0) << run.err;
-    const std::vector<std::string> lines = linesOf(run.out);
+    const std::vector<std::string> lines = splitLines(run.out);
     EXPECT_EQ(lines.size(), 31U);
     EXPECT_TRUE(lines[0].starts_with(R"({"table":"secs_setting","row":{"set_field":)")) << lines[0];
 }
@@ -26,7 +26,7 @@ TEST_F(CommandTest, DumpOfOneTableKnowsItInAnyLetterCase) {
 TEST_F(CommandTest, SchemaOfOneTableIsOneLine) {
     const Outcome run = runGemdb({"schema", file_, "secs_report"});
     EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(linesOf(run.out).size(), 1U);
+    EXPECT_EQ(splitLines(run.out).size(), 1U);
 }
 
 TEST_F(CommandTest, FailuresAreOneLineAndStatusTwo) {
@@ -56,7 +56,7 @@ TEST_F(CommandTest, OutputThatCannotBeWrittenIsAFailure) {
     const Outcome run =
         runProgram("/bin/sh", {"-c", STELVAN_BINARY_DIR "/gemdb dump '" + file_ + "' > /dev/full"});
     EXPECT_EQ(run.status, 2);
-    EXPECT_EQ(linesOf(run.err).size(), 1U) << run.err;
+    EXPECT_EQ(splitLines(run.err).size(), 1U) << run.err;
 }
 
 TEST_F(CommandTest, ReadingLeavesTheFileAsItWas) {

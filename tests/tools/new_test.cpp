@@ -37,7 +37,7 @@ TEST(NewModel, DemoHoldsTheWetBench) {
     ASSERT_EQ(runGemdb({"new", "--demo", scratch.path()}).status, 0);
     const std::string model = scratch.path() / "gem.mdb";
     EXPECT_EQ(
-        linesOf(runGemdb({"sql", model, "SELECT * FROM secs_cusvar WHERE var_name = 'HfTemperature'"}).out)
+        splitLines(runGemdb({"sql", model, "SELECT * FROM secs_cusvar WHERE var_name = 'HfTemperature'"}).out)
             .size(),
         1U);
 }
@@ -48,7 +48,7 @@ TEST(NewModel, NeverReplacesAModel) {
     const std::string before = readFile(scratch.path() / "gem.mdb");
     const Outcome again = runGemdb({"new", "--demo", scratch.path()});
     EXPECT_EQ(again.status, 2);
-    EXPECT_EQ(linesOf(again.err).size(), 1U);
+    EXPECT_EQ(splitLines(again.err).size(), 1U);
     EXPECT_EQ(readFile(scratch.path() / "gem.mdb"), before);
 }
 
@@ -56,7 +56,7 @@ TEST(NewModel, FailsClearlyWhereTheFolderCannotBeMade) {
     const ScratchDir scratch;
     const Outcome run = runGemdb({"new", "/proc/no-such-folder"});
     EXPECT_EQ(run.status, 2);
-    EXPECT_EQ(linesOf(run.err).size(), 1U) << run.err;
+    EXPECT_EQ(splitLines(run.err).size(), 1U) << run.err;
 }
 
 }  // namespace

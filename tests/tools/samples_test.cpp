@@ -43,7 +43,7 @@ protected:
     }
 
     [[nodiscard]] std::vector<std::string> expected(const std::string& ending) const {
-        return linesOf(readFile(sample("expected/" + std::string(GetParam().expected) + ending)));
+        return splitLines(readFile(sample("expected/" + std::string(GetParam().expected) + ending)));
     }
 
     std::string file_;
@@ -56,11 +56,11 @@ std::string nameOf(const ::testing::TestParamInfo<Sample>& info) {
 TEST_P(SampleTest, DumpGivesEveryRow) {
     const Outcome run = runGemdb({"dump", file_});
     EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(sortedJson(linesOf(run.out)), sortedJson(expected(".jsonl")));
+    EXPECT_EQ(sortedJson(splitLines(run.out)), sortedJson(expected(".jsonl")));
 }
 
 TEST_P(SampleTest, DumpGivesTheRowsInStoredOrderOfTablesInAlphabeticalOrder) {
-    const std::vector<std::string> lines = linesOf(runGemdb({"dump", file_}).out);
+    const std::vector<std::string> lines = splitLines(runGemdb({"dump", file_}).out);
     const std::vector<std::string> wanted = expected(".jsonl");
     ASSERT_EQ(lines.size(), wanted.size());
     for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -71,7 +71,7 @@ TEST_P(SampleTest, DumpGivesTheRowsInStoredOrderOfTablesInAlphabeticalOrder) {
 TEST_P(SampleTest, SchemaGivesEveryColumnIndexAndRelationship) {
     const Outcome run = runGemdb({"schema", file_});
     EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(linesOf(run.out), expected(".schema.jsonl"));
+    EXPECT_EQ(splitLines(run.out), expected(".schema.jsonl"));
 }
 
 TEST_P(SampleTest, SystemTablesCanBeDumpedByName) {
@@ -85,7 +85,7 @@ TEST_P(SampleTest, SystemTablesCanBeDumpedByName) {
         last = table;
         const Outcome run = runGemdb({"dump", file_, table});
         ASSERT_EQ(run.status, 0) << table << ": " << run.err;
-        for (const std::string& more : linesOf(run.out)) lines.push_back(more);
+        for (const std::string& more : splitLines(run.out)) lines.push_back(more);
     }
     EXPECT_EQ(sortedJson(lines), sortedJson(wanted));
 }
@@ -97,9 +97,9 @@ TEST(LargeSample, DumpGivesEveryRow) {
     const Outcome unpacked = runProgram("/bin/gzip", {"-dc", sample("expected/gem_large.jsonl.gz")});
     const Outcome run = runGemdb({"dump", sample("gem_large.mdb")});
     EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(sortedJson(linesOf(run.out)), sortedJson(linesOf(unpacked.out)));
-    EXPECT_EQ(linesOf(runGemdb({"schema", sample("gem_large.mdb")}).out),
-              linesOf(readFile(sample("expected/gem_large.schema.jsonl"))));
+    EXPECT_EQ(sortedJson(splitLines(run.out)), sortedJson(splitLines(unpacked.out)));
+    EXPECT_EQ(splitLines(runGemdb({"schema", sample("gem_large.mdb")}).out),
+              splitLines(readFile(sample("expected/gem_large.schema.jsonl"))));
 }
 
 /// A file that cannot be opened, or not wholly read: one line that says why, status 2, and no byte changed.
@@ -118,7 +118,7 @@ TEST_P(RefusedTest, EndsWithAnErrorOfItsOwnAndIsLeftAsItWas) {
            "UPDATE no_such_table SET a = 1"}}) {
         const Outcome run = runGemdb(command);
         EXPECT_EQ(run.status, 2) << command[0] << ": " << run.err;
-        EXPECT_EQ(linesOf(run.err).size(), 1U) << run.err;
+        EXPECT_EQ(splitLines(run.err).size(), 1U) << run.err;
         EXPECT_EQ(readFile(copy), before);
     }
 }
@@ -144,7 +144,7 @@ TEST_P(DamagedTest, DumpEndsWithAnErrorAndTheFileIsLeftAsItWas) {
     const std::string before = readFile(copy);
     const Outcome run = runGemdb({"dump", copy});
     EXPECT_EQ(run.status, 2);
-    EXPECT_EQ(linesOf(run.err).size(), 1U) << run.err;
+    EXPECT_EQ(splitLines(run.err).size(), 1U) << run.err;
     EXPECT_EQ(runGemdb({"dump", copy, GetParam().wholeTable}).status, 0);
     EXPECT_EQ(readFile(copy), before);
 }

@@ -15,6 +15,7 @@ namespace stelvan::bench {
 
 inline constexpr std::size_t kRows = 100'000;     // rows of the variable table
 inline constexpr std::size_t kInserted = 10'000;  // rows added in one unit of work
+inline constexpr std::size_t kEntries = 100'000;  // of an index by itself
 inline constexpr const char* kTable = "secs_cusvar";
 
 /// A folder on the disk of the build, removed at the end. Both files are built on first use.

@@ -69,7 +69,7 @@ TEST_P(TemplateTest, HasNoNullAnywhere) {
 }
 
 TEST_P(TemplateTest, PassesTheStructureCheck) {
-    const Outcome run = runGemdb({"check", "--structure", "--strict", file_});
+    const ProgramRun run = runGemdb({"check", "--structure", "--strict", file_});
     EXPECT_EQ(run.status, 0) << run.out << run.err;
 }
 
@@ -79,7 +79,7 @@ TEST_P(TemplateTest, IsTheSameForMdbtools) {
     std::ranges::sort(tables);
     EXPECT_EQ(tables, kTables);
     for (const std::string& name : kTables) {
-        const Outcome run = runProgram("/usr/bin/mdb-export", {file_, name});
+        const ProgramRun run = runProgram("/usr/bin/mdb-export", {file_, name});
         EXPECT_EQ(run.status, 0) << run.err;
         EXPECT_EQ(splitLines(run.out).size(), texts_.rows(name).size() + 1) << name;
     }

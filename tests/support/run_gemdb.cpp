@@ -12,7 +12,7 @@
 #include "tests/support/samples.h"
 
 namespace stelvan::test {
-Outcome runProgram(const std::string& program, const std::vector<std::string>& arguments) {
+ProgramRun runProgram(const std::string& program, const std::vector<std::string>& arguments) {
     const ScratchDir folder;
     const std::string out = folder.path() / "out";
     const std::string err = folder.path() / "err";
@@ -34,7 +34,7 @@ Outcome runProgram(const std::string& program, const std::vector<std::string>& a
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readFile(out), readFile(err)};
 }
 
-Outcome runGemdb(const std::vector<std::string>& arguments) {
+ProgramRun runGemdb(const std::vector<std::string>& arguments) {
     return runProgram(STELVAN_BINARY_DIR "/gemdb", arguments);
 }
 

@@ -6,14 +6,14 @@
 
 namespace stelvan::test {
 
-struct Outcome {
+struct ProgramRun {
     int status = -1;  // exit status; -1 when it died of a signal
     std::string out;
     std::string err;
 };
 
-[[nodiscard]] Outcome runProgram(const std::string& program, const std::vector<std::string>& arguments);
-[[nodiscard]] Outcome runGemdb(const std::vector<std::string>& arguments);
+[[nodiscard]] ProgramRun runProgram(const std::string& program, const std::vector<std::string>& arguments);
+[[nodiscard]] ProgramRun runGemdb(const std::vector<std::string>& arguments);
 
 /// The lines of a text, without their breaks.
 [[nodiscard]] std::vector<std::string> splitLines(const std::string& text);

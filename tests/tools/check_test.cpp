@@ -8,7 +8,7 @@ namespace stelvan::test {
 namespace {
 
 TEST_F(CommandTest, CheckIsSilentAboutASoundFile) {
-    const Outcome run = runGemdb({"check", "--structure", file_});
+    const ProgramRun run = runGemdb({"check", "--structure", file_});
     EXPECT_EQ(run.status, 0) << run.out << run.err;
     EXPECT_EQ(run.out, "");
 }
@@ -18,7 +18,7 @@ TEST_F(CommandTest, CheckPrintsOneLineForEachFault) {
     const ScratchDir other;
     const std::string damaged = other.copyOf(sample("refused/damaged_rows/gem.mdb"));
     const std::string before = readFile(damaged);
-    const Outcome run = runGemdb({"check", "--structure", damaged});
+    const ProgramRun run = runGemdb({"check", "--structure", damaged});
     EXPECT_EQ(run.status, 1) << run.err;
     const std::vector<std::string> lines = splitLines(run.out);
     EXPECT_FALSE(lines.empty());

@@ -16,14 +16,14 @@ protected:
     }
 
     void expectFailure(const std::vector<std::string>& arguments, const std::string& part = "") const {
-        const Outcome run = runGemdb(arguments);
+        const ProgramRun run = runGemdb(arguments);
         EXPECT_EQ(run.status, 2);
         EXPECT_EQ(splitLines(run.err).size(), 1U) << run.err;
         EXPECT_NE(run.err.find(part), std::string::npos) << run.err;
     }
 
     [[nodiscard]] std::vector<std::string> select(const std::string& statement) const {
-        const Outcome run = runGemdb({"sql", file_, statement});
+        const ProgramRun run = runGemdb({"sql", file_, statement});
         EXPECT_EQ(run.status, 0) << run.err;
         return splitLines(run.out);
     }

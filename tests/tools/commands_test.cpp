@@ -7,7 +7,7 @@ namespace stelvan::test {
 namespace {
 
 TEST_F(CommandTest, TablesPrintsTheNamesInAlphabeticalOrder) {
-    const Outcome run = runGemdb({"tables", file_});
+    const ProgramRun run = runGemdb({"tables", file_});
     EXPECT_EQ(run.status, 0);
     const std::vector<std::string> names = splitLines(run.out);
     EXPECT_EQ(names.size(), 10U);
@@ -16,7 +16,7 @@ TEST_F(CommandTest, TablesPrintsTheNamesInAlphabeticalOrder) {
 }
 
 TEST_F(CommandTest, DumpOfOneTableKnowsItInAnyLetterCase) {
-    const Outcome run = runGemdb({"dump", file_, "SECS_Setting"});
+    const ProgramRun run = runGemdb({"dump", file_, "SECS_Setting"});
     EXPECT_EQ(run.status, 0) << run.err;
     const std::vector<std::string> lines = splitLines(run.out);
     EXPECT_EQ(lines.size(), 31U);
@@ -24,7 +24,7 @@ TEST_F(CommandTest, DumpOfOneTableKnowsItInAnyLetterCase) {
 }
 
 TEST_F(CommandTest, SchemaOfOneTableIsOneLine) {
-    const Outcome run = runGemdb({"schema", file_, "secs_report"});
+    const ProgramRun run = runGemdb({"schema", file_, "secs_report"});
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(splitLines(run.out).size(), 1U);
 }
@@ -53,7 +53,7 @@ TEST_F(CommandTest, HelpAndVersionSucceed) {
 }
 
 TEST_F(CommandTest, OutputThatCannotBeWrittenIsAFailure) {
-    const Outcome run =
+    const ProgramRun run =
         runProgram("/bin/sh", {"-c", STELVAN_BINARY_DIR "/gemdb dump '" + file_ + "' > /dev/full"});
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(splitLines(run.err).size(), 1U) << run.err;

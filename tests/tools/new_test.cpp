@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 TEST(NewModel, IsAWritableCopyWhoseSettingsNameFilesThatExist) {
     const ScratchDir scratch;
     const fs::path folder = scratch.path() / "line 3" / "etcher";
-    const Outcome run = runGemdb({"new", folder});
+    const ProgramRun run = runGemdb({"new", folder});
     ASSERT_EQ(run.status, 0) << run.err;
     const std::string model = folder / "gem.mdb";
     EXPECT_EQ(run.out, model + "\n");
@@ -46,7 +46,7 @@ TEST(NewModel, NeverReplacesAModel) {
     const ScratchDir scratch;
     ASSERT_EQ(runGemdb({"new", scratch.path()}).status, 0);
     const std::string before = readFile(scratch.path() / "gem.mdb");
-    const Outcome again = runGemdb({"new", "--demo", scratch.path()});
+    const ProgramRun again = runGemdb({"new", "--demo", scratch.path()});
     EXPECT_EQ(again.status, 2);
     EXPECT_EQ(splitLines(again.err).size(), 1U);
     EXPECT_EQ(readFile(scratch.path() / "gem.mdb"), before);
@@ -54,7 +54,7 @@ TEST(NewModel, NeverReplacesAModel) {
 
 TEST(NewModel, FailsClearlyWhereTheFolderCannotBeMade) {
     const ScratchDir scratch;
-    const Outcome run = runGemdb({"new", "/proc/no-such-folder"});
+    const ProgramRun run = runGemdb({"new", "/proc/no-such-folder"});
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(splitLines(run.err).size(), 1U) << run.err;
 }

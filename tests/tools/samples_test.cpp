@@ -54,7 +54,7 @@ std::string nameOf(const ::testing::TestParamInfo<Sample>& info) {
 }
 
 TEST_P(SampleTest, DumpGivesEveryRow) {
-    const Outcome run = runGemdb({"dump", file_});
+    const ProgramRun run = runGemdb({"dump", file_});
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(sortedJson(splitLines(run.out)), sortedJson(expected(".jsonl")));
 }
@@ -69,7 +69,7 @@ TEST_P(SampleTest, DumpGivesTheRowsInStoredOrderOfTablesInAlphabeticalOrder) {
 }
 
 TEST_P(SampleTest, SchemaGivesEveryColumnIndexAndRelationship) {
-    const Outcome run = runGemdb({"schema", file_});
+    const ProgramRun run = runGemdb({"schema", file_});
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(splitLines(run.out), expected(".schema.jsonl"));
 }
@@ -83,7 +83,7 @@ TEST_P(SampleTest, SystemTablesCanBeDumpedByName) {
         const std::string table = line.substr(10, line.find('"', 10) - 10);
         if (table == last) continue;
         last = table;
-        const Outcome run = runGemdb({"dump", file_, table});
+        const ProgramRun run = runGemdb({"dump", file_, table});
         ASSERT_EQ(run.status, 0) << table << ": " << run.err;
         for (const std::string& more : splitLines(run.out)) lines.push_back(more);
     }
@@ -94,8 +94,8 @@ INSTANTIATE_TEST_SUITE_P(Samples, SampleTest, ::testing::ValuesIn(kSamples), nam
 
 TEST(LargeSample, DumpGivesEveryRow) {
     STELVAN_NEEDS_SAMPLE("gem_large.mdb");
-    const Outcome unpacked = runProgram("/bin/gzip", {"-dc", sample("expected/gem_large.jsonl.gz")});
-    const Outcome run = runGemdb({"dump", sample("gem_large.mdb")});
+    const ProgramRun unpacked = runProgram("/bin/gzip", {"-dc", sample("expected/gem_large.jsonl.gz")});
+    const ProgramRun run = runGemdb({"dump", sample("gem_large.mdb")});
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(sortedJson(splitLines(run.out)), sortedJson(splitLines(unpacked.out)));
     EXPECT_EQ(splitLines(runGemdb({"schema", sample("gem_large.mdb")}).out),
@@ -116,7 +116,7 @@ TEST_P(RefusedTest, EndsWithAnErrorOfItsOwnAndIsLeftAsItWas) {
           {"sql", copy, "SELECT * FROM secs_cusvar"},
           {"sql", copy, "UPDATE secs_cusvar SET var_val = 'x' WHERE var_id = 101",
            "UPDATE no_such_table SET a = 1"}}) {
-        const Outcome run = runGemdb(command);
+        const ProgramRun run = runGemdb(command);
         EXPECT_EQ(run.status, 2) << command[0] << ": " << run.err;
         EXPECT_EQ(splitLines(run.err).size(), 1U) << run.err;
         EXPECT_EQ(readFile(copy), before);
@@ -142,7 +142,7 @@ TEST_P(DamagedTest, DumpEndsWithAnErrorAndTheFileIsLeftAsItWas) {
     const ScratchDir folder;
     const std::string copy = folder.copyOf(sample(name));
     const std::string before = readFile(copy);
-    const Outcome run = runGemdb({"dump", copy});
+    const ProgramRun run = runGemdb({"dump", copy});
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(splitLines(run.err).size(), 1U) << run.err;
     EXPECT_EQ(runGemdb({"dump", copy, GetParam().wholeTable}).status, 0);

@@ -21,7 +21,7 @@ TEST_F(CommandTest, SqlReadsAFileThatMayNotBeWritten) {
 }
 
 TEST_F(CommandTest, SqlWritesAllStatementsOfACall) {
-    const Outcome run =
+    const ProgramRun run =
         runGemdb({"sql", file_, "UPDATE secs_gemevent SET evt_group = 'Changed' WHERE evt_id = 1",
                   "DELETE FROM secs_def_evt_rpt WHERE evt_id = 1",
                   "SELECT evt_group FROM secs_gemevent WHERE evt_id = 1"});
@@ -40,8 +40,9 @@ TEST_F(CommandTest, SqlLeavesNothingOfACallWhoseLaterStatementFails) {
 }
 
 TEST_F(CommandTest, SqlPrintsNothingOfACallThatFails) {
-    const Outcome run = runGemdb({"sql", file_, "UPDATE secs_gemevent SET evt_group = 'x' WHERE evt_id = 1",
-                                  "SELECT * FROM secs_gemevent", "DELETE FROM no_such_table"});
+    const ProgramRun run =
+        runGemdb({"sql", file_, "UPDATE secs_gemevent SET evt_group = 'x' WHERE evt_id = 1",
+                  "SELECT * FROM secs_gemevent", "DELETE FROM no_such_table"});
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(run.out, "");
 }

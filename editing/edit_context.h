@@ -11,7 +11,6 @@
 namespace stelvan::validation {
 class ExceptionBox;
 class FieldChecks;
-class RecordChecks;
 class VariableFormat;
 }  // namespace stelvan::validation
 namespace stelvan::links {
@@ -39,7 +38,6 @@ struct EditContext {
     validation::ExceptionBox& exceptionBox;
     validation::VariableFormat& variableFormat;
     validation::FieldChecks& fieldChecks;
-    validation::RecordChecks& recordChecks;
     links::EventReports& eventReports;
     links::ReportVariables& reportVariables;
     links::ListChildren& listChildren;

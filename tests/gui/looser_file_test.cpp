@@ -1,0 +1,99 @@
+// The same work on a looser make of file: fractional identifiers, flags as numbers, Null parents.
+#include <QLabel>
+
+#include "tests/gui/edit_bench.h"
+
+namespace stelvan::app {
+namespace {
+
+class LooserFile : public test::EditBench {
+protected:
+    void SetUp() override {
+        EditBench::SetUp();
+        STELVAN_NEEDS_SAMPLE("gem_int_flags.mdb");
+        open("gem_int_flags.mdb");
+    }
+    [[nodiscard]] QStringList values(const std::string& sql) {
+        QStringList found;
+        db::Connection connection;
+        db::Recordset rows;
+        if (all().operations.lGetRecordSet(connection, rows, sql) == nullptr) return found;
+        for (; !rows.eof(); rows.moveNext()) found << form::toQt(db::toTextOrEmpty(rows.field(0)));
+        return found;
+    }
+};
+
+TEST_F(LooserFile, AnEventKeepsItsFlagAsANumberAndItsReportsInOrder) {
+    clickCategory(form::CSTEVT);
+    goTo("txtEvtID", "162");
+    const form::TwoListEditor& reports = form().evt.reports;
+    ASSERT_EQ(reports.selected->rowCount(), 12);
+    edit();
+    check(form().evt.chkEvtEnable, false);
+    press(reports.orderDown);
+    const QStringList wanted = columnOf(reports.selected, 1);
+    save();
+    expectStored();
+    EXPECT_EQ(values("SELECT rpt_id FROM secs_def_evt_rpt WHERE evt_id = 162 ORDER BY rpt_order"), wanted);
+    EXPECT_EQ(values("SELECT evt_enable FROM secs_cusevent WHERE evt_id = 162"), QStringList{"0"});
+    edit();
+    check(form().evt.chkEvtEnable, true);
+    save();
+    expectStored();
+    EXPECT_EQ(values("SELECT evt_enable FROM secs_cusevent WHERE evt_id = 162"), QStringList{"1"});
+}
+
+TEST_F(LooserFile, AReportKeepsTheOrderOfItsVariables) {
+    clickCategory(form::CSTRPT);
+    goTo("txtRptID", "126");
+    edit();
+    const QStringList wanted = columnOf(form().rpt.variables.selected, 1);
+    ASSERT_EQ(wanted.size(), 14);
+    save();
+    expectStored();
+    EXPECT_EQ(values("SELECT var_id FROM secs_rpt_var WHERE rpt_id = 126 ORDER BY var_order"), wanted);
+}
+
+TEST_F(LooserFile, AListTakesAndReleasesChildren) {
+    clickCategory(form::CSTVSV);
+    goTo("txtVarID", "227");
+    edit();
+    const form::TwoListEditor& children = form().var.children;
+    take(children, 1, "101", children.select, children.pool);
+    take(children, 2, "235", children.deselect, children.selected);
+    const QStringList wanted = columnOf(children.selected, 2);
+    save();
+    expectStored();
+    EXPECT_EQ(values("SELECT var_id FROM secs_cusvar WHERE var_parentkey = 227 ORDER BY var_accessid"),
+              wanted);
+    EXPECT_EQ(values("SELECT var_parentkey FROM secs_cusvar WHERE var_id = 235"), QStringList{"0"});
+}
+
+TEST_F(LooserFile, AnAddedVariableIsOfferedInThePoolsAtOnce) {
+    add(form::CSTVSV);
+    const QString id = form().var.txtVarID->text();
+    EXPECT_EQ(id, "2081") << "no fraction";
+    type(*form().var.txtVarName, "NewVariable");
+    type(*form().var.txtVarGroup, "Group");
+    type(*form().var.txtVarDesc, "Description");
+    type(*form().var.cmbVarFormat, "A");
+    save();
+    expectStored();
+    goToNumber(1);
+    clickCategory(form::CSTVSV);
+    goTo("txtVarID", "227");
+    edit();
+    EXPECT_TRUE(columnOf(form().var.children.pool, 1).contains(id));
+}
+
+TEST_F(LooserFile, AnAlarmIsDeleted) {
+    clickCategory(form::CSTALM);
+    goTo("txtAlmID", "101");
+    answerYesAndDelete();
+    expectStored();
+    EXPECT_EQ(values("SELECT alm_id FROM secs_alarm WHERE alm_id = 101"), QStringList());
+    EXPECT_EQ(place(), "1 of 89");
+}
+
+}  // namespace
+}  // namespace stelvan::app

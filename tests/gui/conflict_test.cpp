@@ -233,6 +233,22 @@ TEST_F(Conflict, AddingGoesOnWhereOnlyTheIdentifierCannotBeProposed) {
     EXPECT_TRUE(form().alm.txtAlmName->isOpen());
 }
 
+TEST_F(Conflict, WhatIsStoredIsStoredEvenWhereItCannotBeShownAgain) {
+    open();
+    elsewhere("UPDATE secs_gemvar SET var_unit = NULL WHERE var_id = 2");
+    clickCategory(form::GEMSDV);
+    goTo("txtVarID", "2");
+    expectOneFailure("ERROR(94) [frmMain.lDisplayField.0]");
+    edit();
+    EXPECT_EQ(form().var.txtVarUnit->text(), "");
+    type(*form().var.txtVarValue, "4");
+    save();
+    expectOneFailure("ERROR(94) [frmMain.lDisplayField.0]");
+    expectBrowsing();
+    EXPECT_EQ(stored("secs_gemvar", "var_id", "2").value("var_val"), "4");
+    EXPECT_EQ(stored("secs_gemvar", "var_id", "2").value("var_unit"), test::kExportedNull);
+}
+
 TEST_F(Conflict, ANameWithAQuoteCannotBeCheckedAndIsRefused) {
     open();
     clickCategory(form::CSTALM);

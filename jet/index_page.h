@@ -20,6 +20,16 @@ namespace stelvan::jet {
 
 using EntryBytes = std::vector<std::uint8_t>;
 
+/// The way to a place in an index: pages from the root down to a leaf, and in each the entry that stands
+/// there, in nodes the one whose child was taken. Good until the index is changed.
+struct IndexPlace {
+    struct Step {
+        PageNumber page = 0;
+        std::size_t position = 0;
+    };
+    std::vector<Step> steps;
+};
+
 /// A whole entry: key bytes, then the row pointer in the order in which it sorts.
 void makeEntry(Bytes key, RowId row, EntryBytes& entry);
 [[nodiscard]] RowId rowOfEntry(Bytes entry);

@@ -11,6 +11,7 @@ namespace {
 
 // Far more levels than a file of the largest size can hold; a chain of nodes that is longer runs in a circle.
 constexpr std::size_t kMaxLevels = 32;
+constexpr std::size_t kUsualLevels = 4;
 
 }  // namespace
 
@@ -59,12 +60,15 @@ bool TreeCursor::inRange() const {
     return current.size() >= bound_.size() && std::equal(bound_.begin(), bound_.end(), current.begin());
 }
 
-PageNumber IndexTree::descend(Bytes wanted) const {
+PageNumber IndexTree::descend(Bytes wanted, IndexPlace* place) const {
     PageNumber number = root_;
     for (std::size_t level = 0; level < kMaxLevels; ++level) {
         const IndexPage page(file_->read(number), number, definition_);
+        if (page.isLeaf() && place == nullptr) return number;
+        const std::size_t position = page.lowerBound(wanted);
+        if (place != nullptr) place->steps.push_back({number, position});
         if (page.isLeaf()) return number;
-        number = page.child(page.lowerBound(wanted));
+        number = page.child(position);
     }
     throwCorrupt(root_, "its index has no leaves.");
 }
@@ -128,6 +132,13 @@ std::optional<RowId> IndexTree::find(Bytes key) const {
     return rowUnder(key, *spot);
 }
 
+std::optional<RowId> IndexTree::find(Bytes key, IndexPlace& place) const {
+    place = placeOf(key);
+    const std::optional<Spot> spot = settle({place.steps.back().page, place.steps.back().position});
+    if (!spot) return std::nullopt;
+    return rowUnder(key, *spot);
+}
+
 bool IndexTree::holdsOther(Bytes key, RowId self) const {
     std::optional<Spot> spot = locate(key);
     if (!spot) return false;
@@ -148,16 +159,33 @@ bool IndexTree::contains(Bytes key, RowId row) const {
 }
 
 bool IndexTree::insert(Bytes key, RowId row) {
-    return writer().insert(key, row);
+    EntryBytes entry;
+    makeEntry(key, row, entry);
+    return writer(placeOf(entry)).insert(entry);
+}
+
+bool IndexTree::insert(Bytes key, RowId row, IndexPlace place) {
+    EntryBytes entry;
+    makeEntry(key, row, entry);
+    return writer(std::move(place)).insert(entry);
 }
 
 void IndexTree::remove(Bytes key, RowId row) {
-    writer().remove(key, row);
+    EntryBytes entry;
+    makeEntry(key, row, entry);
+    writer(placeOf(entry)).remove(entry);
 }
 
-IndexTreeWriter IndexTree::writer() const {
+IndexPlace IndexTree::placeOf(Bytes wanted) const {
+    IndexPlace place;
+    place.steps.reserve(kUsualLevels);
+    descend(wanted, &place);
+    return place;
+}
+
+IndexTreeWriter IndexTree::writer(IndexPlace place) const {
     if (pages_ == nullptr) throw Error(ErrorKind::Misuse, "This index was opened for reading only.");
-    return {*file_, root_, definition_, *pages_};
+    return {*file_, root_, definition_, *pages_, std::move(place)};
 }
 
 void IndexTree::makeRoot(WritablePageBytes page, PageNumber definition) {

@@ -80,6 +80,9 @@ public:
     /// The first row that stands under exactly this key.
     [[nodiscard]] std::optional<RowId> find(Bytes key) const;
 
+    /// The same; where there is none, `place` is where the key belongs.
+    [[nodiscard]] std::optional<RowId> find(Bytes key, IndexPlace& place) const;
+
     /// Whether a row other than `self` stands under exactly this key.
     [[nodiscard]] bool holdsOther(Bytes key, RowId self) const;
 
@@ -89,6 +92,9 @@ public:
     /// Adds an entry; true when no other row stands under the key, that is, when the number of different keys
     /// has grown. Throws Corrupt when the entry is there already, RowTooLarge when the key is too long.
     bool insert(Bytes key, RowId row);
+
+    /// The same for a key that find() has just not found: the way down is known.
+    bool insert(Bytes key, RowId row, IndexPlace place);
 
     /// Removes an entry. Throws Corrupt when it is not there.
     void remove(Bytes key, RowId row);
@@ -102,8 +108,9 @@ private:
         std::size_t position;
     };
 
-    [[nodiscard]] IndexTreeWriter writer() const;
-    [[nodiscard]] PageNumber descend(Bytes wanted) const;
+    [[nodiscard]] IndexTreeWriter writer(IndexPlace place) const;
+    PageNumber descend(Bytes wanted, IndexPlace* place = nullptr) const;
+    [[nodiscard]] IndexPlace placeOf(Bytes wanted) const;
     [[nodiscard]] TreeCursor cursor(Bytes from, Bytes bound, bool exact) const;
     [[nodiscard]] std::optional<Spot> locate(Bytes wanted) const;
     [[nodiscard]] std::optional<Spot> settle(Spot spot) const;

@@ -9,8 +9,6 @@ namespace stelvan::jet {
 
 namespace {
 
-constexpr std::size_t kMaxLevels = 32;
-
 std::size_t storedSize(const EntryList& entries, std::size_t first, std::size_t last, std::size_t behind) {
     const std::size_t whole = entries.sizeWith(0, first, last);
     if (whole <= index_page::kEntriesSize) return whole;
@@ -42,36 +40,26 @@ EntryBytes separatorOf(Bytes bound, PageNumber child) {
     return entry;
 }
 
-void IndexTreeWriter::descend(Bytes entry) {
-    constexpr std::size_t kUsualLevels = 4;
-    path_.clear();
-    path_.reserve(kUsualLevels);
-    PageNumber number = root_;
-    while (path_.size() < kMaxLevels) {
-        const IndexPage now = page(number);
-        const std::size_t position = now.lowerBound(entry);
-        path_.push_back({number, position});
-        if (now.isLeaf()) return;
-        number = now.child(position);
-    }
-    throwCorrupt(root_, "its index has no leaves.");
-}
-
-bool IndexTreeWriter::insert(Bytes key, RowId row) {
-    EntryBytes entry;
-    makeEntry(key, row, entry);
+bool IndexTreeWriter::insert(Bytes entry) {
     if (entry.size() > kMaxIndexEntry) {
         throw Error(ErrorKind::RowTooLarge, "Record is too large: its key does not fit a page of the index.");
     }
-    descend(entry);
-    const Step leaf = path_.back();
-    const IndexPage now = page(leaf.page);
-    if (leaf.position < now.end() && now.compareWith(entry, leaf.position) == 0) {
-        throwCorrupt(leaf.page, "its index holds the new row already.");
-    }
-    const bool grown = keyIsNew(now, leaf.position, key);
+    const Step place = path_.back();
+    const IndexPage leaf = page(place.page);
+    checkPlace(leaf, place.position, entry);
+    const Bytes key = entry.first(entry.size() - index_page::kRowPointer);
+    const bool grown = keyIsNew(leaf, place.position, key);
     insertAt(path_.size() - 1, entry);
     return grown;
+}
+
+// An entry in the wrong place would make others unfindable.
+void IndexTreeWriter::checkPlace(const IndexPage& leaf, std::size_t position, Bytes entry) const {
+    const int above = position < leaf.end() ? leaf.compareWith(entry, position) : -1;
+    if (above == 0) throwCorrupt(leaf.number(), "its index holds the new row already.");
+    const int below = position > 0 ? leaf.compareWith(entry, leaf.startOf(position - 1)) : 1;
+    if (above > 0 || below <= 0)
+        throw Error(ErrorKind::Misuse, "An index was changed since it was searched.");
 }
 
 // Equal keys stand side by side, but perhaps on two leaves.

@@ -12,10 +12,7 @@ Bytes boundOf(const EntryBytes& separator) {
 
 }  // namespace
 
-void IndexTreeWriter::remove(Bytes key, RowId row) {
-    EntryBytes entry;
-    makeEntry(key, row, entry);
-    descend(entry);
+void IndexTreeWriter::remove(Bytes entry) {
     const Step place = path_.back();
     const IndexPage leaf = page(place.page);
     if (place.position == leaf.end() || leaf.compareWith(entry, place.position) != 0) {

@@ -15,19 +15,17 @@ namespace stelvan::jet {
 
 class IndexTreeWriter {
 public:
-    IndexTreeWriter(PageFile& file, PageNumber root, PageNumber definition, PageAllocator& pages)
-        : file_(file), root_(root), definition_(definition), pages_(pages) {}
+    /// `place` is where the entry stands, or where it belongs.
+    IndexTreeWriter(PageFile& file, PageNumber root, PageNumber definition, PageAllocator& pages,
+                    IndexPlace place)
+        : file_(file), root_(root), definition_(definition), pages_(pages), path_(std::move(place.steps)) {}
 
-    /// See IndexTree.
-    bool insert(Bytes key, RowId row);
-    void remove(Bytes key, RowId row);
+    /// See IndexTree. Throws Misuse where the entry does not belong to the place.
+    bool insert(Bytes entry);
+    void remove(Bytes entry);
 
 private:
-    // From the root down to the leaf; in each node the place of the child that was taken.
-    struct Step {
-        PageNumber page;
-        std::size_t position;
-    };
+    using Step = IndexPlace::Step;
 
     [[nodiscard]] IndexPage page(PageNumber number) const {
         return {file_.read(number), number, definition_};
@@ -36,7 +34,7 @@ private:
         return {file_.edit(number), number, definition_};
     }
 
-    void descend(Bytes entry);
+    void checkPlace(const IndexPage& leaf, std::size_t position, Bytes entry) const;
     [[nodiscard]] bool keyIsNew(const IndexPage& leaf, std::size_t position, Bytes key) const;
 
     void insertAt(std::size_t level, Bytes entry);

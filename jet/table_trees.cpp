@@ -38,13 +38,14 @@ void TableTrees::skipUnchanged() {
     }
 }
 
-void TableTrees::check(std::optional<RowId> self) const {
-    for (const Tree& tree : trees_) {
+void TableTrees::check(std::optional<RowId> self) {
+    for (Tree& tree : trees_) {
+        tree.place.reset();
         if (tree.chosen) checkTree(tree, self);
     }
 }
 
-void TableTrees::checkTree(const Tree& tree, std::optional<RowId> self) const {
+void TableTrees::checkTree(Tree& tree, std::optional<RowId> self) const {
     const IndexKey& key = tree.newKey;
     if (tree.required && key.anyNull) {
         Error error(ErrorKind::NullInKey, "A column of " + describe(tree) + " has no value.");
@@ -56,9 +57,17 @@ void TableTrees::checkTree(const Tree& tree, std::optional<RowId> self) const {
     }
     // Nulls never collide.
     if (!tree.definition->unique() || key.anyNull) return;
-    if (!taken(tree, key, self) && !(tree.hasNewVariant && taken(tree, tree.newVariant, self))) return;
+    if (!takenByAny(tree, self)) return;
     Error error(ErrorKind::DuplicateKey, "A row with the same key is in " + describe(tree) + " already.");
     throw error.about(table_->info.name);
+}
+
+// A new row's key is looked for where it will be added, so that the way there need not be searched twice.
+bool TableTrees::takenByAny(Tree& tree, std::optional<RowId> self) const {
+    if (tree.hasNewVariant && taken(tree, tree.newVariant, self)) return true;
+    if (self) return taken(tree, tree.newKey, self);
+    const IndexTree index(*file_, tree.definition->root, table_->page);
+    return index.find(tree.newKey.bytes, tree.place.emplace()).has_value();
 }
 
 bool TableTrees::taken(const Tree& tree, const IndexKey& key, std::optional<RowId> self) const {
@@ -78,8 +87,15 @@ void TableTrees::removeOldEntries(RowId row) {
 void TableTrees::addNewEntries(RowId row) {
     for (Tree& tree : trees_) {
         if (!tree.chosen || !tree.holds(tree.newKey)) continue;
-        if (entries(tree).insert(tree.newKey.bytes, row)) countDistinct(tree);
+        if (addEntry(tree, row)) countDistinct(tree);
     }
+}
+
+bool TableTrees::addEntry(Tree& tree, RowId row) {
+    if (!tree.place) return entries(tree).insert(tree.newKey.bytes, row);
+    IndexPlace place = std::move(*tree.place);
+    tree.place.reset();
+    return entries(tree).insert(tree.newKey.bytes, row, std::move(place));
 }
 
 void TableTrees::countDistinct(const Tree& tree) {

@@ -53,7 +53,7 @@ public:
     void skipUnchanged();
 
     /// Judges the new keys of the row `self`, or of a new row. Throws NullInKey, DuplicateKey, RowTooLarge.
-    void check(std::optional<RowId> self) const;
+    void check(std::optional<RowId> self);
 
     void removeOldEntries(RowId row);
     /// Adds the new keys' entries and counts keys that were not there before.
@@ -76,6 +76,7 @@ private:
         IndexKey newVariant;
         bool hasOldVariant = false;
         bool hasNewVariant = false;
+        std::optional<IndexPlace> place;  // where a new row's key was looked for and not found
 
         /// Whether a row with this key has an entry.
         [[nodiscard]] bool holds(const IndexKey& key) const {
@@ -93,8 +94,10 @@ private:
     [[nodiscard]] IndexTree entries(Tree& tree) const {
         return {*file_, tree.definition->root, table_->page, &tree.pages};
     }
-    void checkTree(const Tree& tree, std::optional<RowId> self) const;
+    void checkTree(Tree& tree, std::optional<RowId> self) const;
     [[nodiscard]] bool taken(const Tree& tree, const IndexKey& key, std::optional<RowId> self) const;
+    [[nodiscard]] bool takenByAny(Tree& tree, std::optional<RowId> self) const;
+    [[nodiscard]] bool addEntry(Tree& tree, RowId row);
     void countDistinct(const Tree& tree);
 
     PageFile* file_;

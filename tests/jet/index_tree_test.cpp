@@ -251,6 +251,34 @@ TEST_F(IndexTreeTest, KeysOfTheLargestSizeStillFindRoom) {
     removeAll();
 }
 
+TEST_F(IndexTreeTest, AKeyThatWasLookedForIsAddedWhereItWasNotFound) {
+    Random random(6);
+    for (std::uint32_t i = 0; i < 5000; ++i) {
+        const Key key = numberKey(random() % 4000);
+        IndexPlace place;
+        const std::optional<RowId> found = tree_.find(key, place);
+        ASSERT_EQ(found, tree_.find(key));
+        if (found) continue;
+        ASSERT_TRUE(tree_.insert(key, {i + 1, 0}, place));
+        model_.insert({key, {i + 1, 0}});
+    }
+    check();
+}
+
+TEST_F(IndexTreeTest, APlaceThatIsNoLongerRightIsRefused) {
+    for (std::uint32_t i = 0; i < 10; ++i) insert(numberKey(10 * i), {i + 1, 0});
+    IndexPlace place;
+    ASSERT_EQ(tree_.find(numberKey(55), place), std::nullopt);
+    insert(numberKey(52), {100, 0});
+    try {
+        tree_.insert(numberKey(55), {101, 0}, place);
+        FAIL() << "the entry stands in front of a lower one";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.kind(), ErrorKind::Misuse);
+    }
+    check();
+}
+
 TEST_F(IndexTreeTest, AKeyThatIsTooLongIsRefused) {
     try {
         tree_.insert(Key(kMaxIndexEntry, 0x20), {1, 0});

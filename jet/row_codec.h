@@ -16,6 +16,20 @@
 
 namespace stelvan::jet {
 
+/// Where a column stands in a row, in a few bytes.
+struct ColumnPlace {
+    std::uint16_t number = 0;
+    std::uint16_t at = 0;  // fixed: offset in the fixed part; variable: index
+    std::uint16_t size = 0;
+    bool fixed = false;
+};
+[[nodiscard]] inline ColumnPlace placeOf(const TableDef& table, std::size_t column) {
+    const ColumnStorage& storage = table.storage[column];
+    const bool fixed = table.isFixed(column);
+    return {table.info.columns[column].number, fixed ? storage.fixedOffset : storage.variableIndex,
+            storage.size, fixed};
+}
+
 class RowView {
 public:
     RowView() = default;
@@ -23,8 +37,15 @@ public:
     RowView(const TableDef& table, Bytes row, PageNumber page);
 
     /// The stored bytes of a column, or nothing where it is null. Boolean columns: use flag().
-    [[nodiscard]] std::optional<Bytes> stored(std::size_t column) const;
+    [[nodiscard]] std::optional<Bytes> stored(std::size_t column) const {
+        return stored(placeOf(*table_, column));
+    }
+    [[nodiscard]] std::optional<Bytes> stored(const ColumnPlace& place) const {
+        if (!maskBit(place.number)) return std::nullopt;
+        return place.fixed ? storedFixed(place) : storedVariable(place.at);
+    }
     /// A Boolean column's value.
+    [[nodiscard]] bool flag(const ColumnPlace& place) const { return maskBit(place.number); }
     [[nodiscard]] bool flag(std::size_t column) const { return maskBit(table_->info.columns[column].number); }
     [[nodiscard]] PageNumber page() const { return page_; }
 
@@ -32,6 +53,7 @@ private:
     [[nodiscard]] bool maskBit(std::size_t number) const {
         return number < columns_ && (row_[mask_ + number / 8] >> (number % 8) & 1) != 0;
     }
+    [[nodiscard]] Bytes storedFixed(const ColumnPlace& place) const;
     [[nodiscard]] std::optional<Bytes> storedVariable(std::size_t index) const;
 
     const TableDef* table_ = nullptr;
@@ -44,14 +66,10 @@ private:
 };
 
 // In the header because a scan asks them for every value of every row.
-inline std::optional<Bytes> RowView::stored(std::size_t column) const {
-    const ColumnInfo& info = table_->info.columns[column];
-    if (!maskBit(info.number)) return std::nullopt;
-    const ColumnStorage& storage = table_->storage[column];
-    if (!table_->isFixed(column)) return storedVariable(storage.variableIndex);
-    const std::size_t begin = row::kFixed + storage.fixedOffset;
-    if (begin + storage.size > mask_) throwCorrupt(page_, "a row ends within its fixed part.");
-    return row_.subspan(begin, storage.size);
+inline Bytes RowView::storedFixed(const ColumnPlace& place) const {
+    const std::size_t begin = std::size_t{row::kFixed} + place.at;
+    if (begin + place.size > mask_) throwCorrupt(page_, "a row ends within its fixed part.");
+    return row_.subspan(begin, place.size);
 }
 
 inline std::optional<Bytes> RowView::storedVariable(std::size_t index) const {

@@ -3,16 +3,17 @@
 #include <numeric>
 
 #include "jet/long_value.h"
+#include "jet/text.h"
 
 namespace stelvan::jet {
 
 RowReader::RowReader(PageFile& file, std::shared_ptr<const TableDef> table, const ColumnSet& wanted)
-    : file_(&file),
-      table_(std::move(table)),
-      wanted_(table_->info.columns.size()),
-      longValues_(table_->info.columns.size()) {
+    : file_(&file), table_(std::move(table)), columns_(table_->info.columns.size()) {
     for (const std::size_t column : wanted) {
-        if (column < wanted_.size()) wanted_[column] = true;
+        if (column >= columns_.size()) continue;
+        columns_[column].place = placeOf(*table_, column);
+        columns_[column].type = table_->info.columns[column].type;
+        columns_[column].wanted = true;
     }
 }
 
@@ -23,34 +24,33 @@ void RowReader::set(Bytes row, PageNumber page) {
 }
 
 ValueView RowReader::value(std::size_t column) {
-    if (column >= wanted_.size() || !wanted_[column]) return Null{};
-    return isLongValue(table_->info.columns[column].type) ? longValue(column) : decode(column);
-}
-
-ValueView RowReader::decode(std::size_t column) {
-    const ColumnInfo& info = table_->info.columns[column];
-    if (info.type == ColumnType::Boolean) return view_.flag(column);
-    const auto stored = view_.stored(column);
+    if (column >= columns_.size() || !columns_[column].wanted) return Null{};
+    const Column& known = columns_[column];
+    if (known.type == ColumnType::Boolean) return view_.flag(known.place);
+    const auto stored = view_.stored(known.place);
     if (!stored) return Null{};
-    return atPage(view_.page(), [&] { return decodeStored(info, *stored, arena_); });
+    if (known.type == ColumnType::Text) {
+        if (const auto text = textInPlace(*stored)) return *text;
+        return decodeOnce(column, *stored);
+    }
+    if (isLongValue(known.type)) return decodeOnce(column, *stored);
+    return atPage(view_.page(), [&] { return decodeStored(table_->info.columns[column], *stored, arena_); });
 }
 
-ValueView RowReader::longValue(std::size_t column) {
-    LongValue& known = longValues_[column];
+ValueView RowReader::decodeOnce(std::size_t column, Bytes stored) {
+    Column& known = columns_[column];
     if (known.row != row_) {
-        const auto stored = view_.stored(column);
-        known.value = stored ? followReference(table_->info.columns[column].type, *stored) : Null{};
+        known.decoded = atPage(view_.page(), [&] { return decode(table_->info.columns[column], stored); });
         known.row = row_;
     }
-    return known.value;
+    return known.decoded;
 }
 
-ValueView RowReader::followReference(ColumnType type, Bytes stored) {
-    return atPage(view_.page(), [&]() -> ValueView {
-        const Bytes bytes = readLongValue(*file_, readReference(stored), arena_);
-        if (type == ColumnType::Memo) return decodeTextTo(arena_, bytes);
-        return bytes;
-    });
+ValueView RowReader::decode(const ColumnInfo& info, Bytes stored) {
+    if (!isLongValue(info.type)) return decodeStored(info, stored, arena_);
+    const Bytes bytes = readLongValue(*file_, readReference(stored), arena_);
+    if (info.type == ColumnType::Memo) return decodeTextTo(arena_, bytes);
+    return bytes;
 }
 
 ColumnSet allColumns(const TableInfo& info) {

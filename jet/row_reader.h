@@ -1,5 +1,4 @@
-// Values of one row after the other: each wanted column is decoded when it is asked for. Only long values are
-// remembered, since to follow a chain again costs more than to decode anything else again.
+// Values of one row after the other: each wanted column is decoded when it is first asked for.
 #pragma once
 
 #include <cstdint>
@@ -24,22 +23,24 @@ public:
     [[nodiscard]] const TableDef& table() const { return *table_; }
 
 private:
-    struct LongValue {
-        std::uint64_t row = 0;  // the row whose value this is
-        ValueView value;
+    struct Column {
+        ColumnPlace place;
+        ColumnType type = ColumnType::Boolean;
+        bool wanted = false;
+        std::uint64_t row = 0;  // the row whose value was decoded last
+        ValueView decoded;
     };
 
-    [[nodiscard]] ValueView decode(std::size_t column);
-    [[nodiscard]] ValueView longValue(std::size_t column);
-    [[nodiscard]] ValueView followReference(ColumnType type, Bytes stored);
+    /// Values that take memory are decoded once a row.
+    [[nodiscard]] ValueView decodeOnce(std::size_t column, Bytes stored);
+    [[nodiscard]] ValueView decode(const ColumnInfo& info, Bytes stored);
 
     PageFile* file_;
     std::shared_ptr<const TableDef> table_;
     RowView view_;
     Arena arena_;
     std::uint64_t row_ = 0;
-    std::vector<bool> wanted_;           // by column
-    std::vector<LongValue> longValues_;  // by column
+    std::vector<Column> columns_;
 };
 
 /// Every column of a table.

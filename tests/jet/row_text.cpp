@@ -12,7 +12,7 @@ namespace stelvan::test {
 namespace {
 
 std::string numberText(double number) {
-    if (number == std::floor(number) && std::fabs(number) < 9e15) {
+    if (std::fabs(number) < 9e15 && number == std::floor(number)) {
         return std::to_string(static_cast<long long>(number));
     }
     char text[64];
@@ -44,6 +44,8 @@ void civil(long long days, int& year, unsigned& month, unsigned& day) {
 }
 
 std::string dateText(double value) {
+    constexpr double kAnyDate = 1e7;  // a damaged row may hold any bits
+    if (!(std::fabs(value) < kAnyDate)) return "no date";
     auto day = static_cast<long long>(std::trunc(value));
     auto milliseconds =
         static_cast<long long>(std::llround(std::fabs(value - std::trunc(value)) * 86400000.0));

@@ -75,6 +75,23 @@ struct Task {
 
 class InterruptedWork : public Interrupted {
 protected:
+    /// Selects rows of the pool, one after the other, until the list holds as many as wanted.
+    void fillUp(const form::TwoListEditor& editor, int poolColumn, int listColumn, int wanted) {
+        std::set<QString> ids;
+        for (int row = 0; row < editor.selected->rowCount(); ++row)
+            ids.insert(editor.selected->text(row, listColumn));
+        for (int row = 0; editor.selected->rowCount() < wanted; ++row) {
+            ASSERT_LT(row, editor.pool->rowCount());
+            if (!ids.insert(editor.pool->text(row, poolColumn)).second) continue;
+            editor.pool->selectRow(row);
+            press(editor.select);
+        }
+    }
+    void saveAtOnce() {
+        all().saveRecord.cmdSave_Click();
+        ASSERT_EQ(state().editMode, form::EditMode::Browsing);
+    }
+
     Task saveOfAnEvent() {
         return {[this] {
                     clickCategory(form::CSTEVT);
@@ -84,6 +101,7 @@ protected:
                     press(form().evt.reports.deselect);
                     form().evt.reports.selected->selectRow(5);
                     press(form().evt.reports.orderUp);
+                    fillUp(form().evt.reports, 1, 1, 30);
                 },
                 [this] { all().saveRecord.cmdSave_Click(); },
                 [this] { return state().editMode == form::EditMode::Browsing; }};
@@ -94,10 +112,7 @@ protected:
                     press(form().nav.cmdNew);
                     type(*form().rpt.txtRptName, "NewReport");
                     type(*form().rpt.txtRptDesc, "Description");
-                    for (const int row : {3, 40, 60}) {
-                        form().rpt.variables.pool->selectRow(row);
-                        press(form().rpt.variables.select);
-                    }
+                    fillUp(form().rpt.variables, 1, 1, 60);
                 },
                 [this] { all().saveRecord.cmdSave_Click(); },
                 [this] { return state().editMode == form::EditMode::Browsing; }};
@@ -111,14 +126,32 @@ protected:
                     form().var.children.pool->selectRow(0);
                     press(form().var.children.select);
                     type(*form().var.txtVarName, "Renamed");
+                    fillUp(form().var.children, 1, 2, 20);
                 },
                 [this] { all().saveRecord.cmdSave_Click(); },
                 [this] { return state().editMode == form::EditMode::Browsing; }};
+    }
+    Task deletionOfAnEvent() {
+        return {[this] {
+                    clickCategory(form::CSTEVT);
+                    goTo("txtEvtID", "162");
+                    edit();
+                    fillUp(form().evt.reports, 1, 1, 30);
+                    saveAtOnce();
+                },
+                [this] {
+                    dialogs.answers.push_back(true);
+                    all().editCommands.cmdDelete_Click();
+                },
+                [this] { return form().evt.txtEvtID->text() != "162"; }};
     }
     Task deletionOfAReport() {
         return {[this] {
                     clickCategory(form::CSTRPT);
                     goTo("txtRptID", "126");
+                    edit();
+                    fillUp(form().rpt.variables, 1, 1, 60);
+                    saveAtOnce();
                 },
                 [this] {
                     dialogs.answers.push_back(true);
@@ -130,6 +163,9 @@ protected:
         return {[this] {
                     clickCategory(form::CSTVDV);
                     goTo("txtVarID", "1057");
+                    edit();
+                    fillUp(form().var.children, 1, 2, 20);
+                    saveAtOnce();
                 },
                 [this] {
                     dialogs.answers.push_back(true);
@@ -141,8 +177,8 @@ protected:
     /// The file before and after, and how many operations it takes.
     void measure(const Task& task) {
         openFresh();
-        before = contentOf(file());
         task.prepare();
+        before = contentOf(file());
         files->startOver(0, Fault::Stop);
         task.carryOut();
         operations = files->operations();
@@ -258,6 +294,14 @@ TEST_F(InterruptedWork, ASaveOfANewReportIsCutOff) {
 
 TEST_F(InterruptedWork, ASaveOfAListIsCutOff) {
     stopEverywhere(saveOfAList(), Fault::StopTorn);
+}
+
+TEST_F(InterruptedWork, ADeletionOfAnEventIsCutOff) {
+    stopEverywhere(deletionOfAnEvent(), Fault::Stop);
+}
+
+TEST_F(InterruptedWork, ADeletionOfAListIsCutOff) {
+    stopEverywhere(deletionOfAList(), Fault::StopTorn);
 }
 
 TEST_F(InterruptedWork, ADeletionOfAReportIsCutOff) {

@@ -1,4 +1,4 @@
-# The comparison of ./bench: one program from this folder, built on demand only.
+#The comparison of./ bench : one program from this folder, built on demand only.
 find_package(benchmark QUIET)
 if(benchmark_FOUND)
     file(GLOB bench_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/benchmarks/*.cpp)

@@ -102,9 +102,9 @@ const fs::path& Files::accessFile() {
     return access_;
 }
 
-const fs::path& Files::smallAccessFile() {
-    if (small_.empty()) buildAccessFile(small_ = folder_ / "small.mdb", kRows / 10);
-    return small_;
+const fs::path& Files::hugeAccessFile() {
+    if (huge_.empty()) buildAccessFile(huge_ = folder_ / "huge.mdb", 4 * kRows);
+    return huge_;
 }
 
 const fs::path& Files::sqliteFile() {

@@ -27,14 +27,14 @@ public:
     Files& operator=(const Files&) = delete;
 
     [[nodiscard]] const std::filesystem::path& accessFile();
-    [[nodiscard]] const std::filesystem::path& smallAccessFile();  // a tenth of the rows
+    [[nodiscard]] const std::filesystem::path& hugeAccessFile();  // four times the rows
     [[nodiscard]] const std::filesystem::path& sqliteFile();
     /// A fresh copy, synced, that the caller may change; it replaces the copy before.
     [[nodiscard]] std::filesystem::path copyOf(const std::filesystem::path& file);
 
 private:
     Files();
-    std::filesystem::path folder_, access_, small_, sqlite_;
+    std::filesystem::path folder_, access_, huge_, sqlite_;
 };
 
 /// Decodes every value of every row of the variable table; a sum that depends on all of them.

@@ -20,9 +20,9 @@ enum class ErrorKind {
     PasswordProtected,   // a database password is set
     Corrupt,             // the bytes break a rule of the format
     PermissionDenied,
-    Locked,              // another process holds the file
-    ReadOnly,            // file, folder or medium cannot be written
-    Io,                  // read, write or sync failed
+    Locked,    // another process holds the file
+    ReadOnly,  // file, folder or medium cannot be written
+    Io,        // read, write or sync failed
     DiskFull,
     NoSuchTable,
     NoSuchColumn,
@@ -30,19 +30,19 @@ enum class ErrorKind {
     TableExists,
     InvalidName,
     DuplicateKey,
-    NullInKey,           // null in a primary key or required index
-    NullInRequired,      // null in a column whose Required property is set
-    ZeroLength,          // empty text in a column that forbids it
+    NullInKey,       // null in a primary key or required index
+    NullInRequired,  // null in a column whose Required property is set
+    ZeroLength,      // empty text in a column that forbids it
     TextTooLong,
-    TypeMismatch,        // the value cannot become one of the column's type
-    NumericOverflow,     // outside the range of the column's type
+    TypeMismatch,     // the value cannot become one of the column's type
+    NumericOverflow,  // outside the range of the column's type
     RowTooLarge,
-    MissingParent,       // enforced relationship: no such parent row
-    HasChildren,         // enforced relationship: child rows exist
-    UnsupportedOrder,    // a text index of a sort order that cannot be written
-    RowGone,             // the row was deleted since its id was taken
-    RowChanged,          // the row is not as it was when it was read
-    Misuse               // a call in the wrong state: a fault of the caller
+    MissingParent,     // enforced relationship: no such parent row
+    HasChildren,       // enforced relationship: child rows exist
+    UnsupportedOrder,  // a text index of a sort order that cannot be written
+    RowGone,           // the row was deleted since its id was taken
+    RowChanged,        // the row is not as it was when it was read
+    Misuse             // a call in the wrong state: a fault of the caller
 };
 
 class Error : public std::runtime_error {

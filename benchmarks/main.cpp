@@ -66,9 +66,11 @@ int main(int argc, char** argv) {
     using namespace stelvan::bench;
     if (argc == 3 && std::string_view(argv[1]) == "--scan") return scanOnly(argv[2]);
     std::vector<char*> arguments(argv, argv + argc);
-    std::string repetitions = "--benchmark_repetitions=5";
-    std::string context = "--benchmark_min_time=0.2";
-    arguments.insert(arguments.begin() + 1, {repetitions.data(), context.data()});
+    // In turns, so that a busy moment of the machine strikes both sides.
+    std::string repetitions = "--benchmark_repetitions=7";
+    std::string minTime = "--benchmark_min_time=0.3";
+    std::string inTurns = "--benchmark_enable_random_interleaving=true";
+    arguments.insert(arguments.begin() + 1, {repetitions.data(), minTime.data(), inTurns.data()});
     int count = static_cast<int>(arguments.size());
     benchmark::Initialize(&count, arguments.data());
 

@@ -22,7 +22,10 @@ if(TARGET gem_database)
     install(FILES ${CMAKE_BINARY_DIR}/secs.log DESTINATION ${STELVAN_STATE_DIR}/log)
 endif()
 
+# The folders that the template's settings name belong to the prefix: configure with
+# -DCMAKE_INSTALL_PREFIX=/usr for a package that goes there.
 set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
 set(CPACK_PACKAGE_CONTACT "The Stelvan developers")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Editor for the SECS/GEM model of one piece of equipment")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)

@@ -40,13 +40,12 @@ class OwnedPages final : public PageAllocator {
 public:
     /// `freed` is the type byte that a page gets when it is given back, where the engine changes it.
     OwnedPages(PageFile& file, RecordPointer map, std::optional<PageType> freed = std::nullopt)
-        : file_(&file), free_(file), map_(file, map), freed_(freed) {}
+        : free_(file), map_(file, map), freed_(freed) {}
 
     [[nodiscard]] PageNumber allocate() override;
     void release(PageNumber page) override;
 
 private:
-    PageFile* file_;
     FreePages free_;
     UsageMapEditor map_;
     std::optional<PageType> freed_;

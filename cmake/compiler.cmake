@@ -20,9 +20,8 @@ endif()
 find_program(STELVAN_CCACHE ccache)
 if(STELVAN_CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER
-        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=time_macros,include_file_mtime
         CCACHE_NOHASHDIR=1 CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} ${STELVAN_CCACHE})
-    add_compile_options($<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
 endif()
 find_program(STELVAN_LLD ld.lld)
 if(STELVAN_LLD)

@@ -1,5 +1,7 @@
 #include "links/event_reports.h"
 
+#include <QLineEdit>
+
 #include "app/form/text.h"
 #include "links/link_rows.h"
 #include "links/query.h"

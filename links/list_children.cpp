@@ -1,5 +1,6 @@
 #include "links/list_children.h"
 
+#include <QLineEdit>
 #include <limits>
 
 #include "app/form/text.h"

@@ -1,5 +1,6 @@
 #include "links/report_variables.h"
 
+#include <QLineEdit>
 #include <algorithm>
 #include <set>
 #include <utility>

@@ -1,5 +1,6 @@
 #include "app/form/list_view.h"
 
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>

@@ -2,7 +2,9 @@
 // agree with the model after every step, nobody sees a box that the step does not call for, and the file is
 // sound at the end. STELVAN_WALK_STEPS and STELVAN_WALK_SEED lengthen or change the walk.
 #include <QAction>
+#include <QComboBox>
 #include <QLabel>
+#include <QTableView>
 #include <QTimer>
 #include <random>
 

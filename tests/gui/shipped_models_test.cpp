@@ -1,4 +1,7 @@
 // The shipped models in the window: every record of every category shows itself, and no box appears.
+#include <QLabel>
+#include <QTableView>
+
 #include "tests/support/window_bench.h"
 
 namespace stelvan::test {

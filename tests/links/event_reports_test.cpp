@@ -1,7 +1,9 @@
 // The reports of an event: pool and list as the file has them, and the link rows as a save writes them.
 #include "links/event_reports.h"
 
+#include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 
 #include "tests/links/link_bench.h"
 

@@ -1,6 +1,11 @@
 // A window with the link editors behind it, and the gestures with which a user works on their lists.
 #pragma once
 
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeWidget>
+
 #include "links/event_reports.h"
 #include "links/list_children.h"
 #include "links/report_variables.h"

@@ -2,6 +2,8 @@
 // while a format is changed to and fro.
 #include "links/list_children.h"
 
+#include <QLabel>
+
 #include "tests/links/link_bench.h"
 
 namespace stelvan::links {

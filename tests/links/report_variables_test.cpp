@@ -1,6 +1,8 @@
 // The variables of a report: both tables in one list, its text sort, its order while editing, its rights.
 #include "links/report_variables.h"
 
+#include <QLabel>
+#include <QPushButton>
 #include <algorithm>
 
 #include "tests/links/link_bench.h"

@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QPushButton>
+#include <QTreeWidget>
 #include <fstream>
 
 #include "tests/support/check_bench.h"

@@ -9,6 +9,7 @@
 #include <QMainWindow>
 #include <QMap>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QTabBar>
 #include <QTest>

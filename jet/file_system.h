@@ -22,6 +22,7 @@ struct FileStatus {
     std::uint64_t size = 0;
     std::int64_t modified = 0;  // nanoseconds
     std::int64_t changed = 0;   // nanoseconds; moves even where `modified` was set back
+    std::int64_t asked = 0;     // of an open file: just before this was read, by the clock of `changed`
     std::uint64_t names = 0;    // folder entries that lead to the file; 0 once it is deleted
     bool regular = false;
     bool folder = false;

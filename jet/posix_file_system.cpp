@@ -9,6 +9,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <ctime>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -56,6 +57,13 @@ constexpr std::int64_t nanoseconds(const timespec& time) {
     return static_cast<std::int64_t>(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
 }
 
+/// The time as the system writes it into files: it stands still for some milliseconds, then leaps.
+std::int64_t fileClock() {
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
+    return nanoseconds(now);
+}
+
 FileStatus toStatus(const struct stat& raw) {
     FileStatus status;
     status.device = raw.st_dev;
@@ -101,9 +109,12 @@ public:
     PosixFile& operator=(const PosixFile&) = delete;
 
     FileStatus status() override {
+        const std::int64_t asked = fileClock();
         struct stat raw {};
         if (::fstat(descriptor_, &raw) != 0) fail(path_, "examined");
-        return toStatus(raw);
+        FileStatus status = toStatus(raw);
+        status.asked = asked;
+        return status;
     }
 
     std::size_t readAt(std::uint64_t offset, std::span<std::uint8_t> into) override {

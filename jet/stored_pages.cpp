@@ -211,6 +211,7 @@ void StoredPages::writeChanges() {
     size_ = static_cast<std::uint64_t>(pages_) * kPageSize;
     if (PageCache::Frame* header = cache_.find(0)) setCommitSlot(header->bytes, facts.slotAfter);
     stamp_ = currentStamp();
+    stamp_.young = false;  // ours alone: the others wait for their turn
     locks_->readmit();
 }
 
@@ -265,6 +266,7 @@ StoredPages::Stamp StoredPages::currentStamp() {
     stamp.size = status.size;
     stamp.modified = status.modified;
     stamp.changed = status.changed;
+    stamp.young = status.changed >= status.asked;
     (void)file_->readAt(header::kCommitSlots, stamp.commitSlots);
     return stamp;
 }
@@ -272,7 +274,7 @@ StoredPages::Stamp StoredPages::currentStamp() {
 void StoredPages::lookAfresh(bool withTurn) {
     Stamp stamp = currentStamp();
     // Unchanged means that no writer has got as far as the file: a journal beside it could say nothing.
-    if (stamp == stamp_ && !unsettled_) return;
+    if (stamp == stamp_ && !stamp_.young && !unsettled_) return;
     if (commit_->leftOver() && commit_->mustPutBack()) {
         putBack(withTurn);
         stamp = currentStamp();

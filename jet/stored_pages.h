@@ -49,7 +49,13 @@ private:
         std::int64_t modified = 0;
         std::int64_t changed = 0;
         CommitSlots commitSlots{};
-        friend bool operator==(const Stamp&, const Stamp&) = default;
+        /// Taken in the tick of the clock in which the file was changed: another change in the same tick
+        /// would leave the dates as they are, so they prove nothing.
+        bool young = false;
+        friend bool operator==(const Stamp& a, const Stamp& b) {
+            return a.size == b.size && a.modified == b.modified && a.changed == b.changed &&
+                   a.commitSlots == b.commitSlots;
+        }
     };
 
     [[nodiscard]] PageCache::Frame& frameOf(PageNumber page) {

@@ -5,10 +5,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstring>
 #include <fstream>
 #include <functional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "jet/file_system.h"
@@ -52,6 +54,8 @@ protected:
         for (std::size_t slot = 0; slot < header::kCommitSlotCount; ++slot)
             bytes[header::kCommitSlots + 2 * slot + 1] = 1;
         PageFile::create(path_, bytes);
+        // A file that was made in this tick of the clock is looked at twice.
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
 
     std::shared_ptr<PageFile> open(Access access = Access::ReadWrite) const {
@@ -268,6 +272,15 @@ TEST_F(Pages, ChangesFromOutsideAreSeenAtTheNextScope) {
     const ReadScope scope(file);
     EXPECT_EQ(file->pageCount(), kCount + 2);
     EXPECT_NE(file->version(), version);
+}
+
+TEST_F(Pages, ChangesFromOutsideAreSeenHoweverQuicklyTheyFollow) {
+    const auto file = open();
+    for (std::uint64_t round = 0; round < 200; ++round) {
+        changeFromOutside(9, round);
+        const ReadScope scope(file);
+        ASSERT_EQ(wordOf(file->read(9)), round);
+    }
 }
 
 TEST_F(Pages, OwnCommitsKeepTheVersionAndWhatIsCached) {

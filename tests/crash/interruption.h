@@ -19,9 +19,9 @@ inline bool brokenForGood(Fault fault) {
     return fault == Fault::FullForever || fault == Fault::BrokenForever;
 }
 
-inline bool stopsTheProgram(Fault fault) {
-    return fault == Fault::Stop || fault == Fault::StopTorn;
-}
+/// The faults after which the same program goes on.
+inline constexpr Fault kEveryFailure[] = {Fault::NoSpace, Fault::FullForever, Fault::IoError,
+                                          Fault::BrokenForever};
 
 inline Outcome outcomeOf(const std::function<void()>& unit) {
     try {

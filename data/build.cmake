@@ -11,7 +11,7 @@ set(STELVAN_SHARE_DIR "${CMAKE_INSTALL_FULL_DATADIR}/stelvan" CACHE PATH
 set(STELVAN_STATE_DIR "${CMAKE_INSTALL_FULL_LOCALSTATEDIR}/lib/stelvan" CACHE PATH
     "Folder of model and log, as the settings of the shipped model name it")
 
-file(GLOB model_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/data/model/*.cpp)
+file(GLOB model_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/data/builder/*.cpp)
 add_library(stelvan_model_text STATIC ${model_sources})
 target_link_libraries(stelvan_model_text PUBLIC stelvan_options stelvan_jet)
 add_executable(build_gem_database data/build_gem_database.cpp)

@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <iterator>
 
-#include "data/model/build_model.h"
-#include "data/model/generated_model.h"
+#include "data/builder/build_model.h"
+#include "data/builder/generated_model.h"
 
 namespace {
 
@@ -21,7 +21,8 @@ struct Arguments {
 };
 
 void build(const Arguments& arguments) {
-    const Replacements folders = {{"@SHARE_DIR@", arguments.shareDir}, {"@STATE_DIR@", arguments.stateDir}};
+    const Replacements folders = {{"@SHARE_DIR@", arguments.shareDir},
+                                  {"@STATE_DIR@", arguments.stateDir}};
     std::vector<TableRows> tables;
     for (const std::string& folder : arguments.rows) {
         std::vector<TableRows> more = readTables(folder, folders);
@@ -41,7 +42,8 @@ int main(int argc, char** argv) {
     app.add_option("OUTPUT", arguments.output, "The file to make")->required();
     app.add_option("--schema", arguments.schema, "The tables")->required();
     app.add_option("--rows", arguments.rows, "Folder with TABLE.tsv; may be given again");
-    app.add_option("--share-dir", arguments.shareDir, "Folder of the shipped files, for the settings");
+    app.add_option("--share-dir", arguments.shareDir,
+                   "Folder of the shipped files, for the settings");
     app.add_option("--state-dir", arguments.stateDir, "Folder of model and log, for the settings");
     app.add_option("--variables", arguments.generated.variables, "Generated custom variables");
     app.add_option("--events", arguments.generated.events, "Generated custom events");

@@ -5,7 +5,7 @@ include(GNUInstallDirs)
 if(TARGET stelvan)
     install(TARGETS stelvan RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
     install(FILES packaging/stelvan.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-    install(FILES app/form/icons/stelvan.svg
+    install(FILES src/form/icons/stelvan.svg
             DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 endif()
 if(TARGET gemdb)

@@ -1,4 +1,5 @@
-// A record's whole way through the window: added, edited, saved, cancelled, deleted, and read from the file.
+// A record's whole way through the window: added, edited, saved, cancelled, deleted, and read from
+// the file.
 #include <QGroupBox>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -34,13 +35,16 @@ TEST_F(EditingFlow, AlarmIsAddedEditedAndDeleted) {
     press(nav().cmdNew);
     EXPECT_EQ(position(), "91 of 91");
     EXPECT_EQ(form().alm.txtAlmID->text(), "");  // the highest identifier is taken
-    typeAll(
-        {{"txtAlmName", "DoorOpen"}, {"txtAlmID", "900"}, {"txtAlmGroup", "Door"}, {"txtAlmText", "Open."}});
+    typeAll({{"txtAlmName", "DoorOpen"},
+             {"txtAlmID", "900"},
+             {"txtAlmGroup", "Door"},
+             {"txtAlmText", "Open."}});
     save();
     EXPECT_EQ(position(), "91 of 91");
-    EXPECT_EQ(query("SELECT alm_name, alm_group, alm_text, alm_set_ceid, alm_set_cename FROM secs_alarm "
-                    "WHERE alm_id = 900"),
-              QStringList{"DoorOpen|Door|Open.|0|NULL"});
+    EXPECT_EQ(
+        query("SELECT alm_name, alm_group, alm_text, alm_set_ceid, alm_set_cename FROM secs_alarm "
+              "WHERE alm_id = 900"),
+        QStringList{"DoorOpen|Door|Open.|0|NULL"});
 
     press(nav().cmdUpdate);
     EXPECT_FALSE(form().alm.txtAlmID->isOpen());
@@ -60,7 +64,8 @@ TEST_F(EditingFlow, RefusedSaveKeepsEverythingTypedAndWritesNothing) {
     press(nav().cmdNew);
     typeAll({{"txtEvtName", "Has Blank"}, {"txtEvtGroup", "G"}});
     press(nav().cmdSave);
-    EXPECT_EQ(dialogs.texts(), QStringList{"Record cannot be saved. Please correct the exception."});
+    EXPECT_EQ(dialogs.texts(),
+              QStringList{"Record cannot be saved. Please correct the exception."});
     EXPECT_EQ(state().editMode, form::EditMode::Adding);
     EXPECT_EQ(form().evt.txtEvtName->text(), "Has Blank");
     EXPECT_TRUE(form().evt.txtEvtName->isOpen());
@@ -86,8 +91,8 @@ TEST_F(EditingFlow, ReportsOfAnEventAreLinkedInTheOrderOfTheList) {
     for (int row = 0; row < 3; ++row)
         wanted << reports.selected->text(row, 1) + "|" + QString::number(row + 1);
     save();
-    EXPECT_EQ(query("SELECT rpt_id, rpt_order FROM secs_def_evt_rpt WHERE evt_id = " + id.toStdString() +
-                    " ORDER BY rpt_order"),
+    EXPECT_EQ(query("SELECT rpt_id, rpt_order FROM secs_def_evt_rpt WHERE evt_id = " +
+                    id.toStdString() + " ORDER BY rpt_order"),
               wanted);
     EXPECT_TRUE(reports.pool->isHidden());
     EXPECT_EQ(reports.selected->rowCount(), 3);
@@ -105,10 +110,11 @@ TEST_F(EditingFlow, VariableIsAddedWithItsFormatChosenFromTheList) {
     typeAndLeave("txtVarValue", "12");
     const std::string id = form().var.txtVarID->text().toStdString();
     save();
-    EXPECT_EQ(query("SELECT var_type, var_format, var_min, var_max, var_unit, var_val, var_defaultval, "
-                    "var_parentkey FROM secs_cusvar WHERE var_id = " +
-                    id),
-              QStringList{"DV|U4|0|0|NULL|12|0|0"});
+    EXPECT_EQ(
+        query("SELECT var_type, var_format, var_min, var_max, var_unit, var_val, var_defaultval, "
+              "var_parentkey FROM secs_cusvar WHERE var_id = " +
+              id),
+        QStringList{"DV|U4|0|0|NULL|12|0|0"});
     EXPECT_EQ(form().var.txtVarMin->text(), "");
 }
 
@@ -134,7 +140,8 @@ TEST_F(EditingFlow, SettingIsChosenInItsComboBox) {
     EXPECT_TRUE(form().stt.cmbSttValue->widget()->hasFocus());
     QTest::keyClick(form().stt.cmbSttValue->widget(), Qt::Key_Home);
     save();
-    EXPECT_EQ(query("SELECT set_value FROM secs_setting WHERE set_field = 'BaudRate'"), QStringList{"19200"});
+    EXPECT_EQ(query("SELECT set_value FROM secs_setting WHERE set_field = 'BaudRate'"),
+              QStringList{"19200"});
 }
 
 TEST_F(EditingFlow, CancelShowsTheStoredRecordAgain) {
@@ -188,7 +195,8 @@ TEST_F(EditingFlow, ShortcutsReachSaveAndCancel) {
     for (const Qt::Key key : {Qt::Key_S, Qt::Key_C}) {
         press(nav().cmdUpdate);
         QTest::keyClick(form().alm.txtAlmText->widget(), key, Qt::AltModifier);
-        ASSERT_TRUE(QTest::qWaitFor([this] { return state().editMode == form::EditMode::Browsing; }));
+        ASSERT_TRUE(
+            QTest::qWaitFor([this] { return state().editMode == form::EditMode::Browsing; }));
         EXPECT_TRUE(nav().cmdUpdate->hasFocus());
     }
     EXPECT_TRUE(dialogs.texts().isEmpty());

@@ -1,5 +1,5 @@
-// Files that are no model, or a damaged one: every failure is told, nothing is left on screen, and the file
-// stays as it was.
+// Files that are no model, or a damaged one: every failure is told, nothing is left on screen, and
+// the file stays as it was.
 #include <QAbstractItemModel>
 #include <QLabel>
 #include <QTabBar>
@@ -43,7 +43,8 @@ protected:
             form().tspData->setCurrentIndex(1);
             const QAbstractItemModel* rows = form().DBGridGEM->model();
             for (int row = 0; rows != nullptr && row < rows->rowCount(); ++row)
-                for (int column = 0; column < rows->columnCount(); ++column) rows->index(row, column).data();
+                for (int column = 0; column < rows->columnCount(); ++column)
+                    rows->index(row, column).data();
             form().tspData->setCurrentIndex(0);
         }
         return loaded;
@@ -51,14 +52,16 @@ protected:
 };
 
 TEST_F(ForeignFiles, FilesThatAreNoModelGiveOneReportForEachClick) {
-    for (const char* name : {"access97", "access2007", "text_file", "zero_length", "wrong_signature"}) {
+    for (const char* name :
+         {"access97", "access2007", "text_file", "zero_length", "wrong_signature"}) {
         const auto copy = scratch.copyOf(sample(std::string("refused/") + name + "/gem.mdb"));
         const std::string before = bytesOf(copy);
         window->start(form::toQt(copy.string()));
         EXPECT_EQ(browseAll(), 0) << name;
         EXPECT_EQ(bytesOf(copy), before) << name;
         for (const QString& text : dialogs.texts())
-            EXPECT_TRUE(text.startsWith("ERROR(-2147467259) [frmMain.lLoadData.0]: ")) << text.toStdString();
+            EXPECT_TRUE(text.startsWith("ERROR(-2147467259) [frmMain.lLoadData.0]: "))
+                << text.toStdString();
     }
 }
 
@@ -78,7 +81,8 @@ TEST_F(ForeignFiles, DamagedModelsAreShownAsFarAsTheyCanBeRead) {
 }
 
 TEST_F(ForeignFiles, MissingFileAndFolderAreReported) {
-    for (const std::string& path : {std::string("/no/such/folder/gem.mdb"), scratch.path().string()}) {
+    for (const std::string& path :
+         {std::string("/no/such/folder/gem.mdb"), scratch.path().string()}) {
         dialogs.messages.clear();
         window->start(form::toQt(path));
         EXPECT_EQ(browseAll(), 0);

@@ -8,7 +8,7 @@
 #include <QTest>
 #include <fstream>
 
-#include "app/form/text.h"
+#include "form/text.h"
 #include "tests/support/samples.h"
 #include "tests/support/scripted_dialogs.h"
 
@@ -22,13 +22,15 @@ protected:
         dialog.show();
         QApplication::setActiveWindow(&dialog);
     }
-    [[nodiscard]] QLineEdit& path() const { return *dialog.findChild<QLineEdit*>("txtGEMDatabase"); }
+    [[nodiscard]] QLineEdit& path() const {
+        return *dialog.findChild<QLineEdit*>("txtGEMDatabase");
+    }
     [[nodiscard]] QPushButton& button(const char* name) const {
         return *dialog.findChild<QPushButton*>(name);
     }
 
     QStringList failures;
-    ErrorInfo errors{[this](const std::string& line) { failures << form::toQt(line); }};
+    base::ErrorInfo errors{[this](const std::string& line) { failures << form::toQt(line); }};
     test::ScriptedDialogs boxes;
     FrmGEMDatabase dialog{errors, boxes, QString()};
 
@@ -39,7 +41,8 @@ protected:
 };
 
 TEST_F(FrmGemDatabaseTest, GemMdbIsAcceptedInAnyCaseOfItsNameAndRefusedWithACapitalExtension) {
-    for (const char* good : {"C:\\data\\gem.mdb", "C:\\data\\GEM.mdb", "/home/u/data/gem.mdb", "./Gem.mdb"}) {
+    for (const char* good :
+         {"C:\\data\\gem.mdb", "C:\\data\\GEM.mdb", "/home/u/data/gem.mdb", "./Gem.mdb"}) {
         FrmGEMDatabase fresh(errors, boxes, QString());
         fresh.findChild<QLineEdit*>("txtGEMDatabase")->setText(good);
         fresh.cmdLoad_Click();

@@ -60,7 +60,8 @@ protected:
             EXPECT_FALSE(field->isOpen());
             EXPECT_EQ(field->text(), field->kind() == form::Field::Kind::Check ? "0" : "");
         }
-        for (const auto* editor : {&form().var.children, &form().rpt.variables, &form().evt.reports}) {
+        for (const auto* editor :
+             {&form().var.children, &form().rpt.variables, &form().evt.reports}) {
             EXPECT_TRUE(editor->pool->isHidden());
             EXPECT_EQ(editor->selected->rowCount(), 0);
         }

@@ -1,5 +1,5 @@
-// A window with everything up to the browser behind it, on a copy of a sample model; edit mode and control
-// access, which lie further up, only note their calls.
+// A window with everything up to the browser behind it, on a copy of a sample model; edit mode and
+// control access, which lie further up, only note their calls.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,14 +13,14 @@
 #include <QTest>
 #include <QTreeWidget>
 
-#include "app/form/text.h"
 #include "browser/category_table.h"
 #include "browser/category_tree.h"
 #include "browser/grid_view.h"
 #include "browser/record_view.h"
+#include "checks/value_checks.h"
+#include "form/text.h"
 #include "tests/support/samples.h"
 #include "tests/support/scripted_dialogs.h"
-#include "validation/value_checks.h"
 
 namespace stelvan::test {
 
@@ -31,13 +31,13 @@ protected:
     form::MainState state;
     ScriptedDialogs dialogs;
     QStringList failures;
-    ErrorInfo errors{[this](const std::string& line) { failures << form::toQt(line); }};
-    ErrorCatalogue catalogue = lInitErrInfo();
+    base::ErrorInfo errors{[this](const std::string& line) { failures << form::toQt(line); }};
+    gem::ErrorCatalogue catalogue = gem::lInitErrInfo();
     db::DataSource adoGEM;
     db::Operations operations{errors, state.databasePath, adoGEM, state.current};
-    validation::ExceptionBox box{*form.txtErrLog, dialogs, errors, catalogue};
-    validation::RecordChecks checks{form, errors, box};
-    validation::VariableFormat format{form.var, state, checks};
+    checks::ExceptionBox box{*form.txtErrLog, dialogs, errors, catalogue};
+    checks::RecordChecks checks{form, errors, box};
+    checks::VariableFormat format{form.var, state, checks};
     links::EventReports eventReports{form.evt, operations};
     links::ReportVariables reportVariables{form.rpt, form.nav, operations};
     links::ListChildren listChildren{form.var, state, operations, dialogs};
@@ -66,12 +66,15 @@ protected:
             view.lUpdateNavigator();
             view.lDisplayField();
         };
-        QObject::connect(form.tspData, &QTabBar::currentChanged, &window, [this] { grid.tspData_Click(); });
+        QObject::connect(form.tspData, &QTabBar::currentChanged, &window,
+                         [this] { grid.tspData_Click(); });
         window.show();
         QApplication::setActiveWindow(&window);
     }
 
-    void useModel(const std::string& name) { state.databasePath = scratch.copyOf(sample(name)).string(); }
+    void useModel(const std::string& name) {
+        state.databasePath = scratch.copyOf(sample(name)).string();
+    }
 
     void click(const char* key) { tree.tvwSECSItem_NodeClick(QLatin1String(key)); }
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "validation/reporting/run_time_error.h"
+#include "base/run_time_error.h"
 
 namespace stelvan::browser {
 namespace {
@@ -24,7 +24,8 @@ TEST(CategoryTable, HoldsTheElevenCategoriesInOrder) {
         {"CSTEVT", 3, "Custom Collection Events", "select * from secs_cusevent"},
         {"CSTVDV", 1, "Custom Data Variables", "select * from secs_cusvar where var_type = 'DV'"},
         {"CSTVSV", 1, "Custom Status Variables", "select * from secs_cusvar where var_type = 'SV'"},
-        {"CSTVEC", 1, "Custom Equipment Constants", "select * from secs_cusvar where var_type = 'EC'"},
+        {"CSTVEC", 1, "Custom Equipment Constants",
+         "select * from secs_cusvar where var_type = 'EC'"},
         {"GEMSTT", 5, "Protocol Settings", "select * from secs_setting"},
         {"CSTRPT", 6, "Custom Reports", "select * from secs_report"}};
     CategoryTable table;
@@ -57,7 +58,7 @@ TEST(CategoryTable, IndexOutsideIsABoundsFailure) {
         try {
             (void)table.at(static_cast<std::int16_t>(index));
             ADD_FAILURE() << index;
-        } catch (const RunTimeError& failure) {
+        } catch (const base::RunTimeError& failure) {
             EXPECT_EQ(failure.number(), 9);
         }
     }

@@ -13,7 +13,9 @@ protected:
         BrowserBench::SetUp();
         useModel("gem.mdb");
     }
-    [[nodiscard]] QTreeWidgetItem* node(int index) const { return form.tvwSECSItem->topLevelItem(index - 1); }
+    [[nodiscard]] QTreeWidgetItem* node(int index) const {
+        return form.tvwSECSItem->topLevelItem(index - 1);
+    }
     void clickNode(int index) {
         QTest::mouseClick(form.tvwSECSItem->viewport(), Qt::LeftButton, {},
                           form.tvwSECSItem->visualItemRect(node(index)).center());
@@ -27,7 +29,8 @@ TEST_F(CategoryTreeTest, TreeHoldsElevenNodesWithPicturesAndNoChildren) {
     for (int i = 1; i <= 11; ++i) {
         EXPECT_EQ(node(i)->childCount(), 0);
         const QIcon icon = node(i)->icon(0);
-        EXPECT_NE(icon.pixmap(16, QIcon::Normal).toImage(), icon.pixmap(16, QIcon::Selected).toImage());
+        EXPECT_NE(icon.pixmap(16, QIcon::Normal).toImage(),
+                  icon.pixmap(16, QIcon::Selected).toImage());
     }
     tree.buildNodes();
     EXPECT_EQ(form.tvwSECSItem->topLevelItemCount(), 11);
@@ -57,7 +60,8 @@ TEST_F(CategoryTreeTest, ClickingProtocolSettingsShowsFrameFive) {
 TEST_F(CategoryTreeTest, ClickingCustomReportsShowsFrameSixWithTheColumnsOfItsVariables) {
     clickNode(11);
     EXPECT_EQ(form.frontFrame(), 6);
-    EXPECT_EQ(form.rpt.variables.selected->headers(), (QStringList{"Name", "ID", "Type", "Gem", "Order"}));
+    EXPECT_EQ(form.rpt.variables.selected->headers(),
+              (QStringList{"Name", "ID", "Type", "Gem", "Order"}));
 }
 
 TEST_F(CategoryTreeTest, ClickingEventsGivesTheReportListItsTwoColumnsAndRows) {
@@ -135,11 +139,12 @@ TEST_F(CategoryTreeTest, DraggingOverNodesSelectsNoneWithoutALoad) {
     QWidget* port = form.tvwSECSItem->viewport();
     QTest::mousePress(port, Qt::LeftButton, {}, form.tvwSECSItem->visualItemRect(node(1)).center());
     QMouseEvent move(QEvent::MouseMove, form.tvwSECSItem->visualItemRect(node(4)).center(),
-                     port->mapToGlobal(form.tvwSECSItem->visualItemRect(node(4)).center()), Qt::NoButton,
-                     Qt::LeftButton, Qt::NoModifier);
+                     port->mapToGlobal(form.tvwSECSItem->visualItemRect(node(4)).center()),
+                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(port, &move);
     EXPECT_EQ(form.tvwSECSItem->currentItem(), node(1));
-    QTest::mouseRelease(port, Qt::LeftButton, {}, form.tvwSECSItem->visualItemRect(node(4)).center());
+    QTest::mouseRelease(port, Qt::LeftButton, {},
+                        form.tvwSECSItem->visualItemRect(node(4)).center());
     EXPECT_EQ(form.tvwSECSItem->currentItem(), node(1));
 }
 
@@ -171,8 +176,8 @@ TEST_F(CategoryTreeTest, FailedLoadIsReportedOnceAndLeavesNothingOfAnyRecord) {
     EXPECT_EQ(form.statusPanel->text(), "");
     EXPECT_EQ(form.alm.txtAlmName->text(), "");
     EXPECT_EQ(form.tspData->currentIndex(), 0);
-    for (const QPushButton* button :
-         {form.nav.cmdNew, form.nav.cmdUpdate, form.nav.cmdDelete, form.nav.cmdPrevious, form.nav.cmdNext})
+    for (const QPushButton* button : {form.nav.cmdNew, form.nav.cmdUpdate, form.nav.cmdDelete,
+                                      form.nav.cmdPrevious, form.nav.cmdNext})
         EXPECT_FALSE(button->isEnabled());
     state.databasePath = good;
     clickNode(7);

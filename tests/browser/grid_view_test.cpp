@@ -38,7 +38,8 @@ TEST_F(GridViewTest, VariableCategoryShowsItsRowsWithTwoColumnsHiddenAndFlagsAsW
     EXPECT_EQ(cell(0, "var_id"), form.var.txtVarID->text());
     for (int c = 0; c < rows()->columnCount(); ++c) {
         const QString name = rows()->headerData(c, Qt::Horizontal).toString();
-        EXPECT_EQ(form.DBGridGEM->isColumnHidden(c), name == "var_loadchild" || name == "var_canadd")
+        EXPECT_EQ(form.DBGridGEM->isColumnHidden(c),
+                  name == "var_loadchild" || name == "var_canadd")
             << name.toStdString();
     }
     for (int r = 0; r < rows()->rowCount(); ++r)
@@ -61,7 +62,8 @@ TEST_F(GridViewTest, AlarmCategoryHidesNoColumnAndKeepsDefaultWidths) {
     click("CSTALM");
     for (int c = 0; c < rows()->columnCount(); ++c) {
         EXPECT_FALSE(form.DBGridGEM->isColumnHidden(c));
-        EXPECT_EQ(form.DBGridGEM->columnWidth(c), form.DBGridGEM->horizontalHeader()->defaultSectionSize());
+        EXPECT_EQ(form.DBGridGEM->columnWidth(c),
+                  form.DBGridGEM->horizontalHeader()->defaultSectionSize());
     }
     EXPECT_TRUE(QStringList({"TRUE", "FALSE"}).contains(cell(0, "alm_enable")));
 }
@@ -72,8 +74,8 @@ TEST_F(GridViewTest, WidthsOfVariablesFollowTheCaptionsAndNeverClipThem) {
     const QHeaderView* header = form.DBGridGEM->horizontalHeader();
     for (int c = 0; c < rows()->columnCount(); ++c) {
         if (form.DBGridGEM->isColumnHidden(c)) continue;
-        const int caption =
-            header->fontMetrics().horizontalAdvance(rows()->headerData(c, Qt::Horizontal).toString());
+        const int caption = header->fontMetrics().horizontalAdvance(
+            rows()->headerData(c, Qt::Horizontal).toString());
         EXPECT_GE(form.DBGridGEM->columnWidth(c), static_cast<int>(caption * 1.2));
         EXPECT_GE(form.DBGridGEM->columnWidth(c), header->sectionSizeHint(c));
     }

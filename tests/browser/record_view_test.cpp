@@ -88,7 +88,8 @@ TEST_F(RecordViewTest, GemListVariableClosesEditWhenReachedByMovingAnyOtherOpens
         click(key);
         for (std::int32_t n = state.current.records->recordCount(); n > 1; --n) {
             view.cmdNext_Click();
-            EXPECT_EQ(form.nav.cmdUpdate->isEnabled(), form.var.cmbVarFormat->text().toUpper() != "L")
+            EXPECT_EQ(form.nav.cmdUpdate->isEnabled(),
+                      form.var.cmbVarFormat->text().toUpper() != "L")
                 << form.var.txtVarID->text().toStdString();
         }
     }
@@ -114,12 +115,14 @@ TEST_F(RecordViewTest, PlaceholdersOfLimitsAndUnitShowAsBlank) {
         const char* shownMinimum;
         const char* shownMaximum;
     };
-    const Case cases[] = {{"0", "100", "0", "100"},   {"0", "NULL", "", ""},  {" null ", "", "", ""},
-                          {"NULL", "5", "NULL", "5"}, {"-5", "0", "-5", "0"}, {"0", "0", "", ""}};
+    const Case cases[] = {{"0", "100", "0", "100"}, {"0", "NULL", "", ""},
+                          {" null ", "", "", ""},   {"NULL", "5", "NULL", "5"},
+                          {"-5", "0", "-5", "0"},   {"0", "0", "", ""}};
     click("CSTVSV");
     const std::string id = form.var.txtVarID->text().toStdString();
     for (const Case& c : cases) {
-        execute("UPDATE secs_cusvar SET var_min='" + std::string(c.minimum) + "', var_max='" + c.maximum +
+        execute("UPDATE secs_cusvar SET var_min='" + std::string(c.minimum) + "', var_max='" +
+                c.maximum +
                 "', var_unit='null', var_val='0', var_defaultval=' Null ' WHERE var_id=" + id);
         click("CSTVSV");
         EXPECT_EQ(form.var.txtVarMin->text(), c.shownMinimum) << c.minimum << "/" << c.maximum;

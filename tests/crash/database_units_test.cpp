@@ -1,5 +1,6 @@
-// Units of work on rows, long values, indexes and a relationship, interrupted at every operation: rows and
-// structure are as before or as after, by reading them back and by the checker of the format.
+// Units of work on rows, long values, indexes and a relationship, interrupted at every operation:
+// rows and structure are as before or as after, by reading them back and by the checker of the
+// format.
 
 #include <gtest/gtest.h>
 
@@ -51,7 +52,8 @@ jet::IndexInfo index(std::string name, std::size_t onColumn, bool primary = fals
 /// A text that only this row and version has, of any length.
 std::string textOf(int id, int version, std::size_t length) {
     std::string text = "row " + std::to_string(id) + " version " + std::to_string(version) + " ";
-    while (text.size() < length) text += static_cast<char>('a' + (text.size() * 7 + text.size() / 11) % 26);
+    while (text.size() < length)
+        text += static_cast<char>('a' + (text.size() * 7 + text.size() / 11) % 26);
     return text;
 }
 
@@ -68,13 +70,14 @@ void build(const fs::path& path) {
                      column("report", ColumnType::Long)};
     links.indexes = {index("PrimaryKey", kId, true), index("name", kName)};
     database.createTable(links);
-    database.createRelationship({"ReportsLinks", "Reports", {"id"}, "Links", {"report"}, true, false, false});
+    database.createRelationship(
+        {"ReportsLinks", "Reports", {"id"}, "Links", {"report"}, true, false, false});
 
     jet::UnitOfWork unit(database);
     for (int id = 1; id <= 120; ++id) {
         const std::size_t length = id % 10 == 0 ? 9000 : id % 3 == 0 ? 1500 : 20;
-        database.table("Reports").insert(
-            std::vector<ColumnValue>{{kId, id}, {kName, textOf(id, 1, 80)}, {kText, textOf(id, 1, length)}});
+        database.table("Reports").insert(std::vector<ColumnValue>{
+            {kId, id}, {kName, textOf(id, 1, 80)}, {kText, textOf(id, 1, length)}});
         database.table("Links").insert(
             std::vector<ColumnValue>{{kId, id}, {kName, textOf(id, 1, 60)}, {kParent, id}});
     }
@@ -94,14 +97,16 @@ void changeMuch(Database& database) {
     jet::Table& links = database.table("Links");
     jet::Table& reports = database.table("Reports");
     for (int id = 201; id <= 215; ++id) {
-        links.insert(std::vector<ColumnValue>{{kId, id}, {kName, textOf(id, 2, 90)}, {kParent, id}});
-        reports.insert(std::vector<ColumnValue>{
-            {kId, id}, {kName, textOf(id, 2, 90)}, {kText, textOf(id, 2, id % 5 == 0 ? 12000 : 700)}});
+        links.insert(
+            std::vector<ColumnValue>{{kId, id}, {kName, textOf(id, 2, 90)}, {kParent, id}});
+        reports.insert(std::vector<ColumnValue>{{kId, id},
+                                                {kName, textOf(id, 2, 90)},
+                                                {kText, textOf(id, 2, id % 5 == 0 ? 12000 : 700)}});
     }
     for (const int id : {3, 10, 40, 77}) {
         const std::size_t length = id == 10 ? 30 : 5000;
-        reports.update(rowOf(reports, id),
-                       std::vector<ColumnValue>{{kText, textOf(id, 2, length)}, {kName, textOf(id, 2, 100)}});
+        reports.update(rowOf(reports, id), std::vector<ColumnValue>{{kText, textOf(id, 2, length)},
+                                                                    {kName, textOf(id, 2, 100)}});
     }
     for (const int id : {20, 21, 22, 60}) {
         links.erase(rowOf(links, id));
@@ -173,10 +178,11 @@ protected:
                              const std::string& where) const {
         const bool before = found == before_;
         const bool after = found == after_;
-        EXPECT_TRUE((before && beforeAllowed) || (after && afterAllowed)) << where
-                                                                          << (before  ? ": as before"
-                                                                              : after ? ": as after"
-                                                                                      : ": neither");
+        EXPECT_TRUE((before && beforeAllowed) || (after && afterAllowed))
+            << where
+            << (before  ? ": as before"
+                : after ? ": as after"
+                        : ": neither");
     }
 
     using FileSystemOverride = jet::FileSystemOverride;
@@ -207,7 +213,8 @@ TEST_P(InterruptedUnit, LeavesRowsAndStructureAsBeforeOrAsAfter) {
             expectBeforeOrAfter(inspect(folder / "gem.mdb"), mayBeBefore(outcome), true,
                                 where + ", power cut " + std::to_string(seed));
         }
-        expectBeforeOrAfter(inspect(path), mayBeBefore(outcome), mayBeAfter(outcome, GetParam()), where);
+        expectBeforeOrAfter(inspect(path), mayBeBefore(outcome), mayBeAfter(outcome, GetParam()),
+                            where);
     }
 }
 
@@ -248,12 +255,14 @@ void changeAtRandom(Database& database, std::mt19937& random) {
         links.erase(rowOf(links, id));
         reports.erase(rowOf(reports, id));
     } else {
-        links.insert(std::vector<ColumnValue>{{kId, id}, {kName, textOf(id, 3, 70)}, {kParent, id}});
-        reports.insert(
-            std::vector<ColumnValue>{{kId, id}, {kName, textOf(id, 3, 70)}, {kText, textOf(id, 3, length)}});
+        links.insert(
+            std::vector<ColumnValue>{{kId, id}, {kName, textOf(id, 3, 70)}, {kParent, id}});
+        reports.insert(std::vector<ColumnValue>{
+            {kId, id}, {kName, textOf(id, 3, 70)}, {kText, textOf(id, 3, length)}});
     }
     const int other = std::uniform_int_distribution<int>(1, 120)(random);
-    reports.update(rowOf(reports, other), std::vector<ColumnValue>{{kText, textOf(other, id, length)}});
+    reports.update(rowOf(reports, other),
+                   std::vector<ColumnValue>{{kText, textOf(other, id, length)}});
     unit.commit();
 }
 

@@ -38,7 +38,8 @@ public:
 
     void writeAt(std::uint64_t offset, std::span<const std::uint8_t> bytes) override {
         const bool torn = files_.step();
-        if (torn) bytes = bytes.first(bytes.size() / 2 / kSector * kSector);  // a sector is never torn
+        if (torn)
+            bytes = bytes.first(bytes.size() / 2 / kSector * kSector);  // a sector is never torn
         remember({false, offset, {bytes.begin(), bytes.end()}, false});
         real_->writeAt(offset, bytes);
         if (torn) throw Crash{};
@@ -58,7 +59,8 @@ public:
             node_->abandoned = node_->changes.size();
             throw;
         }
-        for (std::size_t i = node_->abandoned; i < node_->changes.size(); ++i) node_->changes[i].sure = true;
+        for (std::size_t i = node_->abandoned; i < node_->changes.size(); ++i)
+            node_->changes[i].sure = true;
         if (node_->abandoned > 0) return;
         node_->changes.clear();
         node_->durable.reset();
@@ -103,7 +105,9 @@ bool FaultyFileSystem::step() {
     }
     const bool now = operations_ == failAt_;
     const bool since = failAt_ != 0 && operations_ >= failAt_;
-    const auto fail = [](jet::ErrorKind kind) { throw jet::Error(kind, "a fault made by the test"); };
+    const auto fail = [](jet::ErrorKind kind) {
+        throw jet::Error(kind, "a fault made by the test");
+    };
     switch (fault_) {
         case Fault::Stop:
             if (now) {
@@ -215,12 +219,14 @@ void FaultyFileSystem::powerCut(const fs::path& folder, std::uint32_t seed) cons
     std::mt19937 random(seed);
     fs::create_directories(folder);
     for (const auto& [path, history] : names_) {
-        const std::size_t choice = std::uniform_int_distribution<std::size_t>(0, history.size() - 1)(random);
+        const std::size_t choice =
+            std::uniform_int_distribution<std::size_t>(0, history.size() - 1)(random);
         const std::shared_ptr<Node>& node = history[choice];
         const fs::path target = folder / path.filename();
         fs::remove(target);
         if (node == nullptr) continue;
-        const Content content = node->durable.has_value() ? randomState(*node, random) : contentOf(path);
+        const Content content =
+            node->durable.has_value() ? randomState(*node, random) : contentOf(path);
         std::ofstream(target, std::ios::binary)
             .write(reinterpret_cast<const char*>(content.data()),
                    static_cast<std::streamsize>(content.size()));

@@ -1,10 +1,10 @@
 // A file system that fails on demand, over real files: the engine runs on it as on any other.
 //
-// It counts the operations that change something (and syncs). At a chosen one it stops the program (every
-// later operation throws Crash), runs out of space or reports a write error. It also remembers which
-// writes, resizes, new names and removals were not synced yet, so that powerCut() can show what a medium
-// might hold after the power failed: any subset of them, in pieces. Syncs are only noted, never carried
-// out: the tests do not have to wait for the disk.
+// It counts the operations that change something (and syncs). At a chosen one it stops the program
+// (every later operation throws Crash), runs out of space or reports a write error. It also
+// remembers which writes, resizes, new names and removals were not synced yet, so that powerCut()
+// can show what a medium might hold after the power failed: any subset of them, in pieces. Syncs
+// are only noted, never carried out: the tests do not have to wait for the disk.
 #pragma once
 
 #include <cstdint>
@@ -74,10 +74,12 @@ private:
         std::vector<Change> changes;
         std::size_t abandoned = 0;  // so many of them a failed sync has given up on
     };
-    /// What a name may lead to after a power failure: the files it led to since the folder was synced.
+    /// What a name may lead to after a power failure: the files it led to since the folder was
+    /// synced.
     using History = std::vector<std::shared_ptr<Node>>;
 
-    /// Counts; true if the operation is to fail in the middle (StopTorn); throws if it fails at once.
+    /// Counts; true if the operation is to fail in the middle (StopTorn); throws if it fails at
+    /// once.
     bool step();
     void requireAlive() const {
         if (stopped_) throw Crash{};

@@ -1,4 +1,5 @@
-// What the tests of interrupted units share: the faults, how a unit ended, and what may be found then.
+// What the tests of interrupted units share: the faults, how a unit ended, and what may be found
+// then.
 #pragma once
 
 #include <cstdint>

@@ -20,9 +20,11 @@ std::uint64_t mark(jet::PageNumber page, std::uint64_t generation) {
 
 }  // namespace
 
-void NumberedPages::fill(jet::WritablePageBytes bytes, jet::PageNumber page, std::uint64_t generation) {
+void NumberedPages::fill(jet::WritablePageBytes bytes, jet::PageNumber page,
+                         std::uint64_t generation) {
     const std::uint64_t word = mark(page, generation);
-    for (std::size_t i = 0; i < checkedSize(page); i += kWord) std::memcpy(bytes.data() + i, &word, kWord);
+    for (std::size_t i = 0; i < checkedSize(page); i += kWord)
+        std::memcpy(bytes.data() + i, &word, kWord);
 }
 
 void NumberedPages::create(const std::filesystem::path& path, jet::PageNumber pages) {

@@ -1,5 +1,5 @@
-// A unit of work is interrupted at every operation in every way; what is found afterwards is always the
-// file before it or after it.
+// A unit of work is interrupted at every operation in every way; what is found afterwards is always
+// the file before it or after it.
 
 #include <gtest/gtest.h>
 
@@ -52,7 +52,8 @@ protected:
         return NumberedPages::generations(*file);
     }
 
-    static void expectBeforeOrAfter(const Generations& found, Outcome outcome, const std::string& where) {
+    static void expectBeforeOrAfter(const Generations& found, Outcome outcome,
+                                    const std::string& where) {
         const bool before = found == kBefore && mayBeBefore(outcome);
         const bool after = found == kAfter && mayBeAfter(outcome, GetParam());
         EXPECT_TRUE(before || after) << where << ": " << toText(found);
@@ -66,7 +67,8 @@ protected:
             fs::remove_all(folder);
             files.powerCut(folder, seed);
             const Generations found = reopened(folder / "gem.mdb");
-            // What failed and was put back may, when the power fails too, be found done; never half.
+            // What failed and was put back may, when the power fails too, be found done; never
+            // half.
             const Outcome judged = outcome == Outcome::Failed ? Outcome::Crashed : outcome;
             expectBeforeOrAfter(found, judged, where + ", power cut " + std::to_string(seed));
             EXPECT_FALSE(fs::exists(folder / "gem.mdb-journal")) << where;
@@ -149,14 +151,15 @@ TEST_P(InterruptedUndo, IsFinishedByTheNextOne) {
             }
             if (!files.stopped()) break;
             ++stops;
-            expectSafeAgainstPowerCuts(files, outcome,
-                                       "operations " + std::to_string(n) + ", " + std::to_string(m));
+            expectSafeAgainstPowerCuts(
+                files, outcome, "operations " + std::to_string(n) + ", " + std::to_string(m));
         }
     }
     EXPECT_GT(stops, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryFault, InterruptedUndo, ::testing::Values(Fault::NoSpace, Fault::IoError));
+INSTANTIATE_TEST_SUITE_P(EveryFault, InterruptedUndo,
+                         ::testing::Values(Fault::NoSpace, Fault::IoError));
 
 class InterruptedRecovery : public InterruptedCommit {};
 
@@ -180,7 +183,8 @@ TEST_P(InterruptedRecovery, CanBeTakenUpByTheNextOne) {
             FaultyFileSystem second;
             second.failAt(m, GetParam());
             try {
-                const auto file = jet::PageFile::open(again / "gem.mdb", jet::Access::ReadWrite, second);
+                const auto file =
+                    jet::PageFile::open(again / "gem.mdb", jet::Access::ReadWrite, second);
                 const jet::ReadScope scope(file);
                 (void)file->read(0);
             } catch (const Crash&) {
@@ -188,8 +192,9 @@ TEST_P(InterruptedRecovery, CanBeTakenUpByTheNextOne) {
             }
             if (second.operations() < m) break;
             ++recoveries;
-            expectSafeAgainstPowerCuts(second, Outcome::Crashed,
-                                       "operations " + std::to_string(n) + ", " + std::to_string(m));
+            expectSafeAgainstPowerCuts(
+                second, Outcome::Crashed,
+                "operations " + std::to_string(n) + ", " + std::to_string(m));
         }
     }
     EXPECT_GT(recoveries, 0);

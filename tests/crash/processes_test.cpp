@@ -20,7 +20,8 @@ using namespace std::chrono_literals;
 
 constexpr jet::PageNumber kPages = 24;
 
-/// One unit of work: every page goes from generation g to g + 1; now and then the file grows. Returns g + 1.
+/// One unit of work: every page goes from generation g to g + 1; now and then the file grows.
+/// Returns g + 1.
 std::uint64_t advance(const std::shared_ptr<jet::PageFile>& file) {
     jet::WriteScope unit(file);
     const std::vector<std::uint64_t> before = NumberedPages::generations(*file);
@@ -35,8 +36,9 @@ std::uint64_t advance(const std::shared_ptr<jet::PageFile>& file) {
 /// The generation that all pages show, 0 where they differ.
 std::uint64_t commonGeneration(jet::PageFile& file) {
     const std::vector<std::uint64_t> found = NumberedPages::generations(file);
-    return std::ranges::all_of(found, [&](std::uint64_t g) { return g == found.front(); }) ? found.front()
-                                                                                           : 0;
+    return std::ranges::all_of(found, [&](std::uint64_t g) { return g == found.front(); })
+               ? found.front()
+               : 0;
 }
 
 class Processes : public ::testing::Test {
@@ -80,7 +82,8 @@ TEST_F(Processes, AKilledWriterLeavesAWholeUnitAndLosesNoneThatWasDone) {
             std::chrono::microseconds(std::uniform_int_distribution<int>(300, 9000)(random)));
         writer.kill();
         const std::uint64_t now = found();
-        EXPECT_TRUE(now == *done || now == *done + 1) << "round " << round << ": " << now << ", " << *done;
+        EXPECT_TRUE(now == *done || now == *done + 1)
+            << "round " << round << ": " << now << ", " << *done;
         *done = now;
         EXPECT_FALSE(fs::exists(path_.string() + "-journal"));
     }

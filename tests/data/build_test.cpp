@@ -6,7 +6,7 @@
 #include <array>
 #include <fstream>
 
-#include "data/model/build_model.h"
+#include "data/builder/build_model.h"
 #include "jet/row_reader.h"
 #include "jet/value_text.h"
 #include "tests/data/model_texts.h"
@@ -19,9 +19,9 @@ namespace {
 namespace fs = std::filesystem;
 
 const std::string kTemplates = STELVAN_BINARY_DIR "/share/stelvan/";
-const std::vector<std::string> kTables = {"secs_alarm",    "secs_cusevent", "secs_cusvar", "secs_def_evt_rpt",
-                                          "secs_gemevent", "secs_gemvar",   "secs_report", "secs_rpt_var",
-                                          "secs_setting",  "var_limit"};
+const std::vector<std::string> kTables = {
+    "secs_alarm",  "secs_cusevent", "secs_cusvar",  "secs_def_evt_rpt", "secs_gemevent",
+    "secs_gemvar", "secs_report",   "secs_rpt_var", "secs_setting",     "var_limit"};
 
 struct Template {
     const char* file;
@@ -62,7 +62,8 @@ TEST_P(TemplateTest, HasNoNullAnywhere) {
         const jet::TableInfo info = table.info();
         for (const auto rows = table.scan(jet::allColumns(info)); rows->next();) {
             for (std::size_t column = 0; column < info.columns.size(); ++column) {
-                EXPECT_FALSE(jet::isNull(rows->value(column))) << name << "." << info.columns[column].name;
+                EXPECT_FALSE(jet::isNull(rows->value(column)))
+                    << name << "." << info.columns[column].name;
             }
         }
     }
@@ -75,7 +76,8 @@ TEST_P(TemplateTest, PassesTheStructureCheck) {
 
 TEST_P(TemplateTest, IsTheSameForMdbtools) {
     if (!fs::exists("/usr/bin/mdb-export")) GTEST_SKIP() << "mdbtools are absent";
-    std::vector<std::string> tables = splitLines(runProgram("/usr/bin/mdb-tables", {"-1", file_}).out);
+    std::vector<std::string> tables =
+        splitLines(runProgram("/usr/bin/mdb-tables", {"-1", file_}).out);
     std::ranges::sort(tables);
     EXPECT_EQ(tables, kTables);
     for (const std::string& name : kTables) {
@@ -86,17 +88,21 @@ TEST_P(TemplateTest, IsTheSameForMdbtools) {
     const std::string schema = runProgram("/usr/bin/mdb-schema", {file_, "postgres"}).out;
     for (const std::string& name : kTables)
         EXPECT_NE(schema.find("\"" + name + "\""), std::string::npos) << name;
-    EXPECT_NE(schema.find("ADD CONSTRAINT \"secs_gemvar_pkey\" PRIMARY KEY (\"var_id\")"), std::string::npos);
+    EXPECT_NE(schema.find("ADD CONSTRAINT \"secs_gemvar_pkey\" PRIMARY KEY (\"var_id\")"),
+              std::string::npos);
 }
 
 TEST_P(TemplateTest, IsReadOnlyByNameForTheDialog) {
-    EXPECT_NE(fs::path(file_).filename(), "gem.mdb") << "the dialog would offer to edit it in place";
+    EXPECT_NE(fs::path(file_).filename(), "gem.mdb")
+        << "the dialog would offer to edit it in place";
 }
 
 INSTANTIATE_TEST_SUITE_P(Templates, TemplateTest,
                          ::testing::Values(Template{"gem-template.mdb", {"standard"}},
                                            Template{"demo-template.mdb", {"standard", "demo"}}),
-                         [](const auto& kind) { return std::string(kind.index == 0 ? "Standard" : "Demo"); });
+                         [](const auto& kind) {
+                             return std::string(kind.index == 0 ? "Standard" : "Demo");
+                         });
 
 model::Schema shippedSchema() {
     return model::parseSchema(model::readText(STELVAN_SOURCE_DIR "/data/schema.txt"));

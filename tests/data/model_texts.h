@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "data/model/table_text.h"
+#include "data/builder/table_text.h"
 
 namespace stelvan::test {
 
@@ -14,7 +14,8 @@ using Row = std::map<std::string, std::string>;
 /// A model as the builder puts it together: the rows of several folders, one after the other.
 class ModelTexts {
 public:
-    ModelTexts(const std::vector<std::string>& folders, const model::Replacements& replacements = {}) {
+    ModelTexts(const std::vector<std::string>& folders,
+               const model::Replacements& replacements = {}) {
         for (const std::string& folder : folders) {
             const auto tables =
                 model::readTables(std::string(STELVAN_SOURCE_DIR "/data/") + folder, replacements);

@@ -7,17 +7,17 @@
 #include <fstream>
 #include <set>
 
-#include "data/model/generated_model.h"
-#include "settings/rules/setting_rules.h"
+#include "data/builder/generated_model.h"
+#include "gem/formats.h"
+#include "gem/ids_and_names.h"
+#include "gem/settings.h"
 #include "tests/data/model_texts.h"
 #include "tests/support/samples.h"
-#include "validation/rules/field_rules.h"
-#include "validation/rules/secs_format.h"
 
 namespace stelvan::test {
 namespace {
 
-namespace rules = stelvan::validation;
+namespace rules = stelvan::gem;
 
 struct ShippedModel {
     const char* name;
@@ -27,7 +27,8 @@ struct ShippedModel {
 
 ModelTexts textsOf(const ShippedModel& shipped) {
     ModelTexts texts(shipped.folders);
-    for (const model::TableRows& table : model::generateModel(shipped.generated)) texts.append(table);
+    for (const model::TableRows& table : model::generateModel(shipped.generated))
+        texts.append(table);
     return texts;
 }
 
@@ -56,11 +57,13 @@ bool hasRange(const Row& variable) {
 /// The column's values are all different, letter case ignored.
 void expectUnique(const std::vector<Row>& rows, const std::string& column) {
     std::set<std::string> seen;
-    for (const Row& row : rows) EXPECT_TRUE(seen.insert(upper(row.at(column))).second) << row.at(column);
+    for (const Row& row : rows)
+        EXPECT_TRUE(seen.insert(upper(row.at(column))).second) << row.at(column);
 }
 
 /// The rows of each owner are numbered 1 to n in the order in which they stand.
-void expectOrders(const std::vector<Row>& links, const std::string& owner, const std::string& order) {
+void expectOrders(const std::vector<Row>& links, const std::string& owner,
+                  const std::string& order) {
     std::map<std::string, int> last;
     for (const Row& link : links)
         EXPECT_EQ(std::stoi(link.at(order)), ++last[link.at(owner)]) << link.at(owner);
@@ -80,7 +83,7 @@ TEST_P(ShippedModelTest, ValuesObeyTheirFormat) {
         ASSERT_TRUE(rules::kindOf(format) != rules::ValueKind::None || format == "L");
         for (const char* column : {"var_min", "var_max", "var_defaultval", "var_val"}) {
             if (const auto fault = rules::checkValue(shown(variable.at(column)), format)) {
-                EXPECT_EQ(*fault, NO_EXCEPTION) << column;
+                EXPECT_EQ(*fault, gem::NO_EXCEPTION) << column;
             }
         }
     }
@@ -134,12 +137,12 @@ TEST_P(ShippedModelTest, NamesGroupsAndTextsAreSound) {
         for (const Row& row : texts_.rowsOf(kind.tables)) {
             const std::string& name = row.at(kind.name);
             SCOPED_TRACE(name);
-            EXPECT_EQ(rules::checkName(name), NO_EXCEPTION);
+            EXPECT_EQ(rules::checkName(name), gem::NO_EXCEPTION);
             EXPECT_LE(name.size(), 100U);
             if (!kind.group.empty()) {
-                EXPECT_EQ(rules::checkGroup(row.at(kind.group)), NO_EXCEPTION);
+                EXPECT_EQ(rules::checkGroup(row.at(kind.group)), gem::NO_EXCEPTION);
             }
-            EXPECT_EQ(rules::checkText(row.at(kind.text)), NO_EXCEPTION);
+            EXPECT_EQ(rules::checkText(row.at(kind.text)), gem::NO_EXCEPTION);
             EXPECT_LE(row.at(kind.text).size(), 1000U);
         }
     }
@@ -156,9 +159,11 @@ TEST_P(ShippedModelTest, TextsHoldNoQuotes) {
 }
 
 TEST_P(ShippedModelTest, CustomIdentifiersPassTheRulesAndStandardOnesLieBelowThem) {
-    const auto expectPass = [&](const char* table, const char* column, const rules::RecordRules& kind) {
+    const auto expectPass = [&](const char* table, const char* column,
+                                const rules::RecordRules& kind) {
         for (const Row& row : texts_.rows(table)) {
-            EXPECT_EQ(rules::checkId(row.at(column), kind), NO_EXCEPTION) << table << " " << row.at(column);
+            EXPECT_EQ(rules::checkId(row.at(column), kind), gem::NO_EXCEPTION)
+                << table << " " << row.at(column);
         }
     };
     expectPass("secs_cusvar", "var_id", rules::kVariableRules);
@@ -185,8 +190,8 @@ TEST_P(ShippedModelTest, AlarmsNameEventsThatExist) {
     for (const Row& alarm : texts_.rows("secs_alarm")) {
         SCOPED_TRACE(alarm.at("alm_name"));
         for (const std::string side : {"alm_set_ce", "alm_clr_ce"}) {
-            EXPECT_EQ(rules::checkCeid(alarm.at(side + "id")), NO_EXCEPTION);
-            EXPECT_EQ(rules::checkCeName(alarm.at(side + "name")), NO_EXCEPTION);
+            EXPECT_EQ(rules::checkCeid(alarm.at(side + "id")), gem::NO_EXCEPTION);
+            EXPECT_EQ(rules::checkCeName(alarm.at(side + "name")), gem::NO_EXCEPTION);
             EXPECT_EQ(names[alarm.at(side + "id")], alarm.at(side + "name"));
         }
         EXPECT_FALSE(rules::samePair(alarm.at("alm_set_ceid"), alarm.at("alm_clr_ceid")));
@@ -262,17 +267,18 @@ TEST(ShippedSettings, AreAllThereOnceAndPassTheirRules) {
     const ScratchDir folder;
     const std::string dir = folder.path().string();
     std::filesystem::create_directory(folder.path() / "log");
-    for (const char* file : {"/gem.mdb", "/secs-dictionary.xml", "/log/secs.log"}) std::ofstream(dir + file);
+    for (const char* file : {"/gem.mdb", "/secs-dictionary.xml", "/log/secs.log"})
+        std::ofstream(dir + file);
     const ModelTexts texts({"standard"}, {{"@SHARE_DIR@", dir}, {"@STATE_DIR@", dir}});
 
     const std::vector<Row>& rows = texts.rows("secs_setting");
     expectUnique(rows, "set_field");
-    EXPECT_EQ(rows.size(), settings::settingRules().size());
+    EXPECT_EQ(rows.size(), gem::settingRules().size());
     for (const Row& row : rows) {
         const std::string& name = row.at("set_field");
-        EXPECT_NE(settings::ruleFor(name), nullptr) << name;
-        EXPECT_EQ(settings::checkSetting(name, row.at("set_value")), "0") << name;
-        EXPECT_EQ(settings::checkSetting(name, row.at("set_defaultval")), "0") << name;
+        EXPECT_NE(gem::ruleFor(name), nullptr) << name;
+        EXPECT_EQ(gem::checkSetting(name, row.at("set_value")), "0") << name;
+        EXPECT_EQ(gem::checkSetting(name, row.at("set_defaultval")), "0") << name;
     }
 }
 
@@ -281,7 +287,8 @@ TEST(StandardItems, CustomTablesShipEmptySoThatTheFirstIdentifierIs101) {
     EXPECT_TRUE(texts.rows("secs_cusvar").empty());
     EXPECT_TRUE(texts.rows("secs_cusevent").empty());
     EXPECT_TRUE(texts.rows("secs_alarm").empty());
-    for (const Row& report : texts.rows("secs_report")) EXPECT_LE(std::stoi(report.at("rpt_id")), 100);
+    for (const Row& report : texts.rows("secs_report"))
+        EXPECT_LE(std::stoi(report.at("rpt_id")), 100);
 }
 
 }  // namespace

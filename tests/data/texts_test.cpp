@@ -1,11 +1,12 @@
-// The text forms of schema and rows: what they say is taken as said, what they say wrongly is refused.
+// The text forms of schema and rows: what they say is taken as said, what they say wrongly is
+// refused.
 #include <gtest/gtest.h>
 
 #include <fstream>
 
-#include "data/model/generated_model.h"
-#include "data/model/schema_text.h"
-#include "data/model/table_text.h"
+#include "data/builder/generated_model.h"
+#include "data/builder/schema_text.h"
+#include "data/builder/table_text.h"
 #include "tests/support/samples.h"
 
 namespace stelvan::test {
@@ -55,9 +56,10 @@ TEST(ShippedSchema, HasTheNineTablesAndTheLimits) {
     const auto schema = model::parseSchema(model::readText(STELVAN_SOURCE_DIR "/data/schema.txt"));
     std::vector<std::string> names;
     for (const jet::TableSpec& table : schema.tables) names.push_back(table.name);
-    EXPECT_EQ(names, (std::vector<std::string>{"secs_gemvar", "secs_cusvar", "secs_gemevent", "secs_cusevent",
-                                               "secs_alarm", "secs_report", "secs_def_evt_rpt",
-                                               "secs_rpt_var", "secs_setting", "var_limit"}));
+    EXPECT_EQ(names,
+              (std::vector<std::string>{
+                  "secs_gemvar", "secs_cusvar", "secs_gemevent", "secs_cusevent", "secs_alarm",
+                  "secs_report", "secs_def_evt_rpt", "secs_rpt_var", "secs_setting", "var_limit"}));
 }
 
 TEST(TableText, GivesCellsAndReplacesWords) {

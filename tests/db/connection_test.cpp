@@ -21,7 +21,7 @@ std::string bytesOf(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-RunTimeError openingOf(const std::string& path) {
+base::RunTimeError openingOf(const std::string& path) {
     return failureOf([&] {
         Connection connection;
         connection.setConnectionText("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + path +
@@ -36,7 +36,7 @@ RunTimeError openingOf(const std::string& path) {
 TEST(ConnectionOpening, AMissingFileIsNamed) {
     const ScratchDir scratch;
     const std::string path = (scratch.path() / "gem.mdb").string();
-    const RunTimeError error = openingOf(path);
+    const base::RunTimeError error = openingOf(path);
     EXPECT_EQ(error.number(), kFailed);
     EXPECT_EQ(std::string(error.what()), "Could not find file '" + path + "'.");
 }
@@ -44,7 +44,7 @@ TEST(ConnectionOpening, AMissingFileIsNamed) {
 TEST(ConnectionOpening, AMissingFolderAndAFolderAreNoValidPath) {
     const ScratchDir scratch;
     for (const auto& path : {scratch.path() / "nowhere" / "gem.mdb", scratch.path()}) {
-        const RunTimeError error = openingOf(path.string());
+        const base::RunTimeError error = openingOf(path.string());
         EXPECT_EQ(error.number(), kFailed) << path;
         EXPECT_NE(std::string(error.what()).find("'" + path.string() + "' is not a valid path."),
                   std::string::npos)
@@ -64,7 +64,7 @@ TEST_P(RefusedFile, EndsAsAReportedFailureAndIsLeftAsItWas) {
     const std::string name = std::string("refused/") + GetParam() + "/gem.mdb";
     STELVAN_GEM_FILE(name);
     const std::string before = bytesOf(file.path());
-    const RunTimeError error = openingOf(file.path());
+    const base::RunTimeError error = openingOf(file.path());
     EXPECT_NE(error.number(), 0);
     EXPECT_FALSE(std::string(error.what()).empty());
     EXPECT_EQ(bytesOf(file.path()), before);
@@ -73,7 +73,8 @@ TEST_P(RefusedFile, EndsAsAReportedFailureAndIsLeftAsItWas) {
 INSTANTIATE_TEST_SUITE_P(EachKind, RefusedFile,
                          testing::Values("access97", "access2007", "text_file", "zero_length",
                                          "wrong_signature", "truncated", "truncated_at_page",
-                                         "damaged_catalogue", "damaged_ring", "damaged_rows", "damaged_memo"),
+                                         "damaged_catalogue", "damaged_ring", "damaged_rows",
+                                         "damaged_memo"),
                          [](const auto& kind) { return std::string(kind.param); });
 
 TEST(ConnectionOpening, AFileOfAnotherFormatIsSaidToBeOne) {
@@ -81,7 +82,7 @@ TEST(ConnectionOpening, AFileOfAnotherFormatIsSaidToBeOne) {
          {"refused/access97/gem.mdb", "refused/access2007/gem.mdb", "refused/text_file/gem.mdb",
           "refused/zero_length/gem.mdb", "refused/wrong_signature/gem.mdb"}) {
         STELVAN_GEM_FILE(name);
-        const RunTimeError error = openingOf(file.path());
+        const base::RunTimeError error = openingOf(file.path());
         EXPECT_EQ(error.number(), kFailed) << name;
         const std::string start = "Unrecognized database format '" + file.path() + "'.  ";
         EXPECT_EQ(std::string(error.what()).find(start), 0U) << error.what();
@@ -92,7 +93,8 @@ TEST(ConnectionOpening, AFileOfAnotherFormatIsSaidToBeOne) {
 TEST(ConnectionOpening, ModeReadRefusesToWrite) {
     STELVAN_GEM_FILE("gem.mdb");
     Connection connection;
-    connection.setConnectionText("Provider=Microsoft.Jet.OLEDB.4.0;Mode=Read;Data Source=" + file.path());
+    connection.setConnectionText("Provider=Microsoft.Jet.OLEDB.4.0;Mode=Read;Data Source=" +
+                                 file.path());
     connection.open();
     EXPECT_EQ(failureOf([&] { connection.execute("DELETE FROM secs_alarm"); }).number(), kFailed);
     Recordset records;

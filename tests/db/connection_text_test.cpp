@@ -24,11 +24,13 @@ TEST(ConnectionTextTest, TheModeMayStandAfterThePath) {
 }
 
 TEST(ConnectionTextTest, ThePathIsTakenAsItIs) {
-    EXPECT_EQ(ConnectionText::parse("Data Source= /a;b/~x/gem.mdb ").dataSource, " /a;b/~x/gem.mdb ");
+    EXPECT_EQ(ConnectionText::parse("Data Source= /a;b/~x/gem.mdb ").dataSource,
+              " /a;b/~x/gem.mdb ");
     EXPECT_EQ(ConnectionText::parse("Data Source=\"/q/gem.mdb\"").dataSource, "\"/q/gem.mdb\"");
     EXPECT_EQ(ConnectionText::parse("Data Source=/a; Mode=b/gem.mdb; Mode=Read").dataSource,
               "/a; Mode=b/gem.mdb");
-    EXPECT_EQ(ConnectionText::parse("Data Source=/Mode=Read/gem.mdb").dataSource, "/Mode=Read/gem.mdb");
+    EXPECT_EQ(ConnectionText::parse("Data Source=/Mode=Read/gem.mdb").dataSource,
+              "/Mode=Read/gem.mdb");
 }
 
 TEST(ConnectionTextTest, KeysCompareWithoutLetterCase) {

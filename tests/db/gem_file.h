@@ -8,21 +8,23 @@
 #include <string>
 #include <vector>
 
+#include "base/run_time_error.h"
 #include "db/connection.h"
 #include "db/record_set.h"
 #include "db/value_text.h"
 #include "tests/support/samples.h"
-#include "validation/reporting/run_time_error.h"
 
 namespace stelvan::db::test {
 
 class GemFile {
 public:
-    explicit GemFile(const std::string& sample) : path_(scratch_.copyOf(stelvan::test::sample(sample))) {}
+    explicit GemFile(const std::string& sample)
+        : path_(scratch_.copyOf(stelvan::test::sample(sample))) {}
 
     [[nodiscard]] std::string path() const { return path_.string(); }
     [[nodiscard]] std::string connectionText() const {
-        return "Provider=Microsoft.Jet.OLEDB.4.0;Persist Security Info=False; Mode=Read|Write;Data Source=" +
+        return "Provider=Microsoft.Jet.OLEDB.4.0;Persist Security Info=False; Mode=Read|Write;Data "
+               "Source=" +
                path();
     }
     void open(Connection& connection) const {
@@ -68,10 +70,10 @@ private:
 };
 
 /// The failure that `body` ends with; number 0 where it ends well.
-inline RunTimeError failureOf(const std::function<void()>& body) {
+inline base::RunTimeError failureOf(const std::function<void()>& body) {
     try {
         body();
-    } catch (const RunTimeError& error) {
+    } catch (const base::RunTimeError& error) {
         return error;
     }
     return {0, ""};

@@ -35,9 +35,10 @@ TEST(NewRecord, WithoutAnIdentifierItIsRefusedAndStaysPending) {
     STELVAN_GEM_FILE("gem.mdb");
     const auto records = file.records("select * from secs_cusvar");
     records->addNew();
-    const RunTimeError error = failureOf([&] { records->update(); });
+    const base::RunTimeError error = failureOf([&] { records->update(); });
     EXPECT_EQ(error.number(), -2147217887);
-    EXPECT_EQ(std::string(error.what()).find("Index or primary key cannot contain a Null value."), 0U);
+    EXPECT_EQ(std::string(error.what()).find("Index or primary key cannot contain a Null value."),
+              0U);
     EXPECT_TRUE(records->editPending());
 }
 
@@ -59,10 +60,11 @@ TEST(NewRecord, AnEmptyTextIsRefusedWhereTheColumnForbidsIt) {
     const auto records = file.records("select * from Table1");
     records->addNew();
     records->setField("col1", Value(std::string()));
-    const RunTimeError throughRecords = failureOf([&] { records->update(); });
+    const base::RunTimeError throughRecords = failureOf([&] { records->update(); });
     EXPECT_EQ(throughRecords.number(), -2147217887);
     EXPECT_STREQ(throughRecords.what(), "Field 'Table1.col1' cannot be a zero-length string.");
-    const RunTimeError throughSql = failureOf([&] { file.execute("INSERT INTO Table1 (col1) VALUES ('')"); });
+    const base::RunTimeError throughSql =
+        failureOf([&] { file.execute("INSERT INTO Table1 (col1) VALUES ('')"); });
     EXPECT_EQ(throughSql.number(), -2147467259);
     EXPECT_STREQ(throughSql.what(), "Field 'Table1.col1' cannot be a zero-length string.");
 }

@@ -15,13 +15,14 @@ struct Window {
 
     std::string path;
     std::vector<std::string> shown;
-    ErrorInfo errors{[this](const std::string& line) { shown.push_back(line); }};
+    base::ErrorInfo errors{[this](const std::string& line) { shown.push_back(line); }};
     DataSource adoGEM;
     CurrentRecords current;
     Operations operations{errors, path, adoGEM, current};
 
     [[nodiscard]] bool reportedOnce(const std::string& procedure, std::int32_t number) const {
-        const std::string start = "ERROR(" + std::to_string(number) + ") [frmMain." + procedure + ".0]: ";
+        const std::string start =
+            "ERROR(" + std::to_string(number) + ") [frmMain." + procedure + ".0]: ";
         return shown.size() == 1 && shown.front().find(start) == 0;
     }
 };
@@ -174,13 +175,14 @@ TEST(GetRecordSet, OpensAndReturnsTheRecordSetOrNothing) {
     Window window(file.path());
     Connection connection;
     Recordset records;
-    EXPECT_EQ(
-        window.operations.lGetRecordSet(connection, records, "SELECT rpt_name, rpt_id FROM secs_report"),
-        &records);
+    EXPECT_EQ(window.operations.lGetRecordSet(connection, records,
+                                              "SELECT rpt_name, rpt_id FROM secs_report"),
+              &records);
     EXPECT_EQ(records.recordCount(), 60);
     records.close();
     connection.close();
-    EXPECT_EQ(window.operations.lGetRecordSet(connection, records, "SELECT x FROM secs_report"), nullptr);
+    EXPECT_EQ(window.operations.lGetRecordSet(connection, records, "SELECT x FROM secs_report"),
+              nullptr);
     EXPECT_TRUE(window.reportedOnce("lGetRecordSet", -2147217904));
 }
 
@@ -188,12 +190,12 @@ TEST(ExecCommand, ClosesTheConnectionFirstAndLeavesItOpen) {
     STELVAN_GEM_FILE("gem.mdb");
     Window window(file.path());
     Connection connection;
-    window.operations.lExecCommand(connection,
-                                   std::string("Delete FROM secs_def_evt_rpt ") + "WHERE evt_id = " + "162");
-    EXPECT_EQ(connection.state(), ObjectState::Open);
     window.operations.lExecCommand(
-        connection,
-        std::string("UPDATE secs_cusvar ") + " SET var_parentkey = 0 " + " WHERE var_parentkey = " + "227");
+        connection, std::string("Delete FROM secs_def_evt_rpt ") + "WHERE evt_id = " + "162");
+    EXPECT_EQ(connection.state(), ObjectState::Open);
+    window.operations.lExecCommand(connection, std::string("UPDATE secs_cusvar ") +
+                                                   " SET var_parentkey = 0 " +
+                                                   " WHERE var_parentkey = " + "227");
     EXPECT_TRUE(window.shown.empty());
     EXPECT_TRUE(file.rows("SELECT * FROM secs_def_evt_rpt WHERE evt_id = 162").empty());
     EXPECT_TRUE(file.rows("SELECT var_id FROM secs_cusvar WHERE var_parentkey = 227").empty());

@@ -17,7 +17,7 @@ constexpr std::int32_t kRowChanged = -2147217864;
 bool elsewhere(const GemFile& file, const std::vector<std::string>& statements) {
     const pid_t child = fork();
     if (child == 0) {
-        const RunTimeError error = failureOf([&] {
+        const base::RunTimeError error = failureOf([&] {
             for (const std::string& statement : statements) file.execute(statement);
         });
         _exit(error.number() == 0 ? 0 : 1);  // no destructors: the folder is the parent's
@@ -30,8 +30,8 @@ bool elsewhere(const GemFile& file, const std::vector<std::string>& statements) 
 TEST(OtherProcess, ItsChangesAreSeenByTheNextStatement) {
     STELVAN_GEM_FILE("gem.mdb");
     const auto before = file.records(kEvents);
-    ASSERT_TRUE(
-        elsewhere(file, {"INSERT INTO secs_cusevent (evt_id, evt_name) VALUES (9100, 'from elsewhere')"}));
+    ASSERT_TRUE(elsewhere(
+        file, {"INSERT INTO secs_cusevent (evt_id, evt_name) VALUES (9100, 'from elsewhere')"}));
     EXPECT_EQ(before->recordCount(), 70);
     EXPECT_EQ(file.records(kEvents)->recordCount(), 71);
     EXPECT_EQ(file.column("SELECT evt_name FROM secs_cusevent WHERE evt_id = 9100"),
@@ -42,7 +42,8 @@ TEST(OtherProcess, ARecordItChangedIsNotOverwritten) {
     STELVAN_GEM_FILE("gem.mdb");
     const auto records = file.records(kEvents);
     const std::string id = toText(records->field("evt_id"));
-    ASSERT_TRUE(elsewhere(file, {"UPDATE secs_cusevent SET evt_group = 'theirs' WHERE evt_id = " + id}));
+    ASSERT_TRUE(
+        elsewhere(file, {"UPDATE secs_cusevent SET evt_group = 'theirs' WHERE evt_id = " + id}));
     records->setField("evt_group", Value(std::string("mine")));
     EXPECT_EQ(failureOf([&] { records->update(); }).number(), kRowChanged);
     records->cancelUpdate();
@@ -56,8 +57,9 @@ TEST(OtherProcess, RecordsItDeletedLeaveWithTheNextResynchronisation) {
     const std::string first = toText(records->field("evt_id"));
     records->moveLast();
     const std::string shown = toText(records->field("evt_id"));
-    ASSERT_TRUE(elsewhere(file, {"DELETE FROM secs_cusevent WHERE evt_id = " + first,
-                                 "INSERT INTO secs_cusevent (evt_id, evt_name) VALUES (9101, 'new')"}));
+    ASSERT_TRUE(
+        elsewhere(file, {"DELETE FROM secs_cusevent WHERE evt_id = " + first,
+                         "INSERT INTO secs_cusevent (evt_id, evt_name) VALUES (9101, 'new')"}));
     records->resync();
     EXPECT_EQ(toText(records->field("evt_id")), shown);
     EXPECT_EQ(records->position(), records->recordCount());
@@ -86,7 +88,7 @@ TEST(OtherProcess, AFileThatIsGoneIsReportedAndNothingIsWritten) {
     const auto records = file.records(kEvents);
     records->setField("evt_group", Value(std::string("mine")));
     std::filesystem::remove(file.path());
-    const RunTimeError error = failureOf([&] { records->update(); });
+    const base::RunTimeError error = failureOf([&] { records->update(); });
     EXPECT_EQ(error.number(), -2147467259);
     EXPECT_EQ(std::string(error.what()), "Could not find file '" + file.path() + "'.");
     EXPECT_TRUE(records->editPending());

@@ -1,4 +1,5 @@
-// The record set on real files: cursor, bookmarks, pending changes, conflicts, and each failure's number.
+// The record set on real files: cursor, bookmarks, pending changes, conflicts, and each failure's
+// number.
 #include <gtest/gtest.h>
 
 #include "tests/db/gem_file.h"
@@ -52,8 +53,8 @@ TEST(RecordSetMoves, AnEmptySetHasNowhereToGo) {
     const auto records = file.records(kEvents);
     EXPECT_EQ(records->recordCount(), 0);
     EXPECT_TRUE(records->bof() && records->eof());
-    for (const auto& move :
-         {&Recordset::moveFirst, &Recordset::moveLast, &Recordset::moveNext, &Recordset::movePrevious}) {
+    for (const auto& move : {&Recordset::moveFirst, &Recordset::moveLast, &Recordset::moveNext,
+                             &Recordset::movePrevious}) {
         EXPECT_EQ(numberOf([&] { (records.get()->*move)(); }), kNoRecord);
     }
 }
@@ -194,7 +195,7 @@ TEST(RecordSetChanges, WhatAColumnCannotTakeIsRefusedByItsName) {
     STELVAN_GEM_FILE("gem.mdb");
     const auto records = file.records(kEvents);
     const auto refusal = [&](const std::string& field, const std::string& value) {
-        const RunTimeError error = failureOf([&] { records->setField(field, Value(value)); });
+        const base::RunTimeError error = failureOf([&] { records->setField(field, Value(value)); });
         EXPECT_NE(std::string(error.what()).find("secs_cusevent." + field), std::string::npos)
             << error.what();
         return error.number();
@@ -212,11 +213,13 @@ TEST(RecordSetChanges, WhatAColumnCannotTakeIsRefusedByItsName) {
 TEST(RecordSetChanges, AJoinIsReadOnly) {
     STELVAN_GEM_FILE("gem.mdb");
     const auto records = file.records(
-        "SELECT rpt.rpt_name, evt.rpt_order FROM secs_def_evt_rpt evt, secs_report rpt WHERE evt.evt_id = "
+        "SELECT rpt.rpt_name, evt.rpt_order FROM secs_def_evt_rpt evt, secs_report rpt WHERE "
+        "evt.evt_id = "
         "162 "
         "AND evt.rpt_id = rpt.rpt_id ORDER BY evt.rpt_order");
     ASSERT_EQ(records->recordCount(), 12);
-    EXPECT_EQ(numberOf([&] { records->setField("rpt_name", Value(std::string("x"))); }), kNotUpdatable);
+    EXPECT_EQ(numberOf([&] { records->setField("rpt_name", Value(std::string("x"))); }),
+              kNotUpdatable);
     EXPECT_EQ(numberOf([&] { records->addNew(); }), kNotUpdatable);
     EXPECT_EQ(numberOf([&] { records->deleteCurrent(); }), kNotUpdatable);
     records->resync();
@@ -292,9 +295,10 @@ TEST(RecordSetAdding, AnIdentifierThatExistsIsRefusedAndStaysPending) {
     records->addNew();
     records->setField("evt_id", taken);
     records->setField("evt_name", Value(std::string("double")));
-    const RunTimeError error = failureOf([&] { records->update(); });
+    const base::RunTimeError error = failureOf([&] { records->update(); });
     EXPECT_EQ(error.number(), -2147467259);
-    EXPECT_EQ(std::string(error.what()).find("The changes you requested to the table were not successful"),
+    EXPECT_EQ(std::string(error.what())
+                  .find("The changes you requested to the table were not successful"),
               0U);
     EXPECT_TRUE(records->editPending());
     records->setField("evt_id", Value(std::string("9002")));

@@ -1,4 +1,5 @@
-// Enforced relationships are judged when a unit of work commits; a refusal brings record sets back, too.
+// Enforced relationships are judged when a unit of work commits; a refusal brings record sets back,
+// too.
 #include <gtest/gtest.h>
 
 #include "tests/db/gem_file.h"
@@ -24,12 +25,13 @@ TEST(Relationships, AChildWithoutItsParentIsRefusedAndStaysPending) {
     STELVAN_GEM_FILE(kFile);
     const auto children = file.records("select * from Table1");
     fillChild(*children, "77");
-    const RunTimeError alone = failureOf([&] { children->update(); });
+    const base::RunTimeError alone = failureOf([&] { children->update(); });
     EXPECT_EQ(alone.number(), kFailed);
     EXPECT_STREQ(alone.what(),
-                 "You cannot add or change a record because a related record is required in table 'Table2'.");
+                 "You cannot add or change a record because a related record is required in table "
+                 "'Table2'.");
     EXPECT_TRUE(children->editPending());
-    const RunTimeError atCommit = failureOf([&] {
+    const base::RunTimeError atCommit = failureOf([&] {
         UnitOfWork unit(file.path());
         children->update();
         unit.commit();
@@ -50,16 +52,19 @@ TEST(Relationships, TheParentMayFollowWithinTheUnit) {
         unit.commit();
     }
     EXPECT_FALSE(children->editPending());
-    EXPECT_EQ(file.column("SELECT b.data FROM Table1 a, Table2 b WHERE a.otherfk1 = b.id AND a.id = 50"),
-              Texts{"late"});
+    EXPECT_EQ(
+        file.column("SELECT b.data FROM Table1 a, Table2 b WHERE a.otherfk1 = b.id AND a.id = 50"),
+        Texts{"late"});
 }
 
 TEST(Relationships, AParentWithChildrenIsKeptUnlessDeletesCascade) {
     STELVAN_GEM_FILE(kFile);
-    const RunTimeError error = failureOf([&] { file.execute("DELETE FROM Table3 WHERE id = 10"); });
+    const base::RunTimeError error =
+        failureOf([&] { file.execute("DELETE FROM Table3 WHERE id = 10"); });
     EXPECT_EQ(error.number(), kFailed);
-    EXPECT_STREQ(error.what(),
-                 "The record cannot be deleted or changed because table 'Table1' includes related records.");
+    EXPECT_STREQ(
+        error.what(),
+        "The record cannot be deleted or changed because table 'Table1' includes related records.");
     file.execute("DELETE FROM Table2 WHERE id = 1");
     EXPECT_EQ(file.column("SELECT id FROM Table1"), (Texts{"0", "3"}));
 }

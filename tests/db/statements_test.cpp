@@ -29,18 +29,21 @@ private:
 };
 
 TEST_P(Statements, CategoryQueriesYieldTheirRecordsInStoredOrder) {
-    constexpr const char* kWithoutCondition[] = {"select * from secs_gemevent", "select * from secs_alarm",
-                                                 "select * from secs_cusevent", "select * from secs_setting",
-                                                 "select * from secs_report"};
+    constexpr const char* kWithoutCondition[] = {
+        "select * from secs_gemevent", "select * from secs_alarm", "select * from secs_cusevent",
+        "select * from secs_setting", "select * from secs_report"};
     constexpr std::size_t kRows[] = {25, 90, 70, 31, 60};
     for (std::size_t at = 0; at < std::size(kRows); ++at) {
-        EXPECT_EQ(file().records(kWithoutCondition[at])->recordCount(), kRows[at]) << kWithoutCondition[at];
+        EXPECT_EQ(file().records(kWithoutCondition[at])->recordCount(), kRows[at])
+            << kWithoutCondition[at];
     }
     std::int32_t gem = 0;
     std::int32_t custom = 0;
     for (const std::string type : {"DV", "SV", "EC"}) {
-        const auto gemRows = file().column("select * from secs_gemvar where var_type = '" + type + "'");
-        const auto rows = file().records("select * from secs_cusvar where var_type = '" + type + "'");
+        const auto gemRows =
+            file().column("select * from secs_gemvar where var_type = '" + type + "'");
+        const auto rows =
+            file().records("select * from secs_cusvar where var_type = '" + type + "'");
         gem += static_cast<std::int32_t>(gemRows.size());
         custom += rows->recordCount();
         for (; !rows->eof(); rows->moveNext()) EXPECT_EQ(toText(rows->field("VAR_TYPE")), type);
@@ -55,15 +58,17 @@ TEST_P(Statements, ChildrenOfAListComeByPosition) {
         "var_parentkey = "
         "227 ORDER BY var_accessid ");
     ASSERT_GT(rows.size(), 1U);
-    const auto positions =
-        file().column("SELECT var_accessid FROM secs_cusvar WHERE var_parentkey = 227 ORDER BY var_accessid");
-    for (std::size_t at = 0; at < positions.size(); ++at) EXPECT_EQ(positions[at], std::to_string(at + 1));
+    const auto positions = file().column(
+        "SELECT var_accessid FROM secs_cusvar WHERE var_parentkey = 227 ORDER BY var_accessid");
+    for (std::size_t at = 0; at < positions.size(); ++at)
+        EXPECT_EQ(positions[at], std::to_string(at + 1));
 }
 
 TEST_P(Statements, ChildPoolOffersNeitherItselfNorListsNorOwnedVariables) {
     const std::string pool = std::string("SELECT var_name, var_id, var_group, var_val ") +
-                             "FROM secs_cusvar " + "WHERE var_id <> " + "101" + " AND var_type = '" + "SV" +
-                             "' " + " AND var_format <> 'L' " + " AND var_parentkey = 0 ";
+                             "FROM secs_cusvar " + "WHERE var_id <> " + "101" +
+                             " AND var_type = '" + "SV" + "' " + " AND var_format <> 'L' " +
+                             " AND var_parentkey = 0 ";
     const auto rows = file().rows(pool);
     ASSERT_FALSE(rows.empty());
     for (const auto& row : rows) {
@@ -95,9 +100,10 @@ TEST_P(Statements, ReportsOfAnEventComeInTheirOrder) {
 
 TEST_P(Statements, VariablesOfAReportFromBothTables) {
     const auto variables = [this](const std::string& table) {
-        return file().rows(std::string("SELECT var.var_name, var.var_id, var.var_type, rpt.var_order ") +
-                           "FROM secs_rpt_var rpt, " + table + " var " + "WHERE rpt.rpt_id = " + "126" +
-                           " AND rpt.var_id = var.var_id " + "ORDER BY rpt.var_order ");
+        return file().rows(
+            std::string("SELECT var.var_name, var.var_id, var.var_type, rpt.var_order ") +
+            "FROM secs_rpt_var rpt, " + table + " var " + "WHERE rpt.rpt_id = " + "126" +
+            " AND rpt.var_id = var.var_id " + "ORDER BY rpt.var_order ");
     };
     const auto gem = variables("secs_gemvar");
     const auto custom = variables("secs_cusvar");
@@ -106,21 +112,27 @@ TEST_P(Statements, VariablesOfAReportFromBothTables) {
     for (const auto& rows : {gem, custom}) {
         for (const auto& row : rows) orders.push_back(std::stoi(row[3]));
     }
-    EXPECT_TRUE(std::is_sorted(orders.begin(), orders.begin() + static_cast<std::ptrdiff_t>(gem.size())));
+    EXPECT_TRUE(
+        std::is_sorted(orders.begin(), orders.begin() + static_cast<std::ptrdiff_t>(gem.size())));
     std::sort(orders.begin(), orders.end());
-    for (std::size_t at = 0; at < orders.size(); ++at) EXPECT_EQ(orders[at], static_cast<int>(at) + 1);
+    for (std::size_t at = 0; at < orders.size(); ++at)
+        EXPECT_EQ(orders[at], static_cast<int>(at) + 1);
 }
 
 TEST_P(Statements, LinkRowsOfAnEventAndOfAReport) {
-    EXPECT_EQ(file().rows(std::string("SELECT * FROM secs_def_evt_rpt ") + "WHERE evt_id = " + "162").size(),
+    EXPECT_EQ(file()
+                  .rows(std::string("SELECT * FROM secs_def_evt_rpt ") + "WHERE evt_id = " + "162")
+                  .size(),
               12U);
-    EXPECT_EQ(file().rows(std::string("SELECT * FROM secs_rpt_var ") + "WHERE rpt_id = " + "126").size(),
-              14U);
+    EXPECT_EQ(
+        file().rows(std::string("SELECT * FROM secs_rpt_var ") + "WHERE rpt_id = " + "126").size(),
+        14U);
 }
 
 TEST_P(Statements, GenericTextsOfTheOperations) {
     EXPECT_EQ(file().column("SELECT var_id FROM secs_cusvar").size(), 300U);
-    EXPECT_EQ(file().column("SELECT MAX(var_id) FROM secs_cusvar"), std::vector<std::string>{"2080"});
+    EXPECT_EQ(file().column("SELECT MAX(var_id) FROM secs_cusvar"),
+              std::vector<std::string>{"2080"});
     EXPECT_EQ(file().column("SELECT var_id FROM secs_cusvar WHERE var_id = 101").size(), 1U);
     EXPECT_EQ(file().column("SELECT MAX(var_id) FROM secs_cusvar WHERE var_id = 999999"),
               std::vector<std::string>{"<null>"});
@@ -131,7 +143,8 @@ TEST_P(Statements, ATableNameAloneOpensTheTable) {
 }
 
 TEST_P(Statements, TextComparesWithoutRegardToCase) {
-    const std::string name = file().column("SELECT var_name FROM secs_cusvar WHERE var_id = 101").front();
+    const std::string name =
+        file().column("SELECT var_name FROM secs_cusvar WHERE var_id = 101").front();
     std::string upper = name;
     std::transform(upper.begin(), upper.end(), upper.begin(),
                    [](unsigned char c) { return std::toupper(c); });
@@ -141,7 +154,8 @@ TEST_P(Statements, TextComparesWithoutRegardToCase) {
 
 TEST_P(Statements, FlagsCompareAsTheWordsTrueAndFalse) {
     const auto all = file().column("SELECT evt_id FROM secs_cusevent").size();
-    const auto clear = file().column("SELECT evt_id FROM secs_cusevent WHERE evt_enable = False").size();
+    const auto clear =
+        file().column("SELECT evt_id FROM secs_cusevent WHERE evt_enable = False").size();
     const auto set = file().column("SELECT evt_id FROM secs_cusevent WHERE evt_enable <> 0").size();
     EXPECT_GT(set, 0U);
     EXPECT_GT(clear, 0U);

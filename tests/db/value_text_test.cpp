@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "validation/reporting/run_time_error.h"
+#include "base/run_time_error.h"
 
 namespace stelvan::db {
 namespace {
@@ -10,7 +10,7 @@ namespace {
 int failureNumber(const std::function<void()>& body) {
     try {
         body();
-    } catch (const RunTimeError& error) {
+    } catch (const base::RunTimeError& error) {
         return error.number();
     }
     return 0;
@@ -57,7 +57,8 @@ TEST(ValueText, DatesAreWrittenByTheSecondAlsoBefore1900) {
 
 TEST(ValueText, GuidsAndBytesAreHexadecimal) {
     jet::Guid guid;
-    for (std::size_t i = 0; i < guid.bytes.size(); ++i) guid.bytes[i] = static_cast<std::uint8_t>(0xA0 + i);
+    for (std::size_t i = 0; i < guid.bytes.size(); ++i)
+        guid.bytes[i] = static_cast<std::uint8_t>(0xA0 + i);
     EXPECT_EQ(toText(Value(guid)), "{A0A1A2A3-A4A5-A6A7-A8A9-AAABACADAEAF}");
     EXPECT_EQ(toText(Value(jet::Blob{0x01, 0xAB})), "01ab");
 }

@@ -1,4 +1,5 @@
-// The statements that write, as the program composes them, on files of both makes; another reader agrees.
+// The statements that write, as the program composes them, on files of both makes; another reader
+// agrees.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -37,8 +38,10 @@ private:
 };
 
 TEST_P(WritingStatements, AChildIsLinkedByItsParentAndPosition) {
-    file().execute("UPDATE secs_cusvar SET var_parentkey=" + std::string("227") + " WHERE var_id=" + "101");
-    file().execute("UPDATE secs_cusvar SET var_accessid=" + std::string("17") + " WHERE var_id=" + "101");
+    file().execute("UPDATE secs_cusvar SET var_parentkey=" + std::string("227") +
+                   " WHERE var_id=" + "101");
+    file().execute("UPDATE secs_cusvar SET var_accessid=" + std::string("17") +
+                   " WHERE var_id=" + "101");
     EXPECT_EQ(column("var_parentkey", "101"), Texts{"227"});
     EXPECT_EQ(column("var_accessid", "101"), Texts{"17"});
     const auto children = file().column(
@@ -52,10 +55,12 @@ TEST_P(WritingStatements, TheWordsTrueAndFalseSetAndClearAFlag) {
     EXPECT_TRUE(toFlag(file()
                            .records("SELECT var_allowduplicates FROM secs_cusvar WHERE var_id=101")
                            ->field("var_allowduplicates")));
-    EXPECT_EQ(file()
-                  .column("SELECT var_id FROM secs_cusvar WHERE var_id = 101 AND var_allowduplicates = True")
-                  .size(),
-              1U);
+    EXPECT_EQ(
+        file()
+            .column(
+                "SELECT var_id FROM secs_cusvar WHERE var_id = 101 AND var_allowduplicates = True")
+            .size(),
+        1U);
     file().execute("UPDATE secs_cusvar SET var_allowduplicates=False WHERE var_id=101");
     EXPECT_FALSE(toFlag(file()
                             .records("SELECT var_allowduplicates FROM secs_cusvar WHERE var_id=101")
@@ -76,7 +81,8 @@ TEST_P(WritingStatements, LinksOfAnEventAndOfAReportAreDeleted) {
     file().execute(std::string("Delete FROM secs_def_evt_rpt ") + "WHERE evt_id = " + "162");
     EXPECT_TRUE(file().rows("SELECT * FROM secs_def_evt_rpt WHERE evt_id = 162").empty());
     const std::size_t left = file().rows("SELECT * FROM secs_def_evt_rpt").size();
-    const std::size_t linked = file().rows("SELECT * FROM secs_def_evt_rpt WHERE rpt_id = 126").size();
+    const std::size_t linked =
+        file().rows("SELECT * FROM secs_def_evt_rpt WHERE rpt_id = 126").size();
     file().execute(std::string("Delete FROM secs_def_evt_rpt ") + "WHERE rpt_id = " + "126");
     EXPECT_EQ(file().rows("SELECT * FROM secs_def_evt_rpt").size(), left - linked);
     file().execute(std::string("Delete FROM secs_rpt_var ") + "WHERE rpt_id = " + "126");
@@ -85,34 +91,40 @@ TEST_P(WritingStatements, LinksOfAnEventAndOfAReportAreDeleted) {
 }
 
 TEST_P(WritingStatements, InsertTakesListedColumnsAndDefaultsForTheRest) {
-    file().execute("INSERT INTO secs_cusvar (var_id, var_name, var_type) VALUES (3001, 'it''s new', 'SV')");
+    file().execute(
+        "INSERT INTO secs_cusvar (var_id, var_name, var_type) VALUES (3001, 'it''s new', 'SV')");
     EXPECT_EQ(column("var_name", "3001"), Texts{"it's new"});
     EXPECT_EQ(file().records("select * from secs_cusvar")->recordCount(), 301);
-    EXPECT_EQ(failureOf([this] { file().execute("INSERT INTO secs_cusvar (nothing) VALUES (1)"); }).number(),
+    EXPECT_EQ(failureOf([this] {
+                  file().execute("INSERT INTO secs_cusvar (nothing) VALUES (1)");
+              }).number(),
               -2147217900);
-    EXPECT_EQ(
-        failureOf([this] { file().execute("INSERT INTO secs_cusvar (var_id) VALUES (1, 2)"); }).number(),
-        -2147217900);
+    EXPECT_EQ(failureOf([this] {
+                  file().execute("INSERT INTO secs_cusvar (var_id) VALUES (1, 2)");
+              }).number(),
+              -2147217900);
 }
 
 TEST_P(WritingStatements, AnUpdateOfManyRowsIsAllOrNothing) {
     const auto before = file().column("SELECT var_id FROM secs_cusvar");
     // One identifier for all: the second row is refused, and the first must not stay.
-    EXPECT_EQ(failureOf([this] { file().execute("UPDATE secs_cusvar SET var_id = 5000"); }).number(),
-              -2147467259);
+    EXPECT_EQ(
+        failureOf([this] { file().execute("UPDATE secs_cusvar SET var_id = 5000"); }).number(),
+        -2147467259);
     EXPECT_EQ(file().column("SELECT var_id FROM secs_cusvar"), before);
     file().execute("UPDATE secs_cusvar SET var_group = 'all' WHERE var_type = 'EC'");
-    for (const auto& group : file().column("SELECT var_group FROM secs_cusvar WHERE var_type = 'EC'")) {
+    for (const auto& group :
+         file().column("SELECT var_group FROM secs_cusvar WHERE var_type = 'EC'")) {
         EXPECT_EQ(group, "all");
     }
 }
 
 TEST_P(WritingStatements, WhatAColumnCannotTakeIsRefusedByItsName) {
-    const RunTimeError number =
-        failureOf([this] { file().execute("UPDATE secs_cusvar SET var_id = 'abc' WHERE var_id = 101"); });
+    const base::RunTimeError number = failureOf(
+        [this] { file().execute("UPDATE secs_cusvar SET var_id = 'abc' WHERE var_id = 101"); });
     EXPECT_EQ(number.number(), -2147217913);
     EXPECT_NE(std::string(number.what()).find("secs_cusvar.var_id"), std::string::npos);
-    const RunTimeError text = failureOf([this] {
+    const base::RunTimeError text = failureOf([this] {
         file().execute("UPDATE secs_cusvar SET var_name = '" + std::string(300, 'x') +
                        "' WHERE var_id = 101");
     });
@@ -149,7 +161,8 @@ Texts exported(const std::string& path, const std::string& table) {
     Texts lines;
     std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
     std::array<char, 4096> buffer;
-    while (pipe != nullptr && fgets(buffer.data(), static_cast<int>(buffer.size()), pipe.get()) != nullptr) {
+    while (pipe != nullptr &&
+           fgets(buffer.data(), static_cast<int>(buffer.size()), pipe.get()) != nullptr) {
         lines.emplace_back(buffer.data());
         lines.back().erase(lines.back().find_last_not_of('\n') + 1);
     }
@@ -157,7 +170,8 @@ Texts exported(const std::string& path, const std::string& table) {
 }
 
 TEST_P(WritingStatements, AnotherReaderSeesTheSameLinks) {
-    if (std::system("command -v mdb-export >/dev/null 2>&1") != 0) GTEST_SKIP() << "mdb-export is absent";
+    if (std::system("command -v mdb-export >/dev/null 2>&1") != 0)
+        GTEST_SKIP() << "mdb-export is absent";
     const auto links = file().records("SELECT * FROM secs_def_evt_rpt WHERE evt_id = 162");
     for (; !links->eof(); links->moveNext()) links->deleteCurrent();
     for (const char* report : {"126", "110", "140"}) {
@@ -175,8 +189,8 @@ TEST_P(WritingStatements, AnotherReaderSeesTheSameLinks) {
     EXPECT_EQ(found, (Texts{"162|110|2", "162|126|1", "162|140|3"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(BothMakes, WritingStatements, testing::Values("gem.mdb", "gem_int_flags.mdb"),
-                         [](const auto& make) {
+INSTANTIATE_TEST_SUITE_P(BothMakes, WritingStatements,
+                         testing::Values("gem.mdb", "gem_int_flags.mdb"), [](const auto& make) {
                              const std::string name = make.param;
                              return name.substr(0, name.find('.'));
                          });
@@ -184,7 +198,8 @@ INSTANTIATE_TEST_SUITE_P(BothMakes, WritingStatements, testing::Values("gem.mdb"
 TEST(WritingFlags, TrueIsMinusOneInANumberColumnAndACheckBoxWritesOne) {
     STELVAN_GEM_FILE("gem_int_flags.mdb");
     file.execute("UPDATE secs_cusvar SET var_allowduplicates=True WHERE var_id=101");
-    EXPECT_EQ(file.column("SELECT var_allowduplicates FROM secs_cusvar WHERE var_id=101"), Texts{"-1"});
+    EXPECT_EQ(file.column("SELECT var_allowduplicates FROM secs_cusvar WHERE var_id=101"),
+              Texts{"-1"});
     const auto events = file.records("select * from secs_cusevent");
     events->setField("evt_enable", Value(std::int32_t{1}));
     events->update();

@@ -14,8 +14,8 @@ namespace {
 using form::Colour;
 using form::EditMode;
 
-// How an input stands: o open, c closed, w closed with whatever colour it had, d closed and disabled,
-// x and _ a check box that can and cannot be changed.
+// How an input stands: o open, c closed, w closed with whatever colour it had, d closed and
+// disabled, x and _ a check box that can and cannot be changed.
 struct Fact {
     const char* field;
     char browsing;
@@ -91,7 +91,9 @@ const std::vector<Facts>& facts() {
          "lvwChildItems",
          "coo"},
         {{10},
-         {{"txtSttName", 'w', 'w', 'w'}, {"txtSttValue", 'c', 'o', 'o'}, {"txtSttDefValue", 'c', 'o', 'o'}},
+         {{"txtSttName", 'w', 'w', 'w'},
+          {"txtSttValue", 'c', 'o', 'o'},
+          {"txtSttDefValue", 'c', 'o', 'o'}},
          nullptr,
          ""},
         {{11},
@@ -118,9 +120,12 @@ protected:
     links::ReportVariables reportVariables{form.rpt, form.nav, database};
     ControlAccess access{form, state, errors, reportVariables};
 
-    form::ListView& listCalled(const char* name) { return *window.findChild<form::ListView*>(name); }
+    form::ListView& listCalled(const char* name) {
+        return *window.findChild<form::ListView*>(name);
+    }
 
-    /// Brings every input into the state opposite to what is expected, so that each cell has to be set.
+    /// Brings every input into the state opposite to what is expected, so that each cell has to be
+    /// set.
     void upset(bool open) {
         for (form::Field* f : form.fields()) {
             f->setEnabled(open);
@@ -186,7 +191,8 @@ protected:
                     EXPECT_EQ(f->colour(), before) << f->widget()->objectName().toStdString();
                 }
             for (const char* list : {"lvwRptList", "lvwVarList", "lvwChildItems"}) {
-                const bool concerned = expected.list != nullptr && std::string(list) == expected.list;
+                const bool concerned =
+                    expected.list != nullptr && std::string(list) == expected.list;
                 const bool open = concerned ? expected.listStands[column] == 'o' : wereOpen;
                 EXPECT_EQ(listCalled(list).isOpen(), open) << list;
                 EXPECT_EQ(listCalled(list).colour(),
@@ -201,7 +207,8 @@ TEST_F(Access, EveryInputOfEveryCategoryStandsAsItShould) {
     for (const Facts& expected : facts())
         for (const std::int16_t category : expected.categories)
             for (const int column : {0, 1, 2}) {
-                SCOPED_TRACE("category " + std::to_string(category) + ", column " + std::to_string(column));
+                SCOPED_TRACE("category " + std::to_string(category) + ", column " +
+                             std::to_string(column));
                 expectAll(expected, category, column);
             }
     EXPECT_TRUE(failures.isEmpty());
@@ -243,8 +250,9 @@ struct MarkFacts {
 TEST_F(Access, AnEditBeginsWithTheseMarkersAtZeroAndNoOthers) {
     const MarkFacts all[] = {
         {{2, 3, 4, 7, 8, 9},
-         {"txtVarName", "txtVarID", "txtVarGroup", "txtVarDesc", "txtVarDefValue", "txtVarValue", "txtVarMax",
-          "txtVarMin", "txtVarUnit", "cmbVarFormat", "txtVarLmtCEID", "txtVarLmtCEName"}},
+         {"txtVarName", "txtVarID", "txtVarGroup", "txtVarDesc", "txtVarDefValue", "txtVarValue",
+          "txtVarMax", "txtVarMin", "txtVarUnit", "cmbVarFormat", "txtVarLmtCEID",
+          "txtVarLmtCEName"}},
         {{5},
          {"txtAlmName", "txtAlmID", "txtAlmGroup", "txtAlmText", "txtAlmSetCEID", "txtAlmClrCEID",
           "txtAlmSetCEName", "txtAlmClrCEName"}},
@@ -273,8 +281,9 @@ TEST_F(Access, GivingUpAnAdditionBlanksTheseInputsAndNoOthers) {
           "txtAlmSetCEName", "txtAlmClrCEID", "txtAlmClrCEName"}},
         {{6}, {"txtEvtName", "txtEvtID", "txtEvtGroup", "txtEvtDesc", "chkEvtEnable"}},
         {{7, 8, 9},
-         {"txtVarName", "txtVarID", "txtVarGroup", "txtVarDesc", "cmbVarFormat", "txtVarMin", "txtVarMax",
-          "txtVarUnit", "txtVarDefValue", "txtVarValue", "txtVarLmtCEID", "txtVarLmtCEName"}},
+         {"txtVarName", "txtVarID", "txtVarGroup", "txtVarDesc", "cmbVarFormat", "txtVarMin",
+          "txtVarMax", "txtVarUnit", "txtVarDefValue", "txtVarValue", "txtVarLmtCEID",
+          "txtVarLmtCEName"}},
         {{11}, {"txtRptID", "txtRptName", "txtRptDesc", "chkRptDefault"}},
         {{12}, {"txtLmtID", "txtLmtVarID", "txtLmtUBound", "txtLmtLBound", "txtLmtTransType"}},
         {{0, 1, 2, 3, 4, 10}, {}},
@@ -286,7 +295,8 @@ TEST_F(Access, GivingUpAnAdditionBlanksTheseInputsAndNoOthers) {
             for (const form::Field* f : form.fields()) {
                 const QString name = f->widget()->objectName();
                 const QString blank = f->kind() == form::Field::Kind::Check ? "0" : "";
-                const QString kept = f->kind() == form::Field::Kind::Combo && f->text().isEmpty() ? "" : "1";
+                const QString kept =
+                    f->kind() == form::Field::Kind::Combo && f->text().isEmpty() ? "" : "1";
                 EXPECT_EQ(f->text(), expected.names.contains(name) ? blank : kept)
                     << category << " " << name.toStdString();
             }
@@ -380,7 +390,8 @@ TEST_F(Buttons, BrowsingAnEmptyCategory) {
         EXPECT_EQ(after(category, false), (Stand{false, false, false, false})) << category;
     for (const std::int16_t category : kCustom)
         EXPECT_EQ(after(category, false), (Stand{false, true, false, false})) << category;
-    EXPECT_EQ(after(11, false), (Stand{false, true, true, true})) << "an empty report frame stays open";
+    EXPECT_EQ(after(11, false), (Stand{false, true, true, true}))
+        << "an empty report frame stays open";
 }
 
 TEST_F(Buttons, AGemListCannotBeEditedHoweverItCameUp) {

@@ -80,13 +80,16 @@ protected:
             f->setLocked(false);
             f->setVisible(true);
         }
-        for (const form::TwoListEditor* e : {&form.evt.reports, &form.rpt.variables, &form.var.children}) {
+        for (const form::TwoListEditor* e :
+             {&form.evt.reports, &form.rpt.variables, &form.var.children}) {
             e->showPool(true);
             e->showSelected(true);
         }
         form.nav.cmdSave->setVisible(true);
     }
-    void TearDown() override { EXPECT_TRUE(failures.isEmpty()) << failures.join("\n").toStdString(); }
+    void TearDown() override {
+        EXPECT_TRUE(failures.isEmpty()) << failures.join("\n").toStdString();
+    }
 
     QWidget* named(const QString& name) { return window.findChild<QWidget*>(name); }
     void front(const QString& control) {
@@ -95,7 +98,8 @@ protected:
         QApplication::processEvents();
     }
     static QString focused() {
-        return QApplication::focusWidget() == nullptr ? "" : QApplication::focusWidget()->objectName();
+        return QApplication::focusWidget() == nullptr ? ""
+                                                      : QApplication::focusWidget()->objectName();
     }
     QString press(const QString& control, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         front(control);
@@ -119,19 +123,22 @@ TEST_F(Focus, TabAndEnterGoOnFromEveryControl) {
 
 TEST_F(Focus, WithShiftTheyGoBack) {
     for (const Way& way : kWays) {
-        EXPECT_EQ(press(way.control, Qt::Key_Backtab, Qt::ShiftModifier), first(way.previous)) << way.control;
-        EXPECT_EQ(press(way.control, Qt::Key_Return, Qt::ShiftModifier), first(way.previous)) << way.control;
+        EXPECT_EQ(press(way.control, Qt::Key_Backtab, Qt::ShiftModifier), first(way.previous))
+            << way.control;
+        EXPECT_EQ(press(way.control, Qt::Key_Return, Qt::ShiftModifier), first(way.previous))
+            << way.control;
     }
 }
 
 TEST_F(Focus, WalksThroughEachFrame) {
     const QStringList walks[] = {
-        {"txtVarName", "txtVarID", "txtVarGroup", "txtVarDesc", "cmbVarFormat", "txtVarMin", "txtVarMax",
-         "txtVarUnit", "txtVarDefValue", "txtVarValue", "lvwItemSelection", "cmdSelect", "cmdDeselect",
-         "cmdOrderUp", "cmdOrderDown", "lvwItemSelection"},
+        {"txtVarName", "txtVarID", "txtVarGroup", "txtVarDesc", "cmbVarFormat", "txtVarMin",
+         "txtVarMax", "txtVarUnit", "txtVarDefValue", "txtVarValue", "lvwItemSelection",
+         "cmdSelect", "cmdDeselect", "cmdOrderUp", "cmdOrderDown", "lvwItemSelection"},
         {"txtAlmName", "txtAlmID", "txtAlmGroup", "txtAlmText", "chkAlmEnable", "txtAlmSetCEName",
          "txtAlmSetCEID", "txtAlmClrCEName", "txtAlmClrCEID", "cmdSave"},
-        {"txtEvtName", "txtEvtID", "txtEvtGroup", "txtEvtDesc", "chkEvtEnable", "lvwRptPool", "cmdSave"},
+        {"txtEvtName", "txtEvtID", "txtEvtGroup", "txtEvtDesc", "chkEvtEnable", "lvwRptPool",
+         "cmdSave"},
         {"txtRptName", "txtRptID", "txtRptDesc", "chkRptDefault", "lvwVarPool", "cmdVarSelect",
          "cmdVarDeselect", "cmdVarOrderUp", "cmdVarOrderDown", "lvwVarList", "cmdSave"},
         {"txtSttValue", "txtSttDefValue", "cmdSave"},

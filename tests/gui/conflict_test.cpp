@@ -1,5 +1,5 @@
-// What happens when a save or a delete meets what it did not expect: another program's change, a database
-// that cannot be read or written, a value that its column cannot take.
+// What happens when a save or a delete meets what it did not expect: another program's change, a
+// database that cannot be read or written, a value that its column cannot take.
 #include <QFile>
 #include <QLabel>
 
@@ -26,7 +26,8 @@ protected:
 
     void expectOneFailure(const QString& start) {
         ASSERT_EQ(dialogs.messages.size(), 1U) << dialogs.texts().join("\n").toStdString();
-        EXPECT_TRUE(dialogs.messages[0].text.startsWith(start)) << dialogs.messages[0].text.toStdString();
+        EXPECT_TRUE(dialogs.messages[0].text.startsWith(start))
+            << dialogs.messages[0].text.toStdString();
         dialogs.messages.clear();
     }
 };
@@ -257,7 +258,8 @@ TEST_F(Conflict, ANameWithAQuoteCannotBeCheckedAndIsRefused) {
     dialogs.messages.clear();
     save();
     ASSERT_EQ(dialogs.messages.size(), 2U) << dialogs.texts().join("\n").toStdString();
-    EXPECT_EQ(dialogs.messages.back().text, "Record cannot be saved. Please correct the exception.");
+    EXPECT_EQ(dialogs.messages.back().text,
+              "Record cannot be saved. Please correct the exception.");
     EXPECT_EQ(state().editMode, form::EditMode::Editing);
 }
 

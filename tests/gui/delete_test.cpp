@@ -16,7 +16,9 @@ protected:
         if (!idField.isEmpty()) goTo(idField, id);
         before = test::snapshotOf(file());
     }
-    [[nodiscard]] QStringList changes() const { return test::differences(before, test::snapshotOf(file())); }
+    [[nodiscard]] QStringList changes() const {
+        return test::differences(before, test::snapshotOf(file()));
+    }
 };
 
 TEST_F(Delete, AnsweringNoChangesNothing) {
@@ -86,7 +88,8 @@ TEST_F(Delete, AnEventTakesItsLinksAlong) {
 TEST_F(Delete, AListReleasesItsChildrenInPlace) {
     for (const auto& [category, id] : {std::pair{form::CSTVSV, "227"}, {form::CSTVDV, "1057"}}) {
         begin(category, "txtVarID", id);
-        const QStringList children = ordered("secs_cusvar", "var_parentkey", id, "var_id", "var_accessid");
+        const QStringList children =
+            ordered("secs_cusvar", "var_parentkey", id, "var_id", "var_accessid");
         ASSERT_FALSE(children.isEmpty());
         answerYesAndDelete();
         expectStored();

@@ -26,8 +26,9 @@ protected:
         return exportWhere(file(), table, column, value).size();
     }
     /// The values of one column in the numeric order of another.
-    [[nodiscard]] QStringList ordered(const QString& table, const QString& column, const QString& value,
-                                      const QString& wanted, const QString& order) const {
+    [[nodiscard]] QStringList ordered(const QString& table, const QString& column,
+                                      const QString& value, const QString& wanted,
+                                      const QString& order) const {
         auto rows = exportWhere(file(), table, column, value);
         std::stable_sort(rows.begin(), rows.end(), [&](const ExportedRow& a, const ExportedRow& b) {
             return a.value(order).toDouble() < b.value(order).toDouble();
@@ -64,7 +65,8 @@ protected:
     }
     void check(form::Field* box, bool on) {
         if (box->checked() != on)
-            QTest::mouseClick(box->widget(), Qt::LeftButton, {}, QPoint(8, box->widget()->height() / 2));
+            QTest::mouseClick(box->widget(), Qt::LeftButton, {},
+                              QPoint(8, box->widget()->height() / 2));
         ASSERT_EQ(box->checked(), on);
     }
     static QStringList columnOf(const form::ListView* list, int column) {
@@ -73,8 +75,8 @@ protected:
         return all;
     }
     /// Selects the row with an id and presses the button.
-    void take(const form::TwoListEditor& editor, int idColumn, const QString& id, QPushButton* button,
-              form::ListView* list) {
+    void take(const form::TwoListEditor& editor, int idColumn, const QString& id,
+              QPushButton* button, form::ListView* list) {
         const auto row = static_cast<int>(columnOf(list, idColumn).indexOf(id));
         ASSERT_GE(row, 0) << id.toStdString();
         ASSERT_TRUE(editor.pool->isVisible());

@@ -120,8 +120,9 @@ TEST_F(EditMode, AListShownBeforeDoesNotKeepTheValuesOfAGemVariableDisabled) {
 TEST_F(EditMode, TheFocusGoesWhereTheWorkBegins) {
     open();
     const std::pair<std::int16_t, const char*> starts[] = {
-        {form::GEMEVT, "chkEvtEnable"}, {form::GEMVEC, "txtVarDefValue"}, {form::CSTALM, "txtAlmName"},
-        {form::CSTEVT, "txtEvtName"},   {form::CSTVDV, "txtVarName"},     {form::CSTVSV, "txtVarName"},
+        {form::GEMEVT, "chkEvtEnable"}, {form::GEMVEC, "txtVarDefValue"},
+        {form::CSTALM, "txtAlmName"},   {form::CSTEVT, "txtEvtName"},
+        {form::CSTVDV, "txtVarName"},   {form::CSTVSV, "txtVarName"},
         {form::CSTVEC, "txtVarName"}};
     for (const auto& [category, name] : starts) {
         clickCategory(category);

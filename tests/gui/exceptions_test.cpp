@@ -1,5 +1,5 @@
-// Every checked field of every category, and each of its codes: typed into the window, left, and read from
-// the "Exception:" box.
+// Every checked field of every category, and each of its codes: typed into the window, left, and
+// read from the "Exception:" box.
 #include "tests/support/window_bench.h"
 
 namespace stelvan::app {
@@ -72,11 +72,14 @@ private:
 
 /// Identifier, name, group and text follow the same order of tests in every kind of record.
 std::vector<Case> commonCases(const QString& prefix, const QString& kind, const QString& idRange,
-                              const QString& belowRange, const QString& takenId, const QString& takenName,
-                              const QString& textField, const QString& textCaption) {
+                              const QString& belowRange, const QString& takenId,
+                              const QString& takenName, const QString& textField,
+                              const QString& textCaption) {
     const QString id = prefix + "ID";
     const QString name = prefix + "Name";
-    const auto idFault = [&](const QString& message) { return QStringList(fault(kind + " ID", message)); };
+    const auto idFault = [&](const QString& message) {
+        return QStringList(fault(kind + " ID", message));
+    };
     const auto nameFault = [&](const QString& message) {
         return QStringList(fault(kind + " Name", message));
     };
@@ -96,7 +99,8 @@ std::vector<Case> commonCases(const QString& prefix, const QString& kind, const 
         {{{name, "  NewName "}}, {}},
         {{{textField, " "}}, {fault(textCaption, kEmpty)}},
         {{{textField, "two words"}}, {}},
-        {{{textField, ""}, {id, "abc"}}, {fault(kind + " ID", kNumeric), fault(textCaption, kEmpty)}},
+        {{{textField, ""}, {id, "abc"}},
+         {fault(kind + " ID", kNumeric), fault(textCaption, kEmpty)}},
     };
 }
 
@@ -109,12 +113,13 @@ std::vector<Case> groupCases(const QString& field, const QString& caption) {
 TEST_F(Exceptions, alarm) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    expectWhileAdding(form::CSTALM, commonCases("txtAlm", "Alarm", "Valid range is 1 to 2147483647. ", "0",
-                                                "101", "Sc1LevelLow", "txtAlmText", "Alarm Text"));
-    expectWhileAdding(form::CSTALM, groupCases("txtAlmGroup", "Alarm Group"));
     expectWhileAdding(form::CSTALM,
-                      {{{{"txtAlmID", "-1"}}, {fault("Alarm ID", "Valid range is 1 to 2147483647. ")}},
-                       {{{"txtAlmID", "5"}}, {}}});
+                      commonCases("txtAlm", "Alarm", "Valid range is 1 to 2147483647. ", "0", "101",
+                                  "Sc1LevelLow", "txtAlmText", "Alarm Text"));
+    expectWhileAdding(form::CSTALM, groupCases("txtAlmGroup", "Alarm Group"));
+    expectWhileAdding(form::CSTALM, {{{{"txtAlmID", "-1"}},
+                                      {fault("Alarm ID", "Valid range is 1 to 2147483647. ")}},
+                                     {{{"txtAlmID", "5"}}, {}}});
 }
 
 TEST_F(Exceptions, eventsOfAnAlarm) {
@@ -145,7 +150,8 @@ TEST_F(Exceptions, eventsOfAnAlarm) {
          {{{"txtAlmSetCEID", "9999"}, {"txtAlmClrCEID", "9999"}, {"txtAlmSetCEID", "9998"}}, {}},
          {{{"txtAlmSetCEName", "Same"}, {"txtAlmClrCEName", "Same"}},
           {fault("Alarm Set CEName", sameNames), fault("Alarm Clear CEName", sameNames)}},
-         {{{"txtAlmSetCEName", "Same"}, {"txtAlmClrCEName", "Same"}, {"txtAlmClrCEName", "Other"}}, {}},
+         {{{"txtAlmSetCEName", "Same"}, {"txtAlmClrCEName", "Same"}, {"txtAlmClrCEName", "Other"}},
+          {}},
          // one event for both sides: nothing is filled in for a faulty field
          {{{"txtAlmSetCEID", "101"}, {"txtAlmClrCEID", "101"}},
           {fault("Alarm Set CEID", sameIds), fault("Alarm Clear CEID", sameIds)}}});
@@ -155,8 +161,8 @@ TEST_F(Exceptions, eventsOfAnAlarm) {
 TEST_F(Exceptions, collectionEvent) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    expectWhileAdding(form::CSTEVT, commonCases("txtEvt", "Event", kFrom101, "100", "101", "Sc1AlarmSet",
-                                                "txtEvtDesc", "Event Desc"));
+    expectWhileAdding(form::CSTEVT, commonCases("txtEvt", "Event", kFrom101, "100", "101",
+                                                "Sc1AlarmSet", "txtEvtDesc", "Event Desc"));
     expectWhileAdding(form::CSTEVT, groupCases("txtEvtGroup", "Event Group"));
     expectWhileAdding(form::CSTEVT,
                       {{{{"txtEvtName", "EquipmentOffline"}}, {fault("Event Name", kNameExists)}}});
@@ -166,25 +172,26 @@ TEST_F(Exceptions, report) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     always = QStringList(fault("Report Variable List", "Must contain item."));
-    expectWhileAdding(form::CSTRPT, commonCases("txtRpt", "Report", kFrom101, "100", "101", "Sc1Status",
-                                                "txtRptDesc", "Report Desc"));
+    expectWhileAdding(form::CSTRPT, commonCases("txtRpt", "Report", kFrom101, "100", "101",
+                                                "Sc1Status", "txtRptDesc", "Report Desc"));
 }
 
 TEST_F(Exceptions, variableOfEveryKind) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     for (const std::int16_t category : {form::CSTVDV, form::CSTVSV, form::CSTVEC}) {
-        expectWhileAdding(category, commonCases("txtVar", "Variable", kFrom101, "100", "218", "RobotState",
-                                                "txtVarDesc", "Variable Desc"));
+        expectWhileAdding(category, commonCases("txtVar", "Variable", kFrom101, "100", "218",
+                                                "RobotState", "txtVarDesc", "Variable Desc"));
         expectWhileAdding(category, groupCases("txtVarGroup", "Variable Group"));
         expectWhileAdding(
-            category, {{{{"txtVarName", "Clock"}}, {fault("Variable Name", kNameExists)}},
-                       {{{"cmbVarFormat", "U4"}, {"cmbVarFormat", ""}}, {fault("Variable Format", kEmpty)}},
-                       {{{"cmbVarFormat", "X9"}}, {fault("Variable Format", "Invalid variable format. ")}},
-                       {{{"cmbVarFormat", "u4"}}, {}}});
+            category,
+            {{{{"txtVarName", "Clock"}}, {fault("Variable Name", kNameExists)}},
+             {{{"cmbVarFormat", "U4"}, {"cmbVarFormat", ""}}, {fault("Variable Format", kEmpty)}},
+             {{{"cmbVarFormat", "X9"}}, {fault("Variable Format", "Invalid variable format. ")}},
+             {{{"cmbVarFormat", "u4"}}, {}}});
     }
-    expectWhileAdding(form::CSTVEC,
-                      {{{{"cmbVarFormat", "L"}}, {fault("Variable Format", "Invalid variable format. ")}}});
+    expectWhileAdding(form::CSTVEC, {{{{"cmbVarFormat", "L"}},
+                                      {fault("Variable Format", "Invalid variable format. ")}}});
     expectWhileAdding(form::CSTVSV, {{{{"cmbVarFormat", "L"}}, {}}});
 }
 
@@ -202,7 +209,10 @@ TEST_F(Exceptions, valuesOfEveryFormat) {
         {"U2", {"0", "65535"}, {"-1", "65536"}, "Valid range for U2 is 0 to 65535. "},
         {"U4", {"0", "2147483647"}, {"-1"}, "Valid range for U4 is 0 to 2147483647. "},
         {"I1", {"-128", "127"}, {"-129", "128"}, "Valid range for I1 is -128 to 127. "},
-        {"I2", {"-32768", "32767"}, {"-32769", "32768"}, "Valid range for I1 is -32,767 to 32,767. "},
+        {"I2",
+         {"-32768", "32767"},
+         {"-32769", "32768"},
+         "Valid range for I1 is -32,767 to 32,767. "},
         {"I4", {"-2147483648", "2147483647"}, {}, ""},
         {"B", {"0", "255"}, {"-1", "256"}, "Valid value for BINARY is 0 or 255. "},
         {"F4", {"-3.4e38", "1.5"}, {"3.402e38"}, "Valid range for I1 is -3.4E+38 to 3.4E+38. "},
@@ -220,7 +230,8 @@ TEST_F(Exceptions, valuesOfEveryFormat) {
             };
             cases.push_back({typed("1 5"), {fault(caption, kSpace)}});
             cases.push_back({typed("abc"), {fault(caption, kNumeric)}});
-            if (!format.code.startsWith('F')) cases.push_back({typed("5.0"), {fault(caption, kInteger)}});
+            if (!format.code.startsWith('F'))
+                cases.push_back({typed("5.0"), {fault(caption, kInteger)}});
             for (const QString& text : format.good) cases.push_back({typed(text), {}});
             for (const QString& text : format.outside) {
                 cases.push_back({typed(text), {fault(caption, format.message)}});
@@ -230,13 +241,14 @@ TEST_F(Exceptions, valuesOfEveryFormat) {
     }
     const QString bool15 = "Valid value for BOOL is 'TRUE' or 'FALSE'. ";
     for (const auto& [field, caption] : {fields[2], fields[3]}) {
-        expectWhileAdding(form::CSTVDV, {{{{"cmbVarFormat", "BL"}, {field, "true"}}, {}},
-                                         {{{"cmbVarFormat", "BL"}, {field, "False"}}, {}},
-                                         {{{"cmbVarFormat", "BL"}, {field, "yes"}}, {fault(caption, bool15)}},
-                                         {{{"cmbVarFormat", "BL"}, {field, "a b"}}, {fault(caption, kSpace)}},
-                                         {{{"cmbVarFormat", "A"}, {field, "any text"}}, {}},
-                                         {{{"cmbVarFormat", "U8"}, {field, "any text"}}, {}},
-                                         {{{"cmbVarFormat", "I8"}, {field, "1.5"}}, {}}});
+        expectWhileAdding(form::CSTVDV,
+                          {{{{"cmbVarFormat", "BL"}, {field, "true"}}, {}},
+                           {{{"cmbVarFormat", "BL"}, {field, "False"}}, {}},
+                           {{{"cmbVarFormat", "BL"}, {field, "yes"}}, {fault(caption, bool15)}},
+                           {{{"cmbVarFormat", "BL"}, {field, "a b"}}, {fault(caption, kSpace)}},
+                           {{{"cmbVarFormat", "A"}, {field, "any text"}}, {}},
+                           {{{"cmbVarFormat", "U8"}, {field, "any text"}}, {}},
+                           {{{"cmbVarFormat", "I8"}, {field, "1.5"}}, {}}});
     }
 }
 
@@ -250,10 +262,12 @@ TEST_F(Exceptions, limitsAndValuesAgainstOneAnother) {
             {{{format, {"txtVarMin", "10"}, {"txtVarMax", "9"}},
               {fault("Variable Max", kMinAboveMax), fault("Variable Min", kMinAboveMax)}},
              {{format, {"txtVarMin", "10"}, {"txtVarMax", "9"}, {"txtVarMin", "9"}}, {}},
-             {{format, {"txtVarMax", "9"}, {"txtVarValue", "10"}}, {fault("Variable Value", kOutside)}},
+             {{format, {"txtVarMax", "9"}, {"txtVarValue", "10"}},
+              {fault("Variable Value", kOutside)}},
              {{format, {"txtVarMin", "9"}, {"txtVarDefValue", "8"}},
               {fault("Variable Default Value", kOutside)}},
-             {{format, {"txtVarValue", "10"}, {"txtVarMax", "9"}}, {fault("Variable Value", kOutside)}},
+             {{format, {"txtVarValue", "10"}, {"txtVarMax", "9"}},
+              {fault("Variable Value", kOutside)}},
              {{format, {"txtVarValue", "10"}, {"txtVarMax", "9"}, {"txtVarMax", "10"}}, {}}});
     }
 }
@@ -266,13 +280,14 @@ TEST_F(Exceptions, valueOfAGemVariable) {
     for (const auto& [field, caption] :
          {std::pair<QString, QString>{"txtVarDefValue", "Variable Default Value"},
           std::pair<QString, QString>{"txtVarValue", "Variable Value"}}) {
-        expectWhileEditing({{{{field, "1 5"}}, {fault(caption, kSpace)}},
-                            {{{field, "abc"}}, {fault(caption, kNumeric)}},
-                            {{{field, "1.5"}}, {fault(caption, kInteger)}},
-                            {{{field, "256"}}, {fault(caption, "Valid range for U1 is 0 to 255. ")}},
-                            {{{field, "6"}}, {fault(caption, kOutside)}},
-                            {{{field, "0"}}, {fault(caption, kOutside)}},
-                            {{{field, "5"}}, {}}});
+        expectWhileEditing(
+            {{{{field, "1 5"}}, {fault(caption, kSpace)}},
+             {{{field, "abc"}}, {fault(caption, kNumeric)}},
+             {{{field, "1.5"}}, {fault(caption, kInteger)}},
+             {{{field, "256"}}, {fault(caption, "Valid range for U1 is 0 to 255. ")}},
+             {{{field, "6"}}, {fault(caption, kOutside)}},
+             {{{field, "0"}}, {fault(caption, kOutside)}},
+             {{{field, "5"}}, {}}});
     }
 }
 
@@ -311,9 +326,17 @@ TEST_F(Exceptions, protocolSettings) {
         {"AdministratorPassword",
          {{"ab cd", kSpace}, {"abcdefghijklm", "Maximum 12 characters. "}, {"abcdefghijkl", ""}}},
         {"ConnectionRetryLimit",
-         {{"1 0", kSpace}, {"x", kNumeric}, {"2.5", kInteger}, {"32", range("0 to 31")}, {"31", ""}}},
+         {{"1 0", kSpace},
+          {"x", kNumeric},
+          {"2.5", kInteger},
+          {"32", range("0 to 31")},
+          {"31", ""}}},
         {"DeviceID",
-         {{"1 0", kSpace}, {"x", kNumeric}, {"2.5", kInteger}, {"-1", range("0 to 32767")}, {"32767", ""}}},
+         {{"1 0", kSpace},
+          {"x", kNumeric},
+          {"2.5", kInteger},
+          {"-1", range("0 to 32767")},
+          {"32767", ""}}},
         {"LocalIPAddress", {{"1 0", kSpace}, {"192.168.0.256", address}, {"192.168.0.1", ""}}},
         {"LocalIPPort",
          {{"1 0", kSpace},
@@ -340,17 +363,41 @@ TEST_F(Exceptions, protocolSettings) {
           {"0.1", ""}}},
         {"T2Timeout", {{"1 0", kSpace}, {"x", kNumeric}, {"0.19", range("0.2 to 25")}, {"25", ""}}},
         {"T3Timeout",
-         {{"1 0", kSpace}, {"x", kNumeric}, {"2.5", kInteger}, {"121", range("1 to 120")}, {"120", ""}}},
+         {{"1 0", kSpace},
+          {"x", kNumeric},
+          {"2.5", kInteger},
+          {"121", range("1 to 120")},
+          {"120", ""}}},
         {"T4Timeout",
-         {{"1 0", kSpace}, {"x", kNumeric}, {"2.5", kInteger}, {"0", range("1 to 120")}, {"1", ""}}},
+         {{"1 0", kSpace},
+          {"x", kNumeric},
+          {"2.5", kInteger},
+          {"0", range("1 to 120")},
+          {"1", ""}}},
         {"T5Timeout",
-         {{"1 0", kSpace}, {"x", kNumeric}, {"2.5", kInteger}, {"241", range("1 to 240")}, {"240", ""}}},
+         {{"1 0", kSpace},
+          {"x", kNumeric},
+          {"2.5", kInteger},
+          {"241", range("1 to 240")},
+          {"240", ""}}},
         {"T6Timeout",
-         {{"1 0", kSpace}, {"x", kNumeric}, {"2.5", kInteger}, {"0", range("1 to 240")}, {"1", ""}}},
+         {{"1 0", kSpace},
+          {"x", kNumeric},
+          {"2.5", kInteger},
+          {"0", range("1 to 240")},
+          {"1", ""}}},
         {"T7Timeout",
-         {{"1 0", kSpace}, {"x", kNumeric}, {"2.5", kInteger}, {"241", range("1 to 240")}, {"240", ""}}},
+         {{"1 0", kSpace},
+          {"x", kNumeric},
+          {"2.5", kInteger},
+          {"241", range("1 to 240")},
+          {"240", ""}}},
         {"T8Timeout",
-         {{"1 0", kSpace}, {"x", kNumeric}, {"2.5", kInteger}, {"0", range("1 to 120")}, {"120", ""}}},
+         {{"1 0", kSpace},
+          {"x", kNumeric},
+          {"2.5", kInteger},
+          {"0", range("1 to 120")},
+          {"120", ""}}},
         {"TimeOutRetry",
          {{"1 0", kSpace},
           {"x", kNumeric},
@@ -362,7 +409,8 @@ TEST_F(Exceptions, protocolSettings) {
         goTo("txtSttName", setting.name);
         for (const auto& [text, message] : setting.cases) {
             const auto listed = [&](const QString& suffix) {
-                return message.isEmpty() ? QStringList() : QStringList(fault(setting.name + suffix, message));
+                return message.isEmpty() ? QStringList()
+                                         : QStringList(fault(setting.name + suffix, message));
             };
             expectWhileEditing({{{{"txtSttValue", text}}, listed("Value::")},
                                 {{{"txtSttDefValue", text}}, listed("Default Value::")}});
@@ -373,8 +421,8 @@ TEST_F(Exceptions, protocolSettings) {
 TEST_F(Exceptions, anEventsLowestIdInAModelWithoutEvents) {
     STELVAN_NEEDS_SAMPLE("gem_empty.mdb");
     open("gem_empty.mdb");
-    expectWhileAdding(form::CSTEVT,
-                      {{{{"txtEvtID", "100"}}, {fault("Event ID", kFrom101)}}, {{{"txtEvtID", "101"}}, {}}});
+    expectWhileAdding(form::CSTEVT, {{{{"txtEvtID", "100"}}, {fault("Event ID", kFrom101)}},
+                                     {{{"txtEvtID", "101"}}, {}}});
 }
 
 TEST_F(Exceptions, aModelThatStoresIdsAsFractionsKnowsTheSameDuplicates) {
@@ -405,7 +453,8 @@ TEST_F(Exceptions, aFaultyRecordIsNotSaved) {
     add(form::CSTALM);
     type(field("txtAlmID"), "0");
     press(form().nav.cmdSave);
-    EXPECT_EQ(dialogs.texts(), QStringList("Record cannot be saved. Please correct the exception."));
+    EXPECT_EQ(dialogs.texts(),
+              QStringList("Record cannot be saved. Please correct the exception."));
     EXPECT_EQ(state().editMode, form::EditMode::Adding);
     EXPECT_EQ(exceptions(),
               "[Alarm Name]: Cannot be empty string.\r\n"
@@ -423,8 +472,9 @@ TEST_F(Exceptions, whatOverflowsIsReportedOnceAndNotSaved) {
     type(field("txtAlmText"), "T");
     type(field("txtAlmID"), "2147483648");
     press(form().nav.cmdSave);
-    EXPECT_EQ(dialogs.texts(), QStringList({"ERROR(6) [frmMain.txtAlmID_LostFocus.0]: Overflow",
-                                            "Record cannot be saved. Please correct the exception."}));
+    EXPECT_EQ(dialogs.texts(),
+              QStringList({"ERROR(6) [frmMain.txtAlmID_LostFocus.0]: Overflow",
+                           "Record cannot be saved. Please correct the exception."}));
     EXPECT_EQ(exceptions(), "");
     dialogs.messages.clear();
     type(field("txtAlmID"), "4711");
@@ -473,7 +523,8 @@ TEST_F(Exceptions, aSettingsChoiceIsStoredAndAMissingDatabaseIsRefused) {
     goTo("txtSttName", "GEMDatabase");
     edit();
     press(form().nav.cmdSave);
-    EXPECT_EQ(dialogs.texts(), QStringList("Record cannot be saved. Please correct the exception."));
+    EXPECT_EQ(dialogs.texts(),
+              QStringList("Record cannot be saved. Please correct the exception."));
     EXPECT_EQ(exceptions(),
               "[GEMDatabaseValue::]: Database file does not exist.\r\n"
               "[GEMDatabaseDefault Value::]: Database file does not exist.\r\n");

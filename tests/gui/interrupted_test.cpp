@@ -1,5 +1,5 @@
-// A save or a delete that fails, or is cut off, at each of its operations: the file is as before or as
-// after, the window agrees with it, and a second try works.
+// A save or a delete that fails, or is cut off, at each of its operations: the file is as before or
+// as after, the window agrees with it, and a second try works.
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -25,8 +25,8 @@ Content contentOf(const fs::path& file) {
     connection.setConnectionText("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + file.string() +
                                  "; Mode=Read|Write");
     connection.open();
-    for (const char* table :
-         {"secs_alarm", "secs_cusevent", "secs_cusvar", "secs_def_evt_rpt", "secs_report", "secs_rpt_var"}) {
+    for (const char* table : {"secs_alarm", "secs_cusevent", "secs_cusvar", "secs_def_evt_rpt",
+                              "secs_report", "secs_rpt_var"}) {
         db::Recordset records;
         records.open(std::string("SELECT * FROM ") + table, connection);
         for (; !records.eof(); records.moveNext()) {
@@ -52,7 +52,8 @@ protected:
     /// A fresh window on a fresh copy, over the file system that fails on demand.
     void openFresh() {
         closeAll();
-        for (const auto& entry : fs::directory_iterator(scratch.path())) fs::remove_all(entry.path());
+        for (const auto& entry : fs::directory_iterator(scratch.path()))
+            fs::remove_all(entry.path());
         dialogs.messages.clear();
         dialogs.answers.clear();
         files.emplace();
@@ -255,7 +256,8 @@ private:
         fs::remove_all(folder);
         fs::create_directory(folder);
         for (const auto& entry : fs::directory_iterator(path.parent_path()))
-            if (entry.is_regular_file()) fs::copy_file(entry.path(), folder / entry.path().filename());
+            if (entry.is_regular_file())
+                fs::copy_file(entry.path(), folder / entry.path().filename());
         test::FaultyFileSystem sound;
         const jet::FileSystemOverride others(sound);
         const Content found = contentOf(folder / path.filename());

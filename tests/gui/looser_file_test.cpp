@@ -34,7 +34,8 @@ TEST_F(LooserFile, AnEventKeepsItsFlagAsANumberAndItsReportsInOrder) {
     const QStringList wanted = columnOf(reports.selected, 1);
     save();
     expectStored();
-    EXPECT_EQ(values("SELECT rpt_id FROM secs_def_evt_rpt WHERE evt_id = 162 ORDER BY rpt_order"), wanted);
+    EXPECT_EQ(values("SELECT rpt_id FROM secs_def_evt_rpt WHERE evt_id = 162 ORDER BY rpt_order"),
+              wanted);
     EXPECT_EQ(values("SELECT evt_enable FROM secs_cusevent WHERE evt_id = 162"), QStringList{"0"});
     edit();
     check(form().evt.chkEvtEnable, true);
@@ -51,7 +52,8 @@ TEST_F(LooserFile, AReportKeepsTheOrderOfItsVariables) {
     ASSERT_EQ(wanted.size(), 14);
     save();
     expectStored();
-    EXPECT_EQ(values("SELECT var_id FROM secs_rpt_var WHERE rpt_id = 126 ORDER BY var_order"), wanted);
+    EXPECT_EQ(values("SELECT var_id FROM secs_rpt_var WHERE rpt_id = 126 ORDER BY var_order"),
+              wanted);
 }
 
 TEST_F(LooserFile, AListTakesAndReleasesChildren) {
@@ -64,8 +66,9 @@ TEST_F(LooserFile, AListTakesAndReleasesChildren) {
     const QStringList wanted = columnOf(children.selected, 2);
     save();
     expectStored();
-    EXPECT_EQ(values("SELECT var_id FROM secs_cusvar WHERE var_parentkey = 227 ORDER BY var_accessid"),
-              wanted);
+    EXPECT_EQ(
+        values("SELECT var_id FROM secs_cusvar WHERE var_parentkey = 227 ORDER BY var_accessid"),
+        wanted);
     EXPECT_EQ(values("SELECT var_parentkey FROM secs_cusvar WHERE var_id = 235"), QStringList{"0"});
 }
 

@@ -50,20 +50,23 @@ bool hasMdbExport() {
 
 std::vector<ExportedRow> exportTable(const std::string& file, const QString& table) {
     QProcess reader;
-    reader.start(QStringLiteral("mdb-export"), {"-0", kExportedNull, QString::fromStdString(file), table});
-    if (!reader.waitForFinished() || reader.exitCode() != 0) throw std::runtime_error("mdb-export failed");
+    reader.start(QStringLiteral("mdb-export"),
+                 {"-0", kExportedNull, QString::fromStdString(file), table});
+    if (!reader.waitForFinished() || reader.exitCode() != 0)
+        throw std::runtime_error("mdb-export failed");
     const auto records = parse(QString::fromUtf8(reader.readAllStandardOutput()));
     std::vector<ExportedRow> rows;
     for (std::size_t r = 1; r < records.size(); ++r) {
         ExportedRow row;
-        for (qsizetype c = 0; c < records[r].size(); ++c) row.insert(records[0].value(c), records[r][c]);
+        for (qsizetype c = 0; c < records[r].size(); ++c)
+            row.insert(records[0].value(c), records[r][c]);
         rows.push_back(row);
     }
     return rows;
 }
 
-std::vector<ExportedRow> exportWhere(const std::string& file, const QString& table, const QString& column,
-                                     const QString& value) {
+std::vector<ExportedRow> exportWhere(const std::string& file, const QString& table,
+                                     const QString& column, const QString& value) {
     std::vector<ExportedRow> rows = exportTable(file, table);
     std::erase_if(rows, [&](const ExportedRow& row) { return row.value(column) != value; });
     return rows;
@@ -71,8 +74,9 @@ std::vector<ExportedRow> exportWhere(const std::string& file, const QString& tab
 
 Snapshot snapshotOf(const std::string& file) {
     Snapshot all;
-    for (const char* table : {"secs_alarm", "secs_cusevent", "secs_cusvar", "secs_def_evt_rpt",
-                              "secs_gemevent", "secs_gemvar", "secs_report", "secs_rpt_var", "secs_setting"})
+    for (const char* table :
+         {"secs_alarm", "secs_cusevent", "secs_cusvar", "secs_def_evt_rpt", "secs_gemevent",
+          "secs_gemvar", "secs_report", "secs_rpt_var", "secs_setting"})
         for (ExportedRow& row : exportTable(file, table)) all.emplace(table, std::move(row));
     return all;
 }
@@ -101,7 +105,8 @@ QStringList differences(const Snapshot& before, const Snapshot& after) {
         const auto is = rowsOf(after, table);
         const int added = missing(is, was);
         const int removed = missing(was, is);
-        if (added + removed > 0) all << QStringLiteral("%1 +%2 -%3").arg(table).arg(added).arg(removed);
+        if (added + removed > 0)
+            all << QStringLiteral("%1 +%2 -%3").arg(table).arg(added).arg(removed);
     }
     return all;
 }

@@ -1,6 +1,7 @@
-// A long random walk of a user through the window, with a plain model beside it: screen, record set and file
-// agree with the model after every step, nobody sees a box that the step does not call for, and the file is
-// sound at the end. STELVAN_WALK_STEPS and STELVAN_WALK_SEED lengthen or change the walk.
+// A long random walk of a user through the window, with a plain model beside it: screen, record set
+// and file agree with the model after every step, nobody sees a box that the step does not call
+// for, and the file is sound at the end. STELVAN_WALK_STEPS and STELVAN_WALK_SEED lengthen or
+// change the walk.
 #include <QAction>
 #include <QComboBox>
 #include <QLabel>
@@ -66,7 +67,8 @@ protected:
         const auto rows = model_->rowsOf(kind());
         ASSERT_EQ(state().current.records->recordCount(), static_cast<int>(rows.size()));
         const int n = static_cast<int>(rows.size());
-        ASSERT_EQ(form().nav.lblRecNumber->text(), QString("%1 of %2").arg(state().current.position).arg(n));
+        ASSERT_EQ(form().nav.lblRecNumber->text(),
+                  QString("%1 of %2").arg(state().current.position).arg(n));
         if (n == 0) return;
         const QString id = shownId();
         const auto shown = WalkModel::shown(kind(), model_->find(kind(), id));
@@ -83,7 +85,8 @@ protected:
             linked.sort();
             ASSERT_EQ(screen, linked);
         }
-        if (kind().category >= 7 && kind().category <= 9 && shown["cmbVarFormat"].toUpper() == "L") {
+        if (kind().category >= 7 && kind().category <= 9 &&
+            shown["cmbVarFormat"].toUpper() == "L") {
             ASSERT_EQ(idsIn(form().var.children.selected, 2), model_->children(id));
         }
     }
@@ -104,7 +107,8 @@ protected:
     void stepGrid() {
         form().tspData->setCurrentIndex(1);
         ASSERT_FALSE(form().nav.fraDBOperation->isEnabled());
-        ASSERT_EQ(form().DBGridGEM->model()->rowCount(), static_cast<int>(model_->rowsOf(kind()).size()));
+        ASSERT_EQ(form().DBGridGEM->model()->rowCount(),
+                  static_cast<int>(model_->rowsOf(kind()).size()));
         form().tspData->setCurrentIndex(0);
     }
     void stepDelete() {
@@ -249,7 +253,8 @@ protected:
         }
     }
 
-    /// Whether a save of this record can be foretold: what came with the file may break rules of its own.
+    /// Whether a save of this record can be foretold: what came with the file may break rules of
+    /// its own.
     bool foretold(bool adding, const QString& id) {
         return adding || (kind().category == 1) || walked_.contains(kind().table + id);
     }
@@ -258,7 +263,8 @@ protected:
     void stepChange() {
         const bool custom = kind().custom;
         const bool adding = custom && form().nav.cmdNew->isEnabled() && chance(50);
-        if (!adding && (!form().nav.cmdUpdate->isEnabled() || state().current.position == 0)) return;
+        if (!adding && (!form().nav.cmdUpdate->isEnabled() || state().current.position == 0))
+            return;
         const QString before = adding ? QString() : shownId();
         if (!adding && QStringList{"U8", "I8"}.contains(field("cmbVarFormat").text())) return;
         press(adding ? form().nav.cmdNew : form().nav.cmdUpdate);
@@ -267,8 +273,8 @@ protected:
         fill(adding);
         const QString id = shownId();
         wrong_ = wrong_ || id.isEmpty();  // there is no identifier behind the highest possible one
-        const bool isList =
-            kind().category >= 7 && kind().category <= 9 && field("cmbVarFormat").text().toUpper() == "L";
+        const bool isList = kind().category >= 7 && kind().category <= 9 &&
+                            field("cmbVarFormat").text().toUpper() == "L";
         QStringList links;
         if (kind().category == 6) links = changeLinks(form().evt.reports, 1, 1);
         if (kind().category == 11) {

@@ -1,4 +1,5 @@
-// A typical change in each category, and what a save leaves in the file: read back by another reader.
+// A typical change in each category, and what a save leaves in the file: read back by another
+// reader.
 #include <QComboBox>
 #include <QLabel>
 
@@ -25,7 +26,9 @@ protected:
         before = test::snapshotOf(file());
         add(category);
     }
-    [[nodiscard]] QStringList changes() const { return test::differences(before, test::snapshotOf(file())); }
+    [[nodiscard]] QStringList changes() const {
+        return test::differences(before, test::snapshotOf(file()));
+    }
 };
 
 TEST_F(Save, AGemEventWritesOnlyItsEnableFlag) {
@@ -180,7 +183,8 @@ TEST_F(Save, AVariableIsChangedInEachCustomCategory) {
 }
 
 TEST_F(Save, BlankLimitsAreZeroForNumbersAndNullForTexts) {
-    for (const auto& [format, blank] : {std::pair{"U4", "0"}, {"B", "0"}, {"A", "NULL"}, {"BL", "NULL"}}) {
+    for (const auto& [format, blank] :
+         {std::pair{"U4", "0"}, {"B", "0"}, {"A", "NULL"}, {"BL", "NULL"}}) {
         beginAdding(form::CSTVSV);
         const QString id = form().var.txtVarID->text();
         type(*form().var.txtVarName, "NewVariable");
@@ -323,7 +327,8 @@ TEST_F(Save, AReportIsAddedWithVariablesOfBothTables) {
     expectStored();
     EXPECT_EQ(ordered("secs_rpt_var", "rpt_id", id, "var_id", "var_order"),
               QStringList({"101", "2", "1001"}));
-    EXPECT_EQ(columnOf(variables.selected, 4), QStringList({"1", "2", "3"})) << "the numbers just written";
+    EXPECT_EQ(columnOf(variables.selected, 4), QStringList({"1", "2", "3"}))
+        << "the numbers just written";
     EXPECT_EQ(changes(), QStringList({"secs_report +1 -0", "secs_rpt_var +3 -0"}));
 }
 
@@ -332,7 +337,8 @@ TEST_F(Save, AReportWithoutVariablesIsRefused) {
     type(*form().rpt.txtRptName, "NewReport");
     type(*form().rpt.txtRptDesc, "Description");
     save();
-    EXPECT_EQ(dialogs.texts(), QStringList{"Record cannot be saved. Please correct the exception."});
+    EXPECT_EQ(dialogs.texts(),
+              QStringList{"Record cannot be saved. Please correct the exception."});
     EXPECT_EQ(exceptions(), "[Report Variable List]: Must contain item.\r\n");
     EXPECT_EQ(state().editMode, form::EditMode::Adding);
     EXPECT_EQ(form().rpt.txtRptName->text(), "NewReport");
@@ -361,7 +367,8 @@ TEST_F(Save, ARefusedSettingWritesNothing) {
     begin(form::GEMSTT, "txtSttName", "T3Timeout");
     type(*form().stt.txtSttValue, "121");
     save();
-    EXPECT_EQ(dialogs.texts(), QStringList{"Record cannot be saved. Please correct the exception."});
+    EXPECT_EQ(dialogs.texts(),
+              QStringList{"Record cannot be saved. Please correct the exception."});
     EXPECT_EQ(state().editMode, form::EditMode::Editing);
     EXPECT_EQ(changes(), QStringList());
     type(*form().stt.txtSttValue, "120");
@@ -374,7 +381,8 @@ TEST_F(Save, ARefusalLeavesEverythingAsTypedAndASecondTryWorks) {
     begin(form::CSTALM, "txtAlmID", "102");
     type(*form().alm.txtAlmName, "two words");
     save();
-    EXPECT_EQ(dialogs.texts(), QStringList{"Record cannot be saved. Please correct the exception."});
+    EXPECT_EQ(dialogs.texts(),
+              QStringList{"Record cannot be saved. Please correct the exception."});
     EXPECT_EQ(form().alm.txtAlmName->text(), "two words");
     EXPECT_TRUE(form().alm.txtAlmName->isOpen());
     EXPECT_EQ(changes(), QStringList());
@@ -394,8 +402,10 @@ TEST_F(Save, AnIdentifierThatIsTooLargeIsReportedAndRefused) {
     dialogs.messages.clear();
     save();
     ASSERT_GE(dialogs.messages.size(), 2U);
-    EXPECT_TRUE(dialogs.messages.front().text.startsWith("ERROR(6) [frmMain.txtAlmID_LostFocus.0]"));
-    EXPECT_EQ(dialogs.messages.back().text, "Record cannot be saved. Please correct the exception.");
+    EXPECT_TRUE(
+        dialogs.messages.front().text.startsWith("ERROR(6) [frmMain.txtAlmID_LostFocus.0]"));
+    EXPECT_EQ(dialogs.messages.back().text,
+              "Record cannot be saved. Please correct the exception.");
     EXPECT_EQ(changes(), QStringList());
 }
 
@@ -410,8 +420,8 @@ TEST_F(Save, ByMnemonicFromWithinAField) {
 }
 
 TEST_F(Save, UnchangedRecordsOfEveryCategoryAreWrittenBackAsTheyWere) {
-    for (const std::int16_t category : {form::GEMEVT, form::GEMVDV, form::GEMVEC, form::CSTALM, form::CSTEVT,
-                                        form::CSTVDV, form::CSTVSV, form::CSTVEC}) {
+    for (const std::int16_t category : {form::GEMEVT, form::GEMVDV, form::GEMVEC, form::CSTALM,
+                                        form::CSTEVT, form::CSTVDV, form::CSTVSV, form::CSTVEC}) {
         begin(category);
         save();
         expectStored();

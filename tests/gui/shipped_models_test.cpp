@@ -1,4 +1,5 @@
-// The shipped models in the window: every record of every category shows itself, and no box appears.
+// The shipped models in the window: every record of every category shows itself, and no box
+// appears.
 #include <QLabel>
 #include <QTableView>
 
@@ -12,7 +13,8 @@ constexpr std::int16_t kCategories = form::CSTRPT;
 class ShippedModelWindow : public WindowBench, public ::testing::WithParamInterface<const char*> {
 protected:
     void SetUp() override {
-        const auto copy = scratch.copyOf(std::string(STELVAN_BINARY_DIR "/share/stelvan/") + GetParam());
+        const auto copy =
+            scratch.copyOf(std::string(STELVAN_BINARY_DIR "/share/stelvan/") + GetParam());
         window = std::make_unique<app::FrmMain>(dialogs, QString());
         window->start(form::toQt(copy.string()));
         window->show();
@@ -24,7 +26,8 @@ protected:
         clickCategory(category);
         const int count = static_cast<int>(state().current.records->recordCount());
         for (int position = 1; position <= count; ++position) {
-            EXPECT_EQ(form().nav.lblRecNumber->text(), QStringLiteral("%1 of %2").arg(position).arg(count));
+            EXPECT_EQ(form().nav.lblRecNumber->text(),
+                      QStringLiteral("%1 of %2").arg(position).arg(count));
             if (position < count) press(form().nav.cmdNext);
         }
         EXPECT_EQ(dialogs.texts(), QStringList()) << "category " << category;
@@ -34,7 +37,8 @@ protected:
 
 TEST_P(ShippedModelWindow, EveryCategoryPagesFromFirstToLastWithoutABox) {
     int records = 0;
-    for (std::int16_t category = 1; category <= kCategories; ++category) records += pageThrough(category);
+    for (std::int16_t category = 1; category <= kCategories; ++category)
+        records += pageThrough(category);
     EXPECT_GE(records, 21 + 57 + 12 + 30);
 }
 
@@ -54,7 +58,8 @@ TEST_P(ShippedModelWindow, EveryStandardVariableShowsItsNameGroupAndText) {
         clickCategory(category);
         const int count = static_cast<int>(state().current.records->recordCount());
         for (int position = 1; position <= count; ++position) {
-            for (const char* name : {"txtVarID", "txtVarName", "txtVarGroup", "txtVarDesc", "cmbVarFormat"}) {
+            for (const char* name :
+                 {"txtVarID", "txtVarName", "txtVarGroup", "txtVarDesc", "cmbVarFormat"}) {
                 EXPECT_FALSE(field(name).text().isEmpty()) << name << " of record " << position;
                 EXPECT_NE(field(name).text(), "NULL") << name << " of record " << position;
             }
@@ -65,7 +70,9 @@ TEST_P(ShippedModelWindow, EveryStandardVariableShowsItsNameGroupAndText) {
 
 INSTANTIATE_TEST_SUITE_P(Templates, ShippedModelWindow,
                          ::testing::Values("gem-template.mdb", "demo-template.mdb"),
-                         [](const auto& kind) { return std::string(kind.index == 0 ? "Standard" : "Demo"); });
+                         [](const auto& kind) {
+                             return std::string(kind.index == 0 ? "Standard" : "Demo");
+                         });
 
 }  // namespace
 }  // namespace stelvan::test

@@ -16,9 +16,10 @@ struct FieldColumn {
     const char* column;
 };
 
-constexpr std::array kEvent{FieldColumn{"txtEvtName", "evt_name"}, FieldColumn{"txtEvtID", "evt_id"},
-                            FieldColumn{"txtEvtGroup", "evt_group"}, FieldColumn{"txtEvtDesc", "evt_text"},
-                            FieldColumn{"chkEvtEnable", "evt_enable"}};
+constexpr std::array kEvent{
+    FieldColumn{"txtEvtName", "evt_name"}, FieldColumn{"txtEvtID", "evt_id"},
+    FieldColumn{"txtEvtGroup", "evt_group"}, FieldColumn{"txtEvtDesc", "evt_text"},
+    FieldColumn{"chkEvtEnable", "evt_enable"}};
 constexpr std::array kVariable{FieldColumn{"txtVarName", "var_name"},
                                FieldColumn{"txtVarID", "var_id"},
                                FieldColumn{"txtVarGroup", "var_group"},
@@ -38,11 +39,12 @@ constexpr std::array kAlarm{FieldColumn{"txtAlmName", "alm_name"},
                             FieldColumn{"txtAlmSetCEName", "alm_set_cename"},
                             FieldColumn{"txtAlmClrCEID", "alm_clr_ceid"},
                             FieldColumn{"txtAlmClrCEName", "alm_clr_cename"}};
-constexpr std::array kSetting{FieldColumn{"txtSttName", "set_field"}, FieldColumn{"txtSttValue", "set_value"},
+constexpr std::array kSetting{FieldColumn{"txtSttName", "set_field"},
+                              FieldColumn{"txtSttValue", "set_value"},
                               FieldColumn{"txtSttDefValue", "set_defaultval"}};
-constexpr std::array kReport{FieldColumn{"txtRptID", "rpt_id"}, FieldColumn{"txtRptName", "rpt_name"},
-                             FieldColumn{"txtRptDesc", "rpt_desc"},
-                             FieldColumn{"chkRptDefault", "rpt_default"}};
+constexpr std::array kReport{
+    FieldColumn{"txtRptID", "rpt_id"}, FieldColumn{"txtRptName", "rpt_name"},
+    FieldColumn{"txtRptDesc", "rpt_desc"}, FieldColumn{"chkRptDefault", "rpt_default"}};
 
 template <std::size_t N>
 std::vector<FieldColumn> listed(const std::array<FieldColumn, N>& all) {
@@ -71,7 +73,8 @@ void cleanVariable(QMap<QString, QString>& f) {
 }
 
 void cleanAlarm(QMap<QString, QString>& f) {
-    for (const char* name : {"txtAlmSetCEID", "txtAlmSetCEName", "txtAlmClrCEID", "txtAlmClrCEName"})
+    for (const char* name :
+         {"txtAlmSetCEID", "txtAlmSetCEName", "txtAlmClrCEID", "txtAlmClrCEName"})
         if (isOneOf(f[name], {"NULL", "0"})) f[name] = QString();
 }
 
@@ -119,7 +122,8 @@ std::vector<WalkRow> readTable(jet::Table& table) {
     while (cursor->next()) {
         WalkRow row;
         for (const std::size_t c : all)
-            row[QString::fromStdString(info.columns[c].name)] = textOf(jet::toValue(cursor->value(c)));
+            row[QString::fromStdString(info.columns[c].name)] =
+                textOf(jet::toValue(cursor->value(c)));
         rows.push_back(std::move(row));
     }
     return rows;
@@ -137,12 +141,14 @@ struct Links {
 };
 
 Links linksOf(const WalkKind& kind) {
-    if (QString(kind.table) == "secs_report") return {"secs_rpt_var", "rpt_id", "var_id", "var_order"};
+    if (QString(kind.table) == "secs_report")
+        return {"secs_rpt_var", "rpt_id", "var_id", "var_order"};
     return {"secs_def_evt_rpt", "evt_id", "rpt_id", "rpt_order"};
 }
 
 bool holds(const std::vector<WalkRow>& rows, const QString& column, const QString& value) {
-    return std::any_of(rows.begin(), rows.end(), [&](const WalkRow& r) { return r[column] == value; });
+    return std::any_of(rows.begin(), rows.end(),
+                       [&](const WalkRow& r) { return r[column] == value; });
 }
 
 QStringList sortedIds(std::vector<WalkRow> rows, const QString& order, const QString& id) {
@@ -157,17 +163,18 @@ QStringList sortedIds(std::vector<WalkRow> rows, const QString& order, const QSt
 }  // namespace
 
 const std::vector<WalkKind>& walkKinds() {
-    static const std::vector<WalkKind> kinds{{1, "secs_gemevent", "", "txtEvtID", "evt_id", false},
-                                             {2, "secs_gemvar", "DV", "txtVarID", "var_id", false},
-                                             {3, "secs_gemvar", "SV", "txtVarID", "var_id", false},
-                                             {4, "secs_gemvar", "EC", "txtVarID", "var_id", false},
-                                             {5, "secs_alarm", "", "txtAlmID", "alm_id", true},
-                                             {6, "secs_cusevent", "", "txtEvtID", "evt_id", true},
-                                             {7, "secs_cusvar", "DV", "txtVarID", "var_id", true},
-                                             {8, "secs_cusvar", "SV", "txtVarID", "var_id", true},
-                                             {9, "secs_cusvar", "EC", "txtVarID", "var_id", true},
-                                             {10, "secs_setting", "", "txtSttName", "set_field", false},
-                                             {11, "secs_report", "", "txtRptID", "rpt_id", true}};
+    static const std::vector<WalkKind> kinds{
+        {1, "secs_gemevent", "", "txtEvtID", "evt_id", false},
+        {2, "secs_gemvar", "DV", "txtVarID", "var_id", false},
+        {3, "secs_gemvar", "SV", "txtVarID", "var_id", false},
+        {4, "secs_gemvar", "EC", "txtVarID", "var_id", false},
+        {5, "secs_alarm", "", "txtAlmID", "alm_id", true},
+        {6, "secs_cusevent", "", "txtEvtID", "evt_id", true},
+        {7, "secs_cusvar", "DV", "txtVarID", "var_id", true},
+        {8, "secs_cusvar", "SV", "txtVarID", "var_id", true},
+        {9, "secs_cusvar", "EC", "txtVarID", "var_id", true},
+        {10, "secs_setting", "", "txtSttName", "set_field", false},
+        {11, "secs_report", "", "txtRptID", "rpt_id", true}};
     return kinds;
 }
 
@@ -219,14 +226,16 @@ QMap<QString, QString> WalkModel::shown(const WalkKind& kind, const WalkRow& row
     return fields;
 }
 
-WalkRow WalkModel::stored(const WalkKind& kind, const WalkRow& before, const QMap<QString, QString>& f) {
+WalkRow WalkModel::stored(const WalkKind& kind, const WalkRow& before,
+                          const QMap<QString, QString>& f) {
     WalkRow row = before;
     if (f.contains("txtVarMin")) return storedVariable(kind, row, f);
     if (kind.category == 1) {
         row["evt_enable"] = f["chkEvtEnable"];
         return row;
     }
-    const QStringList asTyped{"txtEvtDesc", "txtRptDesc", "txtAlmText", "txtSttValue", "txtSttDefValue"};
+    const QStringList asTyped{"txtEvtDesc", "txtRptDesc", "txtAlmText", "txtSttValue",
+                              "txtSttDefValue"};
     for (const FieldColumn& pair : fieldsOf(kind)) {
         const QString text = f[pair.field];
         row[pair.column] = asTyped.contains(pair.field) ? text : text.trimmed();
@@ -283,7 +292,8 @@ void WalkModel::relink(const WalkKind& kind, const QString& id, const QStringLis
     std::vector<WalkRow>& table = tables_[links.table];
     std::erase_if(table, [&](const WalkRow& row) { return row[links.owner] == id; });
     for (qsizetype i = 0; i < ids.size(); ++i)
-        table.push_back({{links.owner, id}, {links.item, ids[i]}, {links.order, QString::number(i + 1)}});
+        table.push_back(
+            {{links.owner, id}, {links.item, ids[i]}, {links.order, QString::number(i + 1)}});
 }
 
 QStringList WalkModel::children(const QString& id) const {

@@ -1,5 +1,6 @@
-// The plain model beside a random walk through the window: tables as rows of texts, and what the window must
-// show and store for them. Written apart from the program's own code, so that the two can disagree.
+// The plain model beside a random walk through the window: tables as rows of texts, and what the
+// window must show and store for them. Written apart from the program's own code, so that the two
+// can disagree.
 #pragma once
 
 #include <QMap>

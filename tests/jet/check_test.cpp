@@ -26,8 +26,8 @@ using test::MemoryPages;
 std::string describe(const std::vector<Finding>& findings) {
     std::string text;
     for (const Finding& finding : findings) {
-        text +=
-            (finding.isNote ? "note " : "fault ") + std::to_string(finding.page) + ": " + finding.text + "\n";
+        text += (finding.isNote ? "note " : "fault ") + std::to_string(finding.page) + ": " +
+                finding.text + "\n";
     }
     return text;
 }
@@ -42,15 +42,17 @@ TEST_P(CheckSample, HasNoFault) {
 
 INSTANTIATE_TEST_SUITE_P(
     RealFiles, CheckSample,
-    testing::Values("gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb", "gem_edges.mdb", "gem_large.mdb",
-                    "access/compressed_text.mdb", "access/deleted_columns.mdb", "access/deleted_rows.mdb",
-                    "access/descending_index.mdb", "access/index_cursor.mdb", "access/long_memo.mdb",
-                    "access/no_rows.mdb", "access/no_user_tables.mdb", "access/numeric.mdb",
-                    "access/overflow.mdb", "access/relationships.mdb", "access/text_index_empty.mdb"));
+    testing::Values("gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb", "gem_edges.mdb",
+                    "gem_large.mdb", "access/compressed_text.mdb", "access/deleted_columns.mdb",
+                    "access/deleted_rows.mdb", "access/descending_index.mdb",
+                    "access/index_cursor.mdb", "access/long_memo.mdb", "access/no_rows.mdb",
+                    "access/no_user_tables.mdb", "access/numeric.mdb", "access/overflow.mdb",
+                    "access/relationships.mdb", "access/text_index_empty.mdb"));
 
 TEST(Check, AFreshFileOfTheProviderIsSoundToTheLastRule) {
     STELVAN_NEEDS_SAMPLE("access/no_user_tables.mdb");
-    const std::vector<Finding> findings = check(test::sample("access/no_user_tables.mdb"), {.strict = true});
+    const std::vector<Finding> findings =
+        check(test::sample("access/no_user_tables.mdb"), {.strict = true});
     EXPECT_TRUE(findings.empty()) << describe(findings);
 }
 
@@ -94,7 +96,8 @@ protected:
     void setSlotFlags(RecordPointer where, std::uint16_t flags) {
         const std::size_t at = data_page::kSlots + data_page::kSlotSize * where.slot;
         const WritablePageBytes page = file_->edit(where.page);
-        putU16(page, at, static_cast<std::uint16_t>((u16At(page, at) & data_page::kOffsetMask) | flags));
+        putU16(page, at,
+               static_cast<std::uint16_t>((u16At(page, at) & data_page::kOffsetMask) | flags));
     }
     void flipInMap(RecordPointer map, PageNumber page) {
         const WritableBytes row = rowAt(map);
@@ -111,8 +114,9 @@ protected:
                 const auto stored = row.stored(i);
                 if (!stored || readReference(*stored).kind != kind) continue;
                 const WritableBytes bytes = rowAt(scan.row().target);
-                return bytes.subspan(static_cast<std::size_t>(stored->data() - scan.row().bytes.data()),
-                                     stored->size());
+                return bytes.subspan(
+                    static_cast<std::size_t>(stored->data() - scan.row().bytes.data()),
+                    stored->size());
             }
         }
         ADD_FAILURE() << "the sample has no such long value";
@@ -196,7 +200,8 @@ TEST_F(CheckDamage, BitsLeftOverInAnIndexMask) {
 TEST_F(CheckDamage, IndexLeavesThatAreNotLinked) {
     STELVAN_DAMAGE("gem_large.mdb");
     const TableDef& definition = table("secs_cusvar");
-    const IndexPage root(file_->read(definition.trees[0].root), definition.trees[0].root, definition.page);
+    const IndexPage root(file_->read(definition.trees[0].root), definition.trees[0].root,
+                         definition.page);
     putU32(file_->edit(root.child(0)), index_page::kNext, 0);
     expectFault("an index leaf is not linked to its neighbours.");
 }
@@ -223,7 +228,8 @@ TEST_F(CheckDamage, AUniqueIndexWithEqualKeys) {
     const TableDef& definition = table("secs_rpt_var");
     const DefinitionBytes joined = readDefinitionBytes(*file_, definition.page);
     ASSERT_EQ(joined.pages.size(), 1u);
-    for (std::size_t at = definition::kStatistics; at + real_index::kSize < joined.bytes.size(); ++at) {
+    for (std::size_t at = definition::kStatistics; at + real_index::kSize < joined.bytes.size();
+         ++at) {
         if (u32At(joined.bytes, at) != kRealIndexMark) continue;
         file_->edit(definition.page)[at + real_index::kFlags] |= real_index::kUnique;
     }
@@ -353,7 +359,8 @@ TEST_F(CheckDamage, ARelationshipThatPointsOneWayOnly) {
     const TableDef& parent = table(catalog_->relationships().at(0).parentTable);
     const WritablePageBytes bytes = file_->edit(parent.page);
     for (std::size_t at = definition::kStatistics; at + logical_index::kSize < kPageSize; ++at) {
-        const bool foreign = u32At(bytes, at) == kDefinitionMark && bytes[at + logical_index::kKind] == 2 &&
+        const bool foreign = u32At(bytes, at) == kDefinitionMark &&
+                             bytes[at + logical_index::kKind] == 2 &&
                              bytes[at + logical_index::kSide] == logical_index::kParentSide;
         if (foreign) putU32(bytes, at + logical_index::kPartner, 77);
     }
@@ -370,7 +377,8 @@ TEST_F(CheckDamage, NoiseIsReportedAndNeverFollowed) {
             const WritablePageBytes bytes = file_->edit(page);
             before.emplace_back(page, std::vector<std::uint8_t>(bytes.begin(), bytes.end()));
             const std::size_t reach = i % 2 == 0 ? 64 : kPageSize;
-            for (int k = 0; k < 8; ++k) bytes[random() % reach] = static_cast<std::uint8_t>(random());
+            for (int k = 0; k < 8; ++k)
+                bytes[random() % reach] = static_cast<std::uint8_t>(random());
         }
         EXPECT_NO_THROW(static_cast<void>(check(file_)));
         for (auto old = before.rbegin(); old != before.rend(); ++old) {

@@ -80,7 +80,8 @@ TEST(Collation, OnlyTheFirst255UnitsTakePartInAKey) {
     const std::string full(255, 'x');
     EXPECT_EQ(keyOf(full + "y"), keyOf(full));
     EXPECT_NE(keyOf(full), keyOf(full.substr(1)));
-    EXPECT_EQ(keyOf(std::string(254, 'x') + " y"), keyOf(full.substr(1))) << "blanks at the cut are trailing";
+    EXPECT_EQ(keyOf(std::string(254, 'x') + " y"), keyOf(full.substr(1)))
+        << "blanks at the cut are trailing";
     EXPECT_FALSE(equalText(full + "y", full)) << "comparing looks at the whole texts";
 
     std::string wide;
@@ -100,13 +101,15 @@ TEST(Collation, EveryListedCharacterHasTheKeyThatTheWeightsGive) {
     std::vector<std::uint8_t> key;
     for (char32_t c = 1; c <= 0xFFFF; ++c) {
         const auto unit = static_cast<char16_t>(c);
-        for (const std::u16string& text : {std::u16string{unit}, std::u16string{u'a', unit, u'b', u'é'},
-                                           std::u16string{u'ö', unit, unit}}) {
+        for (const std::u16string& text :
+             {std::u16string{unit}, std::u16string{u'a', unit, u'b', u'é'},
+              std::u16string{u'ö', unit, unit}}) {
             key.clear();
             appendTextKey(key, toUtf8(text), true);
             // A trailing blank is no part of the key that the weights alone give.
             const std::u16string_view counted(text.data(), text.find_last_not_of(u' ') + 1);
-            ASSERT_EQ(toHex(key), toHex(weights.key(counted))) << std::hex << static_cast<std::uint32_t>(c);
+            ASSERT_EQ(toHex(key), toHex(weights.key(counted)))
+                << std::hex << static_cast<std::uint32_t>(c);
         }
     }
 }
@@ -120,10 +123,11 @@ TEST(Collation, MixedTextsHaveTheKeysThatTheWeightsGive) {
         std::u16string text;
         const std::size_t length = random() % 12;
         for (std::size_t i = 0; i < length; ++i) {
-            // Half of the characters are kana, marks and halves of pairs, whose rules depend on each other.
+            // Half of the characters are kana, marks and halves of pairs, whose rules depend on
+            // each other.
             static constexpr char16_t kStarts[] = {0x3040, 0x0300, 0xD7F0, 0xDBF0, 0x0000, 0xFF60};
-            text += static_cast<char16_t>(random() % 2 == 0 ? kStarts[random() % 6] + random() % 0x60
-                                                            : random() % 0x10000);
+            text += static_cast<char16_t>(
+                random() % 2 == 0 ? kStarts[random() % 6] + random() % 0x60 : random() % 0x10000);
         }
         if (text.ends_with(u' ')) text.back() = u'x';
         key.clear();
@@ -133,8 +137,9 @@ TEST(Collation, MixedTextsHaveTheKeysThatTheWeightsGive) {
 }
 
 std::string randomText(std::mt19937& random) {
-    static const std::string kPieces[] = {"a", "A", "b", " ",  "-", "'", "é",  "e\u0301", "ß",      "ss",
-                                          "1", "_", "ü", "ナ", "ﾅ", "^", "\t", "\x01",    "\u0301", "z"};
+    static const std::string kPieces[] = {"a",       "A", "b",  " ",    "-",      "'", "é",
+                                          "e\u0301", "ß", "ss", "1",    "_",      "ü", "ナ",
+                                          "ﾅ",       "^", "\t", "\x01", "\u0301", "z"};
     std::string text;
     const std::size_t length = random() % 6;
     for (std::size_t i = 0; i < length; ++i) text += kPieces[random() % std::size(kPieces)];

@@ -71,7 +71,8 @@ TEST(EmptyDatabase, IsTheOneThatTheEngineMakes) {
     auto ours = jet::makeEmptyDatabase(kCreated);
     auto real = bytesOf(sample("access/no_user_tables.mdb"));
     ASSERT_EQ(ours.size(), real.size());
-    // The dates of the catalogue's rows differ; so do a few fields of definitions that hold leftovers.
+    // The dates of the catalogue's rows differ; so do a few fields of definitions that hold
+    // leftovers.
     constexpr std::size_t kObjectRows = 14;
     for (std::size_t page = 0; page < ours.size() / jet::kPageSize; ++page) {
         const auto begin = static_cast<std::ptrdiff_t>(page * jet::kPageSize);
@@ -80,8 +81,8 @@ TEST(EmptyDatabase, IsTheOneThatTheEngineMakes) {
         const std::vector<std::uint8_t> b(real.begin() + begin, real.begin() + end);
         std::size_t different = 0;
         for (std::size_t i = 0; i < a.size(); ++i) different += a[i] != b[i] ? 1 : 0;
-        const bool definition =
-            page == jet::kObjectsPage || page == jet::kAccessEntriesPage || page == jet::kQueriesPage;
+        const bool definition = page == jet::kObjectsPage || page == jet::kAccessEntriesPage ||
+                                page == jet::kQueriesPage;
         const std::size_t allowed = page == kObjectRows ? 8 * 2 * 8 : definition ? 12 : 0;
         EXPECT_LE(different, allowed) << "page " << page;
     }
@@ -94,8 +95,9 @@ TEST(EmptyDatabase, IsTheSameForTheSameDate) {
 
 TEST_F(NewDatabase, HasSystemTablesOnly) {
     EXPECT_TRUE(database_.tableNames().empty());
-    EXPECT_EQ(database_.tableNames(true),
-              (std::vector<std::string>{"MSysACEs", "MSysObjects", "MSysQueries", "MSysRelationships"}));
+    EXPECT_EQ(
+        database_.tableNames(true),
+        (std::vector<std::string>{"MSysACEs", "MSysObjects", "MSysQueries", "MSysRelationships"}));
     EXPECT_EQ(database_.table("MSysObjects").info().rows, 8U);
     EXPECT_EQ(database_.table("MSysACEs").info().rows, 16U);
 }
@@ -134,7 +136,8 @@ TEST_F(NewDatabase, IsTheSameFileForTheSameSteps) {
         Database second = Database::create(other, kCreated);
         for (Database* each : {&database_, &second}) {
             each->createTable(spec("First"));
-            each->table("First").insert(std::vector<jet::ColumnValue>{{0, 1}, {1, std::string("one")}});
+            each->table("First").insert(
+                std::vector<jet::ColumnValue>{{0, 1}, {1, std::string("one")}});
         }
     }
     EXPECT_EQ(bytesOf(path_), bytesOf(other));
@@ -144,9 +147,11 @@ TEST_F(NewDatabase, RefusesTablesThatCannotBe) {
     database_.createTable(spec("First"));
     EXPECT_EQ(refusal([&] { database_.createTable(spec("FIRST")); }), ErrorKind::TableExists);
     for (const char* name : {"", " x", "a.b", "a!b", "a[b", "a`b", "a\tb"}) {
-        EXPECT_EQ(refusal([&] { database_.createTable(spec(name)); }), ErrorKind::InvalidName) << name;
+        EXPECT_EQ(refusal([&] { database_.createTable(spec(name)); }), ErrorKind::InvalidName)
+            << name;
     }
-    EXPECT_EQ(refusal([&] { database_.createTable(spec(std::string(65, 'x'))); }), ErrorKind::InvalidName);
+    EXPECT_EQ(refusal([&] { database_.createTable(spec(std::string(65, 'x'))); }),
+              ErrorKind::InvalidName);
     TableSpec twice = spec("Twice");
     twice.columns[2].name = "ID";
     EXPECT_EQ(refusal([&] { database_.createTable(twice); }), ErrorKind::InvalidName);
@@ -165,13 +170,15 @@ TEST_F(NewDatabase, HasRoomForManyTablesAndForLongDefinitions) {
     for (int i = 0; i < 200; ++i) {
         jet::ColumnInfo column;
         column.name = "column with a long name, number " + std::to_string(i);
-        column.type = i % 3 == 0 ? ColumnType::Memo : i % 3 == 1 ? ColumnType::Long : ColumnType::Text;
+        column.type = i % 3 == 0   ? ColumnType::Memo
+                      : i % 3 == 1 ? ColumnType::Long
+                                   : ColumnType::Text;
         large.columns.push_back(column);
     }
     database_.createTable(large);
     for (int i = 0; i < 30; ++i) database_.createTable(spec("T" + std::to_string(i)));
-    database_.table("Large").insert(
-        std::vector<jet::ColumnValue>{{0, 1}, {1, std::string("x")}, {4, 5}, {3, std::string(3000, 'm')}});
+    database_.table("Large").insert(std::vector<jet::ColumnValue>{
+        {0, 1}, {1, std::string("x")}, {4, 5}, {3, std::string(3000, 'm')}});
     EXPECT_EQ(database_.tableNames().size(), 31U);
     Database again = Database::open(path_);
     EXPECT_EQ(again.table("Large").info().columns.size(), 203U);
@@ -184,7 +191,9 @@ TEST_F(NewDatabase, UsesTheRoomOfADroppedTableAgain) {
         jet::UnitOfWork unit(database_);
         for (int i = 0; i < 400; ++i) {
             database_.table("Filled").insert(std::vector<jet::ColumnValue>{
-                {0, i}, {1, std::string("row")}, {2, std::string(static_cast<std::size_t>(i) * 20, 'x')}});
+                {0, i},
+                {1, std::string("row")},
+                {2, std::string(static_cast<std::size_t>(i) * 20, 'x')}});
         }
         unit.commit();
     };
@@ -192,7 +201,8 @@ TEST_F(NewDatabase, UsesTheRoomOfADroppedTableAgain) {
     const auto size = std::filesystem::file_size(path_);
     database_.dropTable("Filled");
     EXPECT_FALSE(database_.hasTable("Filled"));
-    EXPECT_EQ(refusal([&] { static_cast<void>(database_.table("Filled")); }), ErrorKind::NoSuchTable);
+    EXPECT_EQ(refusal([&] { static_cast<void>(database_.table("Filled")); }),
+              ErrorKind::NoSuchTable);
     fill();
     EXPECT_EQ(std::filesystem::file_size(path_), size);
     EXPECT_EQ(readRows(database_.table("Filled")).size(), 400U);

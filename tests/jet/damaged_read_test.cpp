@@ -38,7 +38,8 @@ void readInOrder(jet::Table& table) {
     }
 }
 
-/// Reads everything that the database holds, table by table, row by row and in the order of every index.
+/// Reads everything that the database holds, table by table, row by row and in the order of every
+/// index.
 Outcome readEverything(Database& database) {
     Outcome outcome;
     try {

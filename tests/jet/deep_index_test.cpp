@@ -1,5 +1,5 @@
-// A real, empty table with a text index, filled with keys so long that the index grows to many levels, and
-// emptied again.
+// A real, empty table with a text index, filled with keys so long that the index grows to many
+// levels, and emptied again.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -53,7 +53,8 @@ protected:
     void eraseHalf() {
         std::shuffle(rows_.begin(), rows_.end(), random_);
         jet::UnitOfWork unit(*database_);
-        for (std::size_t i = rows_.size() / 2; i < rows_.size(); ++i) table_->erase(rows_[i].second);
+        for (std::size_t i = rows_.size() / 2; i < rows_.size(); ++i)
+            table_->erase(rows_[i].second);
         unit.commit();
         rows_.resize(rows_.size() / 2);
     }
@@ -71,7 +72,8 @@ protected:
         }
         ASSERT_FALSE(cursor->next());
         for (std::size_t i = 0; i < rows_.size(); i += 17) {
-            const auto found = table_->find(index_, std::array{jet::Value(rows_[i].first)}, {column_});
+            const auto found =
+                table_->find(index_, std::array{jet::Value(rows_[i].first)}, {column_});
             ASSERT_TRUE(found->next());
             ASSERT_EQ(found->rowId(), rows_[i].second);
         }

@@ -145,7 +145,8 @@ TEST_F(LockFile, ListsUsWhileWeWriteAndGoesWithUs) {
         EXPECT_NE(content[0], '\0') << "the machine's name";
         EXPECT_STREQ(content.c_str() + 32, "Admin");
         const auto other = FileSystem::posix().open(lockFile_, FileSystem::Mode::ReadWrite);
-        EXPECT_FALSE(other->tryLock({kFirstUser, 1}, LockMode::Exclusive)) << "our user byte is held";
+        EXPECT_FALSE(other->tryLock({kFirstUser, 1}, LockMode::Exclusive))
+            << "our user byte is held";
         EXPECT_TRUE(other->tryLock({kFirstUser + 1, 1}, LockMode::Exclusive)) << "and no other";
         other->unlock({kFirstUser + 1, 1});
     }

@@ -46,7 +46,8 @@ protected:
         bytes.resize(size);
         const fs::path path = scratch_.path() / "gem.mdb";
         std::ofstream(path, std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+            .write(reinterpret_cast<const char*>(bytes.data()),
+                   static_cast<std::streamsize>(bytes.size()));
         return path;
     }
 
@@ -111,7 +112,8 @@ TEST_F(Recognition, OtherVersionsAreNamed) {
     EXPECT_EQ(refusal(file(withName("Standard Jet DB", 0))), ErrorKind::UnsupportedVersion);
     EXPECT_EQ(refusal(file(withName("Standard Jet DB", 7))), ErrorKind::UnsupportedVersion);
     for (std::uint32_t version = 2; version <= 6; ++version)
-        EXPECT_EQ(refusal(file(withName("Standard ACE DB", version))), ErrorKind::UnsupportedVersion);
+        EXPECT_EQ(refusal(file(withName("Standard ACE DB", version))),
+                  ErrorKind::UnsupportedVersion);
     EXPECT_EQ(refusal(file(withName("MSISAM Database", 1))), ErrorKind::UnsupportedVersion);
 }
 
@@ -121,8 +123,9 @@ TEST_F(Recognition, AnAccess97FileOfOddSizeIsStillCalledThat) {
 }
 
 TEST_F(Recognition, EncryptionAndPasswordAreRefused) {
-    EXPECT_EQ(refusal(file(header([](auto page) { putU32(page, header::kEncryptionKey, 0x1234); }))),
-              ErrorKind::Encrypted);
+    EXPECT_EQ(
+        refusal(file(header([](auto page) { putU32(page, header::kEncryptionKey, 0x1234); }))),
+        ErrorKind::Encrypted);
     EXPECT_EQ(refusal(file(header([](auto page) { page[header::kPassword] ^= 'x'; }))),
               ErrorKind::PasswordProtected);
     EXPECT_EQ(refusal(file(header([](auto page) { page[header::kPassword + 39] ^= 1; }))),

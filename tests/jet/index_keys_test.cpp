@@ -36,7 +36,8 @@ struct KnownKey {
 };
 
 Guid exampleGuid() {
-    return {{0x01, 0x23, 0x45, 0x67, 0x89, 0xAB, 0xCD, 0xEF, 0x00, 0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77}};
+    return {{0x01, 0x23, 0x45, 0x67, 0x89, 0xAB, 0xCD, 0xEF, 0x00, 0x11, 0x22, 0x33, 0x44, 0x55,
+             0x66, 0x77}};
 }
 
 const std::vector<KnownKey>& knownKeys() {
@@ -49,14 +50,18 @@ const std::vector<KnownKey>& knownKeys() {
         {ColumnType::Byte, 200, "7F C8", "80 37"},
         {ColumnType::Boolean, true, "7F 00", "80 FF"},
         {ColumnType::Boolean, false, "7F FF", "80 00"},
-        {ColumnType::Money, Money{15000}, "7F 80 00 00 00 00 00 3A 98", "80 7F FF FF FF FF FF C5 67"},
+        {ColumnType::Money, Money{15000}, "7F 80 00 00 00 00 00 3A 98",
+         "80 7F FF FF FF FF FF C5 67"},
         {ColumnType::Single, 1.0F, "7F BF 80 00 00", "80 40 7F FF FF"},
         {ColumnType::Single, -1.0F, "7F 40 7F FF FF", "80 BF 80 00 00"},
         {ColumnType::Double, 0.0, "7F 80 00 00 00 00 00 00 00", "80 7F FF FF FF FF FF FF FF"},
-        {ColumnType::DateTime, DateTime{-2.0}, "7F 3F FF FF FF FF FF FF FF", "80 C0 00 00 00 00 00 00 00"},
-        {ColumnType::Guid, exampleGuid(), "7F 01 23 45 67 89 AB CD EF 09 00 11 22 33 44 55 66 77 08",
+        {ColumnType::DateTime, DateTime{-2.0}, "7F 3F FF FF FF FF FF FF FF",
+         "80 C0 00 00 00 00 00 00 00"},
+        {ColumnType::Guid, exampleGuid(),
+         "7F 01 23 45 67 89 AB CD EF 09 00 11 22 33 44 55 66 77 08",
          "80 FE DC BA 98 76 54 32 10 09 FF EE DD CC BB AA 99 88 F7"},
-        {ColumnType::Binary, Blob{1, 2, 3}, "7F 01 02 03 00 00 00 00 00 03", "80 FE FD FC FF FF FF FF FF FC"},
+        {ColumnType::Binary, Blob{1, 2, 3}, "7F 01 02 03 00 00 00 00 00 03",
+         "80 FE FD FC FF FF FF FF FF FC"},
         {ColumnType::Binary, Blob{}, "7F", "80"},
         {ColumnType::Text, std::string("abc"), "7F 4A 4C 4D 01 00", "80 B5 B3 B2 FE FF 00"},
         {ColumnType::Memo, std::string("abc"), "7F 4A 4C 4D 01 00", "80 B5 B3 B2 FE FF 00"},
@@ -97,17 +102,21 @@ TEST(IndexKeys, DecimalsKeepTheEnginesWayWithTheSign) {
     const std::string ones = " FF FF FF FF FF FF FF FF FF FF FF FF FF FF FF";
     EXPECT_EQ(toHex(keyOf(ColumnType::Numeric, numeric(false, 5)).bytes), "7F FF" + zeros + " 05");
     EXPECT_EQ(toHex(keyOf(ColumnType::Numeric, numeric(true, 5)).bytes), "7F 00" + ones + " FA");
-    EXPECT_EQ(toHex(keyOf(ColumnType::Numeric, numeric(false, 5), false).bytes), "80 FF" + ones + " FA");
-    EXPECT_EQ(toHex(keyOf(ColumnType::Numeric, numeric(true, 5), false).bytes), "80 00" + zeros + " 05");
+    EXPECT_EQ(toHex(keyOf(ColumnType::Numeric, numeric(false, 5), false).bytes),
+              "80 FF" + ones + " FA");
+    EXPECT_EQ(toHex(keyOf(ColumnType::Numeric, numeric(true, 5), false).bytes),
+              "80 00" + zeros + " 05");
 }
 
 template <typename T>
 void expectRising(ColumnType type, const std::vector<T>& values) {
     for (std::size_t i = 1; i < values.size(); ++i) {
         EXPECT_LT(keyOf(type, values[i - 1]).bytes, keyOf(type, values[i]).bytes) << i;
-        EXPECT_GT(keyOf(type, values[i - 1], false).bytes, keyOf(type, values[i], false).bytes) << i;
+        EXPECT_GT(keyOf(type, values[i - 1], false).bytes, keyOf(type, values[i], false).bytes)
+            << i;
         EXPECT_LT(keyOf(type, Null{}).bytes, keyOf(type, values[i]).bytes) << "nulls come first";
-        EXPECT_GT(keyOf(type, Null{}, false).bytes, keyOf(type, values[i], false).bytes) << "and here last";
+        EXPECT_GT(keyOf(type, Null{}, false).bytes, keyOf(type, values[i], false).bytes)
+            << "and here last";
     }
 }
 
@@ -117,20 +126,25 @@ TEST(IndexKeys, KeysStandAsTheirValuesDo) {
     expectRising<int>(ColumnType::Byte, {0, 1, 127, 128, 255});
     expectRising<int>(ColumnType::Integer, {-32768, -256, -1, 0, 1, 255, 256, 32767});
     expectRising<int>(ColumnType::Long, {Int::min(), -65536, -1, 0, 1, 65536, Int::max()});
-    expectRising<Money>(ColumnType::Money, {{-922337203685477}, {-1}, {0}, {1}, {10000}, {1LL << 40}});
+    expectRising<Money>(ColumnType::Money,
+                        {{-922337203685477}, {-1}, {0}, {1}, {10000}, {1LL << 40}});
     expectRising<float>(ColumnType::Single, {-1e30F, -1.5F, -1e-30F, 0.0F, 1e-30F, 1.5F, 1e30F});
     expectRising<double>(ColumnType::Double,
                          {Real::lowest(), -1.0, -Real::min(), 0.0, 0.1, 2.0, Real::max()});
-    expectRising<DateTime>(ColumnType::DateTime, {{-1.25}, {-1.0}, {0.0}, {0.25}, {43000.5}, {43000.75}});
-    expectRising<std::string>(ColumnType::Text, {"", "!", "1", "a", "ab", "b", "bé", "z", "ω", "я"});
+    expectRising<DateTime>(ColumnType::DateTime,
+                           {{-1.25}, {-1.0}, {0.0}, {0.25}, {43000.5}, {43000.75}});
+    expectRising<std::string>(ColumnType::Text,
+                              {"", "!", "1", "a", "ab", "b", "bé", "z", "ω", "я"});
 }
 
 TEST(IndexKeys, BinariesStandAsTheirBytesDo) {
-    const std::vector<Blob> rising = {{0},          {0, 0},          {0, 1},          {1},
-                                      Blob(8, 1),   Blob(9, 1),      Blob(16, 1),     Blob(17, 1),
-                                      {1, 1, 1, 2}, {0xFF, 0, 0, 0}, Blob(100, 0xFF), Blob(101, 0xFF)};
+    const std::vector<Blob> rising = {
+        {0},          {0, 0},          {0, 1},          {1},
+        Blob(8, 1),   Blob(9, 1),      Blob(16, 1),     Blob(17, 1),
+        {1, 1, 1, 2}, {0xFF, 0, 0, 0}, Blob(100, 0xFF), Blob(101, 0xFF)};
     for (std::size_t i = 1; i < rising.size(); ++i) {
-        EXPECT_LT(keyOf(ColumnType::Binary, rising[i - 1]).bytes, keyOf(ColumnType::Binary, rising[i]).bytes);
+        EXPECT_LT(keyOf(ColumnType::Binary, rising[i - 1]).bytes,
+                  keyOf(ColumnType::Binary, rising[i]).bytes);
     }
 }
 

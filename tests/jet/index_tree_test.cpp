@@ -78,7 +78,8 @@ protected:
     void check() {
         CheckLog log(true);
         const CheckedTree checked = checkTree(*file_, kRoot, kDefinition, log);
-        for (const Finding& finding : log.findings()) ADD_FAILURE() << finding.page << ": " << finding.text;
+        for (const Finding& finding : log.findings())
+            ADD_FAILURE() << finding.page << ": " << finding.text;
         std::set<PageNumber> pages(checked.pages.begin(), checked.pages.end());
         pages.erase(kRoot);
         EXPECT_EQ(pages, allocator_.used());
@@ -97,7 +98,8 @@ protected:
         }
     }
 
-    // Many insertions and removals; the share of insertions changes, so that the tree grows and shrinks.
+    // Many insertions and removals; the share of insertions changes, so that the tree grows and
+    // shrinks.
     void runRandomly(Random& random, int rounds, const std::function<Key()>& makeKey) {
         for (int round = 0; round < rounds; ++round) {
             const unsigned insertions = round % 4 == 3 ? 20 : 75;
@@ -206,7 +208,8 @@ TEST_F(IndexTreeTest, KnowsWhetherAnotherRowHasTheKeyAcrossLeaves) {
         ASSERT_EQ(tree_.holdsOther(numberKey(i / 2), {i + 1, 0}), i % 2 == 0);
         if (i % 2 == 0) remove(numberKey(i / 2), {i + 1, 0});
     }
-    for (std::uint32_t i = 1; i < 2000; i += 2) ASSERT_FALSE(tree_.holdsOther(numberKey(i / 2), {i + 1, 0}));
+    for (std::uint32_t i = 1; i < 2000; i += 2)
+        ASSERT_FALSE(tree_.holdsOther(numberKey(i / 2), {i + 1, 0}));
     EXPECT_FALSE(tree_.holdsOther(numberKey(5000), {1, 0}));
 }
 
@@ -303,12 +306,14 @@ TEST_F(IndexTreeTest, ATreeForReadingCannotBeChanged) {
 }
 
 TEST_F(IndexTreeTest, AnIndexOfAnotherTableIsNotRead) {
-    EXPECT_THROW(static_cast<void>(IndexTree(*file_, kRoot, kDefinition + 1).find(numberKey(1))), Error);
+    EXPECT_THROW(static_cast<void>(IndexTree(*file_, kRoot, kDefinition + 1).find(numberKey(1))),
+                 Error);
 }
 
 TEST_F(IndexTreeTest, LeavesThatLeadBackAreFoundOut) {
     for (std::uint32_t i = 0; i < 2000; ++i) insert(numberKey(i), {i + 1, 0});
-    for (const PageNumber page : allocator_.used()) putU32(file_->edit(page), index_page::kNext, page);
+    for (const PageNumber page : allocator_.used())
+        putU32(file_->edit(page), index_page::kNext, page);
     TreeCursor cursor = tree_.all();
     EXPECT_THROW(while (cursor.next()){}, Error);
 }

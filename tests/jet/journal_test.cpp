@@ -59,7 +59,8 @@ protected:
     std::vector<int> opened() const {
         const auto file = PageFile::open(path_, Access::ReadOnly);
         const ReadScope scope(file);
-        return {file->read(1)[0], file->read(2)[0], file->read(3)[0], static_cast<int>(file->pageCount())};
+        return {file->read(1)[0], file->read(2)[0], file->read(3)[0],
+                static_cast<int>(file->pageCount())};
     }
     const std::vector<int> untouched_{0xAA, 0xAA, 0xAA, kCount};
     const std::vector<int> putBack_{0xAA, 0x55, 0x55, 5};
@@ -141,8 +142,9 @@ TEST_F(JournalBeside, IsTornWhereAnyByteIsWrong) {
 TEST_F(JournalBeside, IsTornAtEveryOtherLength) {
     writeJournal();
     const std::uint64_t size = fs::file_size(journal_.path());
-    for (const std::uint64_t length : {std::uint64_t{0}, std::uint64_t{7}, std::uint64_t{40}, kPageSize * 1ul,
-                                       size - kPageSize, size - 1, size + 1, size + kPageSize}) {
+    for (const std::uint64_t length :
+         {std::uint64_t{0}, std::uint64_t{7}, std::uint64_t{40}, kPageSize * 1ul, size - kPageSize,
+          size - 1, size + 1, size + kPageSize}) {
         writeJournal();
         fs::resize_file(journal_.path(), length);
         EXPECT_FALSE(journal_.read().has_value()) << length;

@@ -67,7 +67,8 @@ protected:
         return wordOf(file->read(page));
     }
 
-    static void change(const std::shared_ptr<PageFile>& file, PageNumber page, std::uint64_t value) {
+    static void change(const std::shared_ptr<PageFile>& file, PageNumber page,
+                       std::uint64_t value) {
         WriteScope unit(file);
         setWord(file->edit(page), value);
         unit.commit();
@@ -105,7 +106,8 @@ TEST_F(Pages, AreReadByNumber) {
     const ReadScope scope(file);
     EXPECT_EQ(file->pageCount(), kCount);
     EXPECT_EQ(file->byteSize(), kCount * kPageSize);
-    for (PageNumber page : {39u, 0u, 1u, 2u, 3u, 17u, 2u}) EXPECT_EQ(wordOf(file->read(page)), 1000 + page);
+    for (PageNumber page : {39u, 0u, 1u, 2u, 3u, 17u, 2u})
+        EXPECT_EQ(wordOf(file->read(page)), 1000 + page);
 }
 
 TEST_F(Pages, BeyondTheEndAreDamageThatNamesThePage) {

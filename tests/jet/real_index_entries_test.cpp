@@ -22,10 +22,12 @@ namespace fs = std::filesystem;
 using jet::RowId;
 
 std::vector<std::string> goodSamples() {
-    std::vector<std::string> names = {"gem", "gem_int_flags", "gem_empty", "gem_edges", "gem_large"};
-    for (const char* name : {"compressed_text", "deleted_columns", "deleted_rows", "descending_index",
-                             "index_cursor", "long_memo", "no_rows", "no_user_tables", "numeric", "overflow",
-                             "relationships", "text_index_empty"}) {
+    std::vector<std::string> names = {"gem", "gem_int_flags", "gem_empty", "gem_edges",
+                                      "gem_large"};
+    for (const char* name :
+         {"compressed_text", "deleted_columns", "deleted_rows", "descending_index", "index_cursor",
+          "long_memo", "no_rows", "no_user_tables", "numeric", "overflow", "relationships",
+          "text_index_empty"}) {
         names.push_back(std::string("access/") + name);
     }
     return names;
@@ -83,7 +85,8 @@ protected:
             const auto table = catalog_->definition(entry);
             for (const jet::RealIndexDef& index : table->trees) {
                 SCOPED_TRACE(entry.name + " root " + std::to_string(index.root));
-                check(jet::IndexTree(*pages_, index.root, table->page), entriesFromRows(table, index));
+                check(jet::IndexTree(*pages_, index.root, table->page),
+                      entriesFromRows(table, index));
             }
         }
     }
@@ -96,7 +99,8 @@ protected:
 
 std::vector<Entry> walk(jet::TreeCursor cursor) {
     std::vector<Entry> entries;
-    while (cursor.next()) entries.push_back({{cursor.key().begin(), cursor.key().end()}, cursor.rowId()});
+    while (cursor.next())
+        entries.push_back({{cursor.key().begin(), cursor.key().end()}, cursor.rowId()});
     return entries;
 }
 

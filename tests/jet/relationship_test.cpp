@@ -143,7 +143,8 @@ TEST_F(Related, KeepAParentThatHasChildren) {
     relate();
     const RowId parent = add("Parent", 1);
     const RowId child = add("Child", 1);
-    expectRefusal(ErrorKind::HasChildren, "Child", [&] { database_.table("Parent").erase(parent); });
+    expectRefusal(ErrorKind::HasChildren, "Child",
+                  [&] { database_.table("Parent").erase(parent); });
     expectRefusal(ErrorKind::HasChildren, "Child", [&] {
         database_.table("Parent").update(parent, Values{{0, 2}});
     });
@@ -181,8 +182,10 @@ TEST_F(Related, CascadeUpdates) {
     add("Child", 1);
     add("Child", 1);
     database_.table("Parent").update(parent, Values{{0, 7}});
-    EXPECT_EQ(children(), (std::multiset<std::string>{"parent=7|text=null|", "parent=7|text=null|"}));
-    expectRefusal(ErrorKind::HasChildren, "Child", [&] { database_.table("Parent").erase(parent); });
+    EXPECT_EQ(children(),
+              (std::multiset<std::string>{"parent=7|text=null|", "parent=7|text=null|"}));
+    expectRefusal(ErrorKind::HasChildren, "Child",
+                  [&] { database_.table("Parent").erase(parent); });
 }
 
 TEST_F(Related, AreRefusedWhereTheRowsAlreadyBreakThem) {

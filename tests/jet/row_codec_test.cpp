@@ -30,7 +30,8 @@ TableDef threeTexts() {
 // Long, Long, Boolean fixed and one Binary, as in the table of access entries.
 TableDef mixed() {
     TableDef table;
-    const ColumnType types[] = {ColumnType::Long, ColumnType::Binary, ColumnType::Long, ColumnType::Boolean};
+    const ColumnType types[] = {ColumnType::Long, ColumnType::Binary, ColumnType::Long,
+                                ColumnType::Boolean};
     const std::uint16_t offsets[] = {0, 0, 4, 0};
     for (std::uint16_t i = 0; i < 4; ++i) {
         ColumnInfo column;
@@ -82,14 +83,16 @@ TEST(Row, IsWrittenAsItIsRead) {
     const TableDef texts = threeTexts();
     const RowView three(texts, kThreeTexts, 7);
     Blob out;
-    encodeRow(texts, std::vector<StoredColumn>{{true, *three.stored(0)}, {}, {true, *three.stored(2)}}, out);
+    encodeRow(texts,
+              std::vector<StoredColumn>{{true, *three.stored(0)}, {}, {true, *three.stored(2)}},
+              out);
     EXPECT_EQ(out, kThreeTexts);
     const TableDef table = mixed();
     const RowView row(table, kMixed, 7);
-    encodeRow(
-        table,
-        std::vector<StoredColumn>{{true, *row.stored(0)}, {true, *row.stored(1)}, {true, *row.stored(2)}, {}},
-        out);
+    encodeRow(table,
+              std::vector<StoredColumn>{
+                  {true, *row.stored(0)}, {true, *row.stored(1)}, {true, *row.stored(2)}, {}},
+              out);
     EXPECT_EQ(out, kMixed);
 }
 
@@ -125,11 +128,13 @@ TEST(Row, ThatContradictsItselfIsDamagedAndNamesItsPage) {
     const TableDef table = threeTexts();
     for (std::size_t size = 0; size < kThreeTexts.size(); ++size) {
         for (std::size_t at = 0; at < size; ++at) {
-            Stored cut(kThreeTexts.begin(), kThreeTexts.begin() + static_cast<std::ptrdiff_t>(size));
+            Stored cut(kThreeTexts.begin(),
+                       kThreeTexts.begin() + static_cast<std::ptrdiff_t>(size));
             cut[at] = 0xFF;
             try {
                 const RowView row(table, cut, 7);
-                for (std::size_t column = 0; column < 3; ++column) static_cast<void>(row.stored(column));
+                for (std::size_t column = 0; column < 3; ++column)
+                    static_cast<void>(row.stored(column));
             } catch (const Error& error) {
                 EXPECT_EQ(error.kind(), ErrorKind::Corrupt);
                 EXPECT_EQ(error.page(), 7U);
@@ -166,7 +171,8 @@ TEST(StoredValue, KeepsGuidAndDecimalInTheirStoredOrder) {
     ColumnInfo column;
     column.type = ColumnType::Guid;
     Blob stored;
-    encodeStored(column, Guid{{0xAA, 0xBB, 0xCC, 0xDD, 0xEE, 0xFF, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}}, stored);
+    encodeStored(column, Guid{{0xAA, 0xBB, 0xCC, 0xDD, 0xEE, 0xFF, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}},
+                 stored);
     EXPECT_EQ(stored, (Stored{0xDD, 0xCC, 0xBB, 0xAA, 0xFF, 0xEE, 2, 1, 3, 4, 5, 6, 7, 8, 9, 10}));
     column.type = ColumnType::Numeric;
     stored.clear();

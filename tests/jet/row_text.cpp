@@ -35,7 +35,8 @@ void civil(long long days, int& year, unsigned& month, unsigned& day) {
     days += 719468;
     const long long era = (days >= 0 ? days : days - 146096) / 146097;
     const auto dayOfEra = static_cast<unsigned>(days - era * 146097);
-    const unsigned yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
+    const unsigned yearOfEra =
+        (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
     const unsigned dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
     const unsigned shifted = (5 * dayOfYear + 2) / 153;
     day = dayOfYear - (153 * shifted + 2) / 5 + 1;
@@ -77,8 +78,8 @@ std::string numericText(const jet::Numeric& numeric) {
 
 std::string guidText(const jet::Guid& guid) {
     const std::string digits = hexText(guid.bytes, "%02X");
-    return "{" + digits.substr(0, 8) + "-" + digits.substr(8, 4) + "-" + digits.substr(12, 4) + "-" +
-           digits.substr(16, 4) + "-" + digits.substr(20) + "}";
+    return "{" + digits.substr(0, 8) + "-" + digits.substr(8, 4) + "-" + digits.substr(12, 4) +
+           "-" + digits.substr(16, 4) + "-" + digits.substr(20) + "}";
 }
 
 struct ValueTexts {
@@ -145,14 +146,16 @@ RowTexts readAll(jet::Database& database, bool system) {
 std::vector<std::string> linesIn(const std::string& path) {
     const bool packed = path.ends_with(".gz");
     const std::string command = (packed ? "gzip -dc '" : "cat '") + path + "'";
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(::popen(command.c_str(), "r"), &::pclose);
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(::popen(command.c_str(), "r"),
+                                                               &::pclose);
     if (pipe == nullptr) throw std::runtime_error("cannot read " + path);
     std::vector<std::string> lines;
     char* line = nullptr;
     std::size_t room = 0;
     ssize_t size = 0;
     while ((size = ::getline(&line, &room, pipe.get())) > 0) {
-        lines.emplace_back(line, static_cast<std::size_t>(line[size - 1] == '\n' ? size - 1 : size));
+        lines.emplace_back(line,
+                           static_cast<std::size_t>(line[size - 1] == '\n' ? size - 1 : size));
     }
     std::free(line);
     return lines;
@@ -171,7 +174,8 @@ RowTexts expectedRows(const std::string& path) {
     return all;
 }
 
-std::string difference(const std::multiset<std::string>& expected, const std::multiset<std::string>& found) {
+std::string difference(const std::multiset<std::string>& expected,
+                       const std::multiset<std::string>& found) {
     if (expected == found) return {};
     std::string text;
     int shown = 0;

@@ -1,4 +1,5 @@
-// Rows as comparable text: what the engine reads, and what the expected files say, brought to one form.
+// Rows as comparable text: what the engine reads, and what the expected files say, brought to one
+// form.
 #pragma once
 
 #include <map>
@@ -31,6 +32,7 @@ RowTexts expectedRows(const std::string& path);
 std::vector<std::string> linesIn(const std::string& path);
 
 /// The first few lines that only one of the two has; empty when they are equal.
-std::string difference(const std::multiset<std::string>& expected, const std::multiset<std::string>& found);
+std::string difference(const std::multiset<std::string>& expected,
+                       const std::multiset<std::string>& found);
 
 }  // namespace stelvan::test

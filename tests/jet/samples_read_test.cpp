@@ -18,11 +18,12 @@ using jet::Access;
 using jet::Database;
 using jet::ErrorKind;
 
-const std::vector<std::string> kModels = {"gem", "gem_int_flags", "gem_empty", "gem_edges", "gem_large"};
-const std::vector<std::string> kAccess = {"compressed_text",  "deleted_columns", "deleted_rows",
-                                          "descending_index", "index_cursor",    "long_memo",
-                                          "no_rows",          "no_user_tables",  "numeric",
-                                          "overflow",         "relationships",   "text_index_empty"};
+const std::vector<std::string> kModels = {"gem", "gem_int_flags", "gem_empty", "gem_edges",
+                                          "gem_large"};
+const std::vector<std::string> kAccess = {
+    "compressed_text", "deleted_columns", "deleted_rows",  "descending_index",
+    "index_cursor",    "long_memo",       "no_rows",       "no_user_tables",
+    "numeric",         "overflow",        "relationships", "text_index_empty"};
 
 struct SampleName {
     std::string file;
@@ -101,7 +102,8 @@ nlohmann::json describeColumn(const jet::ColumnInfo& column) {
 nlohmann::json describeIndex(const jet::TableInfo& table, const jet::IndexInfo& index) {
     nlohmann::json columns = nlohmann::json::array();
     for (const auto& part : index.columns) {
-        columns.push_back({{"name", table.columns[part.column].name}, {"ascending", part.ascending}});
+        columns.push_back(
+            {{"name", table.columns[part.column].name}, {"ascending", part.ascending}});
     }
     return {{"name", index.name},         {"primary", index.primary},
             {"unique", index.unique},     {"ignoreNulls", index.ignoreNulls},
@@ -119,7 +121,10 @@ nlohmann::json describeTable(const jet::TableInfo& table) {
     for (const auto& column : table.columns) columns.push_back(describeColumn(column));
     nlohmann::json indexes = nlohmann::json::array();
     for (const auto& index : table.indexes) indexes.push_back(describeIndex(table, index));
-    return {{"table", table.name}, {"rows", table.rows}, {"columns", columns}, {"indexes", sorted(indexes)}};
+    return {{"table", table.name},
+            {"rows", table.rows},
+            {"columns", columns},
+            {"indexes", sorted(indexes)}};
 }
 
 nlohmann::json describeRelationship(const jet::RelationshipInfo& relationship) {

@@ -21,14 +21,24 @@ std::size_t below(Random& random, std::size_t limit) {
 namespace {
 
 std::string randomText(Random& random, std::size_t most) {
-    static const std::vector<std::string> kLetters = {
-        "a",       "B", "c", " ", "-", "'", "9", "\xC3\xA4", "\xC3\x9F", "\xE6\x97\xA5", "\xF0\x9F\x98\x80",
-        "\xD0\x96"};
+    static const std::vector<std::string> kLetters = {"a",
+                                                      "B",
+                                                      "c",
+                                                      " ",
+                                                      "-",
+                                                      "'",
+                                                      "9",
+                                                      "\xC3\xA4",
+                                                      "\xC3\x9F",
+                                                      "\xE6\x97\xA5",
+                                                      "\xF0\x9F\x98\x80",
+                                                      "\xD0\x96"};
     // Mostly plain ASCII, so that compressed texts are common.
     const std::size_t alphabet = below(random, 3) == 0 ? kLetters.size() : 7;
-    const std::size_t size = most == 0               ? 0
-                             : below(random, 4) == 0 ? below(random, most + 1)
-                                                     : below(random, std::min<std::size_t>(most, 12) + 1);
+    const std::size_t size = most == 0 ? 0
+                             : below(random, 4) == 0
+                                 ? below(random, most + 1)
+                                 : below(random, std::min<std::size_t>(most, 12) + 1);
     std::string text;
     for (std::size_t units = 0; units < size; ++units) {
         const std::string& letter = kLetters[below(random, alphabet)];
@@ -63,7 +73,8 @@ Value randomValue(const ColumnInfo& column, Random& random) {
     const auto number = [&](int range) {
         return static_cast<std::int32_t>(below(random, static_cast<std::size_t>(range)));
     };
-    if (column.type != ColumnType::Boolean && !column.required && below(random, 8) == 0) return jet::Null{};
+    if (column.type != ColumnType::Boolean && !column.required && below(random, 8) == 0)
+        return jet::Null{};
     switch (column.type) {
         case ColumnType::Boolean:
             return below(random, 2) == 0;
@@ -147,7 +158,8 @@ void TableModel::insert(Random& random) {
         const auto stored = table_->row(id, jet::allColumns(table_->info()));
         ASSERT_NE(stored, nullptr);
         const Row row = readRow(*stored);
-        for (const auto& [column, value] : given) ASSERT_EQ(row[column], value) << info.columns[column].name;
+        for (const auto& [column, value] : given)
+            ASSERT_EQ(row[column], value) << info.columns[column].name;
         ASSERT_FALSE(rows_.contains(id.packed()));
         EXPECT_FALSE(duplicates(row, id.packed()));
         rows_[id.packed()] = row;
@@ -209,7 +221,8 @@ std::vector<jet::IndexKey> keysOf(const jet::TableInfo& info, const jet::IndexIn
     std::vector<jet::ValueView> values;
     for (std::size_t i = 0; i < rows.size(); ++i) {
         values.clear();
-        for (const auto& part : index.columns) values.push_back(jet::toView((*rows[i])[part.column]));
+        for (const auto& part : index.columns)
+            values.push_back(jet::toView((*rows[i])[part.column]));
         encoder.encode(values, keys[i]);
     }
     return keys;
@@ -232,7 +245,8 @@ bool TableModel::duplicates(const Row& wanted, std::int64_t self) {
 
 bool TableModel::nullInKey(const Row& wanted) {
     return std::ranges::any_of(table_->info().indexes, [&](const jet::IndexInfo& index) {
-        return (index.required || index.primary) && std::ranges::any_of(index.columns, [&](const auto& part) {
+        return (index.required || index.primary) &&
+               std::ranges::any_of(index.columns, [&](const auto& part) {
                    return jet::isNull(wanted[part.column]);
                });
     });

@@ -1,4 +1,5 @@
-// A table beside a plain map of its rows: random changes are made to both, and both must stay equal.
+// A table beside a plain map of its rows: random changes are made to both, and both must stay
+// equal.
 #pragma once
 
 #include <map>
@@ -24,8 +25,8 @@ public:
 
     explicit TableModel(jet::Table& table) : table_(&table) { rows_ = read(); }
 
-    /// One random insert, update or erase. What the table refuses must be refusable, and what it takes
-    /// allowed.
+    /// One random insert, update or erase. What the table refuses must be refusable, and what it
+    /// takes allowed.
     void change(Random& random);
     /// Compares all rows, the count, and what every index gives.
     void compare();

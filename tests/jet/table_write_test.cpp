@@ -22,7 +22,17 @@ using jet::UnitOfWork;
 using jet::Value;
 using Values = std::vector<jet::ColumnValue>;
 
-enum Column : std::size_t { kId, kName, kShort, kMemo, kPlainMemo, kPicture, kCount, kFlag, kNumber };
+enum Column : std::size_t {
+    kId,
+    kName,
+    kShort,
+    kMemo,
+    kPlainMemo,
+    kPicture,
+    kCount,
+    kFlag,
+    kNumber
+};
 
 class WrittenTable : public testing::Test {
 protected:
@@ -99,9 +109,13 @@ protected:
 TEST_F(WrittenTable, RefusesValuesThatAColumnCannotHold) {
     expectRefusal(ErrorKind::NullInRequired, "T.name", [&] { table().insert(Values{}); });
     expectRefusal(ErrorKind::ZeroLength, "T.name", [&] { add(""); });
-    expectRefusal(ErrorKind::TextTooLong, "short", [&] { add("a", {{kShort, std::string("12345678901")}}); });
+    expectRefusal(ErrorKind::TextTooLong, "short", [&] {
+        add("a", {{kShort, std::string("12345678901")}});
+    });
     expectRefusal(ErrorKind::NumericOverflow, "count", [&] { add("a", {{kCount, 40000}}); });
-    expectRefusal(ErrorKind::TypeMismatch, "count", [&] { add("a", {{kCount, std::string("many")}}); });
+    expectRefusal(ErrorKind::TypeMismatch, "count", [&] {
+        add("a", {{kCount, std::string("many")}});
+    });
     expectRefusal(ErrorKind::TypeMismatch, "count", [&] { add("a", {{kCount, 1.5}}); });
     expectRefusal(ErrorKind::NumericOverflow, "number", [&] { add("a", {{kNumber, 256}}); });
     expectRefusal(ErrorKind::NoSuchColumn, "T", [&] { add("a", {{99, 1}}); });
@@ -113,7 +127,9 @@ TEST_F(WrittenTable, RefusesValuesThatAColumnCannotHold) {
 
 TEST_F(WrittenTable, RefusesASecondRowWithAUniqueKey) {
     const RowId first = add("a", {{kShort, std::string("Key")}});
-    expectRefusal(ErrorKind::DuplicateKey, "T", [&] { add("b", {{kShort, std::string("KEY  ")}}); });
+    expectRefusal(ErrorKind::DuplicateKey, "T", [&] {
+        add("b", {{kShort, std::string("KEY  ")}});
+    });
     expectRefusal(ErrorKind::DuplicateKey, "T", [&] { add("b", {{kId, 1}}); });
     const RowId second = add("b", {{kShort, std::string("other")}});
     expectRefusal(ErrorKind::DuplicateKey, "T", [&] {
@@ -126,7 +142,9 @@ TEST_F(WrittenTable, RefusesASecondRowWithAUniqueKey) {
 TEST_F(WrittenTable, TakesManyNullsInAUniqueIndexButNoneInThePrimaryKey) {
     add("a");
     const RowId second = add("b", {{kShort, jet::Null{}}});
-    expectRefusal(ErrorKind::NullInKey, "T", [&] { table().update(second, Values{{kId, jet::Null{}}}); });
+    expectRefusal(ErrorKind::NullInKey, "T", [&] {
+        table().update(second, Values{{kId, jet::Null{}}});
+    });
     EXPECT_EQ(table().info().rows, 2U);
 }
 
@@ -136,7 +154,9 @@ TEST_F(WrittenTable, GoesOnAfterARefusalWithinAUnit) {
     expectRefusal(ErrorKind::DuplicateKey, "T", [&] {
         add("b", {{kShort, std::string("k")}, {kMemo, std::string(9000, 'x')}});
     });
-    expectRefusal(ErrorKind::TypeMismatch, "count", [&] { add("b", {{kCount, std::string("?")}}); });
+    expectRefusal(ErrorKind::TypeMismatch, "count", [&] {
+        add("b", {{kCount, std::string("?")}});
+    });
     add("c");
     unit.commit();
     EXPECT_EQ(table().info().rows, 2U);
@@ -147,7 +167,8 @@ TEST_F(WrittenTable, IsAsBeforeWhenAUnitEndsWithoutCommit) {
     {
         UnitOfWork unit(database_);
         add("never");
-        table().update(kept, Values{{kName, std::string("changed")}, {kMemo, std::string("short")}});
+        table().update(kept,
+                       Values{{kName, std::string("changed")}, {kMemo, std::string("short")}});
         EXPECT_EQ(value(kept, kName), Value(std::string("changed")));
     }
     EXPECT_EQ(value(kept, kName), Value(std::string("kept")));
@@ -177,7 +198,9 @@ TEST_F(WrittenTable, SaysThatARowIsGone) {
     const RowId row = add("a");
     table().erase(row);
     expectRefusal(ErrorKind::RowGone, "T", [&] { table().erase(row); });
-    expectRefusal(ErrorKind::RowGone, "T", [&] { table().update(row, Values{{kName, std::string("b")}}); });
+    expectRefusal(ErrorKind::RowGone, "T", [&] {
+        table().update(row, Values{{kName, std::string("b")}});
+    });
     expectRefusal(ErrorKind::RowGone, "T", [&] { table().erase({999999, 0}); });
     EXPECT_EQ(table().row(row, {}), nullptr);
 }
@@ -194,7 +217,8 @@ TEST_F(WrittenTable, NumbersItsRows) {
 
 TEST_F(WrittenTable, KeepsTheIdOfARowThatGrowsAndShrinks) {
     std::vector<RowId> rows;
-    for (int i = 0; i < 40; ++i) rows.push_back(add("row " + std::to_string(i), {{kMemo, std::string("m")}}));
+    for (int i = 0; i < 40; ++i)
+        rows.push_back(add("row " + std::to_string(i), {{kMemo, std::string("m")}}));
     const std::string large(255, 'L');
     for (const RowId row : rows) table().update(row, Values{{kName, large}});
     for (const RowId row : rows) EXPECT_EQ(value(row, kName), Value(large));
@@ -252,13 +276,14 @@ struct Border {
 
 TEST_F(WrittenTable, StoresLongValuesAsTheEngineDoes) {
     using namespace jet::long_value;
-    const Border borders[] = {
-        {kMemo, 0, kInline, false},      {kMemo, 2, kInline, false},       {kMemo, 3, kInline, true},
-        {kMemo, 32, kInline, true},      {kMemo, 33, kSingle, true},       {kMemo, 1024, kSingle, true},
-        {kMemo, 1025, kSingle, false},   {kMemo, 2038, kSingle, false},    {kMemo, 2039, kChain, false},
-        {kPlainMemo, 32, kInline, true}, {kPlainMemo, 33, kSingle, false}, {kPicture, 64, kInline, false},
-        {kPicture, 65, kSingle, false},  {kPicture, 4076, kSingle, false}, {kPicture, 4077, kChain, false},
-        {kPicture, 50000, kChain, false}};
+    const Border borders[] = {{kMemo, 0, kInline, false},       {kMemo, 2, kInline, false},
+                              {kMemo, 3, kInline, true},        {kMemo, 32, kInline, true},
+                              {kMemo, 33, kSingle, true},       {kMemo, 1024, kSingle, true},
+                              {kMemo, 1025, kSingle, false},    {kMemo, 2038, kSingle, false},
+                              {kMemo, 2039, kChain, false},     {kPlainMemo, 32, kInline, true},
+                              {kPlainMemo, 33, kSingle, false}, {kPicture, 64, kInline, false},
+                              {kPicture, 65, kSingle, false},   {kPicture, 4076, kSingle, false},
+                              {kPicture, 4077, kChain, false},  {kPicture, 50000, kChain, false}};
     for (const Border& border : borders) {
         SCOPED_TRACE(std::to_string(border.column) + " " + std::to_string(border.length));
         const bool picture = border.column == kPicture;
@@ -277,7 +302,8 @@ TEST_F(WrittenTable, GivesTheRoomOfReplacedLongValuesBack) {
     const RowId row = add("x", {{kMemo, std::string(20000, 'a')}, {kPicture, jet::Blob(30000, 1)}});
     const auto size = std::filesystem::file_size(path_);
     for (int i = 0; i < 30; ++i) {
-        table().update(row, Values{{kMemo, std::string(20000, 'b')}, {kPicture, jet::Blob(30000, 2)}});
+        table().update(row,
+                       Values{{kMemo, std::string(20000, 'b')}, {kPicture, jet::Blob(30000, 2)}});
         table().update(row, Values{{kMemo, std::string("short")}, {kPicture, jet::Null{}}});
     }
     table().erase(row);
@@ -312,13 +338,16 @@ TEST_F(WrittenTable, RefusesKeysOfAnOrderThatItDoesNotKnow) {
     }
     jet::Table& swedish = database_.table("Swedish");
     EXPECT_EQ(readRows(swedish).size(), 1U);
-    const auto refused = [&](auto&& act) { expectRefusal(ErrorKind::UnsupportedOrder, "Swedish", act); };
+    const auto refused = [&](auto&& act) {
+        expectRefusal(ErrorKind::UnsupportedOrder, "Swedish", act);
+    };
     refused([&] { swedish.insert(Values{{0, 2}}); });
     refused([&] { swedish.erase(row); });
     refused([&] { swedish.update(row, Values{{1, std::string("y")}}); });
     swedish.update(row, Values{{2, std::string("no key")}});
-    EXPECT_THROW(static_cast<void>(swedish.find(0, std::vector<Value>{Value(std::string("x"))}, {})),
-                 jet::Error);
+    EXPECT_THROW(
+        static_cast<void>(swedish.find(0, std::vector<Value>{Value(std::string("x"))}, {})),
+        jet::Error);
     database_.dropTable("Swedish");
 }
 

@@ -84,9 +84,10 @@ TextWeights::Row TextWeights::rowOf(char16_t unit) const {
         if (offset < 262) number = unit - 9990;
         if (offset < 8) number = unit - 9992;
     }
-    return {"intl", {static_cast<std::uint8_t>(number / 256), static_cast<std::uint8_t>(number % 256)},
-            1,      {0x3F},
-            0,      0};
+    return {
+        "intl", {static_cast<std::uint8_t>(number / 256), static_cast<std::uint8_t>(number % 256)},
+        1,      {0x3F},
+        0,      0};
 }
 
 std::vector<std::uint8_t> TextWeights::key(std::u16string_view units) const {
@@ -107,7 +108,8 @@ std::vector<std::uint8_t> TextWeights::key(std::u16string_view units) const {
                 secondary.push_back(static_cast<std::uint8_t>(row.modifier));
                 shift = 1;
             } else {
-                secondary.back() = static_cast<std::uint8_t>((secondary.back() + row.modifier) % 256);
+                secondary.back() =
+                    static_cast<std::uint8_t>((secondary.back() + row.modifier) % 256);
             }
         } else if (row.kind == "unprintable") {
             const std::size_t place = 0x8000 | (7 + 4 * position);
@@ -134,7 +136,8 @@ std::vector<std::uint8_t> TextWeights::key(std::u16string_view units) const {
         while (pairs.ends_with("11")) pairs.resize(pairs.size() - 2);
         while (pairs.size() % 6 != 0) pairs += "00";
         for (std::size_t i = 0; i < pairs.size(); i += 6) {
-            key.push_back(static_cast<std::uint8_t>(std::stoul("10" + pairs.substr(i, 6), nullptr, 2)));
+            key.push_back(
+                static_cast<std::uint8_t>(std::stoul("10" + pairs.substr(i, 6), nullptr, 2)));
         }
         key.insert(key.end(), {0xFF, 0x02, 0x80, 0xFF, 0x80});
         if (!unprintable.empty()) key.push_back(0xFF);

@@ -1,5 +1,5 @@
-// Keys derived straight from a file of character weights, step by step and slowly: what the collation under
-// test must agree with.
+// Keys derived straight from a file of character weights, step by step and slowly: what the
+// collation under test must agree with.
 #pragma once
 
 #include <cstdint>

@@ -19,7 +19,8 @@ protected:
 
     void SetUp() override {
         makeMap(kGlobalMapPage, UsageMapEditor::emptyMap());
-        for (PageNumber page = 4; page < 512; ++page) UsageMapEditor(*file_, {1, 0}).add(page, source_);
+        for (PageNumber page = 4; page < 512; ++page)
+            UsageMapEditor(*file_, {1, 0}).add(page, source_);
         makeMap(2, UsageMapEditor::emptyMap());
     }
 
@@ -37,7 +38,9 @@ protected:
     }
 
     class NoPages final : public BitmapPageSource {
-        PageNumber takeBitmapPage() override { throw Error(ErrorKind::Misuse, "no page was expected"); }
+        PageNumber takeBitmapPage() override {
+            throw Error(ErrorKind::Misuse, "no page was expected");
+        }
     };
     NoPages source_;
     UsageMapEditor map_{*file_, {2, 0}};
@@ -92,7 +95,8 @@ TEST_F(Maps, OfFreePagesReferToBitmapPagesInAVeryLargeFile) {
     constexpr std::size_t kMany = 40000;
     for (std::size_t i = 0; i < kMany; ++i) ASSERT_TRUE(taken.insert(free.take()).second) << i;
     EXPECT_TRUE(UsageMap(*file_, {kGlobalMapPage, kGlobalMapRow}).isReference());
-    for (const PageNumber bitmap : UsageMap(*file_, {kGlobalMapPage, kGlobalMapRow}).bitmapPages()) {
+    for (const PageNumber bitmap :
+         UsageMap(*file_, {kGlobalMapPage, kGlobalMapRow}).bitmapPages()) {
         EXPECT_FALSE(taken.contains(bitmap));
     }
     free.give(35000, std::nullopt);

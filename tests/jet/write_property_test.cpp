@@ -17,7 +17,8 @@ using jet::Database;
 using jet::TableSpec;
 using jet::UnitOfWork;
 
-jet::ColumnInfo column(std::string name, ColumnType type, std::uint16_t length = 0, bool compressed = true) {
+jet::ColumnInfo column(std::string name, ColumnType type, std::uint16_t length = 0,
+                       bool compressed = true) {
     jet::ColumnInfo info;
     info.name = std::move(name);
     info.type = type;
@@ -98,14 +99,15 @@ TableSpec wide() {
 std::string faults(const std::filesystem::path& path, bool strict) {
     std::string text;
     for (const jet::Finding& finding : jet::check(path, {strict})) {
-        if (!finding.isNote) text += "page " + std::to_string(finding.page) + ": " + finding.text + "\n";
+        if (!finding.isNote)
+            text += "page " + std::to_string(finding.page) + ": " + finding.text + "\n";
     }
     return text;
 }
 
 /// Units of random length, some of them rolled back, on one table.
-void runUnits(Database& database, const std::string& table, unsigned seed, int units, std::size_t longest,
-              bool strict) {
+void runUnits(Database& database, const std::string& table, unsigned seed, int units,
+              std::size_t longest, bool strict) {
     Random random(seed);
     TableModel model(database.table(table));
     for (int unit = 0; unit < units && !testing::Test::HasFatalFailure(); ++unit) {
@@ -114,7 +116,8 @@ void runUnits(Database& database, const std::string& table, unsigned seed, int u
         const bool keep = below(random, 4) != 0;
         {
             UnitOfWork work(database);
-            for (std::size_t i = 0, count = 1 + below(random, longest); i < count; ++i) model.change(random);
+            for (std::size_t i = 0, count = 1 + below(random, longest); i < count; ++i)
+                model.change(random);
             if (keep) work.commit();
         }
         if (!keep) model.restore(before);
@@ -141,7 +144,8 @@ TEST_P(RandomChanges, KeepTableAndModelEqual) {
     reread.compare();
 }
 
-INSTANTIATE_TEST_SUITE_P(Schemas, RandomChanges, testing::Values(modelLike(), everyType(), tiny(), wide()),
+INSTANTIATE_TEST_SUITE_P(Schemas, RandomChanges,
+                         testing::Values(modelLike(), everyType(), tiny(), wide()),
                          [](const auto& parameter) { return parameter.param.name; });
 
 class RandomChangesOfSample : public testing::TestWithParam<std::string> {};
@@ -153,17 +157,19 @@ TEST_P(RandomChangesOfSample, KeepTablesAndModelsEqual) {
     unsigned seed = 100;
     for (const std::string& name : database.tableNames()) {
         const auto& info = database.table(name).info();
-        const bool related = std::ranges::any_of(info.indexes, [](const auto& i) { return i.foreign; });
+        const bool related =
+            std::ranges::any_of(info.indexes, [](const auto& i) { return i.foreign; });
         if (!related) runUnits(database, name, ++seed, 6, 40, false);
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, RandomChangesOfSample,
-                         testing::Values("gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb", "gem_edges.mdb",
-                                         "access/compressed_text.mdb", "access/deleted_columns.mdb",
-                                         "access/deleted_rows.mdb", "access/descending_index.mdb",
-                                         "access/index_cursor.mdb", "access/long_memo.mdb",
-                                         "access/no_rows.mdb", "access/numeric.mdb", "access/overflow.mdb",
+                         testing::Values("gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb",
+                                         "gem_edges.mdb", "access/compressed_text.mdb",
+                                         "access/deleted_columns.mdb", "access/deleted_rows.mdb",
+                                         "access/descending_index.mdb", "access/index_cursor.mdb",
+                                         "access/long_memo.mdb", "access/no_rows.mdb",
+                                         "access/numeric.mdb", "access/overflow.mdb",
                                          "access/text_index_empty.mdb"),
                          [](const auto& parameter) {
                              std::string name = parameter.param;

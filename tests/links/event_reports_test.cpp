@@ -1,4 +1,5 @@
-// The reports of an event: pool and list as the file has them, and the link rows as a save writes them.
+// The reports of an event: pool and list as the file has them, and the link rows as a save writes
+// them.
 #include "links/event_reports.h"
 
 #include <QLabel>
@@ -39,8 +40,9 @@ TEST_F(EventReportsTest, ThePoolHoldsAllReportsUnderTwoHeaders) {
 TEST_F(EventReportsTest, ShowAndHideConcernThePoolSideOnly) {
     eventReports.lDispRptListEditor(true);
     eventReports.lDispRptListEditor(false);
-    for (const QWidget* hidden : std::initializer_list<QWidget*>{
-             editor.orderUp, editor.orderDown, editor.select, editor.deselect, editor.poolLabel, editor.pool})
+    for (const QWidget* hidden :
+         std::initializer_list<QWidget*>{editor.orderUp, editor.orderDown, editor.select,
+                                         editor.deselect, editor.poolLabel, editor.pool})
         EXPECT_TRUE(hidden->isHidden()) << hidden->objectName().toStdString();
     EXPECT_FALSE(editor.selected->isHidden());
     EXPECT_EQ(editor.pool->rowCount(), 60) << "a hidden pool keeps its rows";

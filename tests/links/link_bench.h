@@ -1,4 +1,5 @@
-// A window with the link editors behind it, and the gestures with which a user works on their lists.
+// A window with the link editors behind it, and the gestures with which a user works on their
+// lists.
 #pragma once
 
 #include <QLabel>

@@ -1,5 +1,5 @@
-// The children of a list variable: what may become one, their order, the duplicate rule, and what is kept
-// while a format is changed to and fro.
+// The children of a list variable: what may become one, their order, the duplicate rule, and what
+// is kept while a format is changed to and fro.
 #include "links/list_children.h"
 
 #include <QLabel>
@@ -53,9 +53,12 @@ TEST_F(ListChildrenTest, ThePoolOffersOnlyWhatMayBecomeAChild) {
     ASSERT_GT(ids.size(), 50);
     EXPECT_FALSE(ids.contains("227")) << "itself";
     for (const QString& id : ids) {
-        EXPECT_EQ(valuesOf("SELECT var_type FROM secs_cusvar WHERE var_id = " + id), QStringList{"SV"});
-        EXPECT_NE(valuesOf("SELECT var_format FROM secs_cusvar WHERE var_id = " + id)[0].toUpper(), "L");
-        EXPECT_EQ(valuesOf("SELECT var_parentkey FROM secs_cusvar WHERE var_id = " + id), QStringList{"0"});
+        EXPECT_EQ(valuesOf("SELECT var_type FROM secs_cusvar WHERE var_id = " + id),
+                  QStringList{"SV"});
+        EXPECT_NE(valuesOf("SELECT var_format FROM secs_cusvar WHERE var_id = " + id)[0].toUpper(),
+                  "L");
+        EXPECT_EQ(valuesOf("SELECT var_parentkey FROM secs_cusvar WHERE var_id = " + id),
+                  QStringList{"0"});
     }
 }
 
@@ -93,19 +96,22 @@ TEST_F(ListChildrenTest, HidingIsAllThatHidingDoes) {
     const int children = editor.selected->rowCount();
     listChildren.lDispChildEditor(false);
     listChildren.lUpdateVarChild(false);
-    EXPECT_TRUE(editor.pool->isHidden() && editor.selected->isHidden() && editor.selectedLabel->isHidden());
+    EXPECT_TRUE(editor.pool->isHidden() && editor.selected->isHidden() &&
+                editor.selectedLabel->isHidden());
     EXPECT_EQ(editor.pool->rowCount(), offered);
     EXPECT_EQ(editor.selected->rowCount(), children);
 }
 
 TEST_F(ListChildrenTest, ChildrenComeInTheOrderOfTheirPlacesWithTheirMarks) {
     show("227");
-    EXPECT_EQ(editor.selected->headers(), QStringList({"Duplicate", "Name", "ID", "Group", "Value"}));
-    EXPECT_EQ(columnOf(editor.selected, kId),
-              valuesOf("SELECT var_id FROM secs_cusvar WHERE var_parentkey = 227 ORDER BY var_accessid"));
+    EXPECT_EQ(editor.selected->headers(),
+              QStringList({"Duplicate", "Name", "ID", "Group", "Value"}));
+    EXPECT_EQ(
+        columnOf(editor.selected, kId),
+        valuesOf("SELECT var_id FROM secs_cusvar WHERE var_parentkey = 227 ORDER BY var_accessid"));
     EXPECT_EQ(columnOf(editor.selected, 0).join(QString()), QString());
-    const QStringList onlyChild =
-        valuesOf("SELECT var_parentkey FROM secs_cusvar WHERE var_allowduplicates <> 0 AND var_type = 'SV'");
+    const QStringList onlyChild = valuesOf(
+        "SELECT var_parentkey FROM secs_cusvar WHERE var_allowduplicates <> 0 AND var_type = 'SV'");
     ASSERT_FALSE(onlyChild.isEmpty());
     show(onlyChild[0]);
     ASSERT_EQ(editor.selected->rowCount(), 1);
@@ -124,7 +130,8 @@ TEST_F(ListChildrenTest, TheOnlyChildMayBeDuplicated) {
 }
 
 TEST_F(ListChildrenTest, OneOfTwoMayNotAndItsBoxIsClearedAfterTheWarning) {
-    editor.selected->setRows({{{"", "A", "101", "", ""}, false}, {{"", "B", "102", "", ""}, false}});
+    editor.selected->setRows(
+        {{{"", "A", "101", "", ""}, false}, {{"", "B", "102", "", ""}, false}});
     bool checkedMeanwhile = false;
     dialogs.whileShown = [&](const QString&) { checkedMeanwhile = editor.selected->isChecked(1); };
     check(1);
@@ -144,7 +151,8 @@ TEST_F(ListChildrenTest, UncheckingOneOfSeveralIsAccepted) {
 
 TEST_F(ListChildrenTest, WhileBrowsingTheRuleDoesNotLook) {
     state.editMode = form::EditMode::Browsing;
-    editor.selected->setRows({{{"", "A", "101", "", ""}, false}, {{"", "B", "102", "", ""}, false}});
+    editor.selected->setRows(
+        {{{"", "A", "101", "", ""}, false}, {{"", "B", "102", "", ""}, false}});
     check(1);
     EXPECT_TRUE(editor.selected->isChecked(1));
     EXPECT_TRUE(dialogs.messages.empty());
@@ -204,13 +212,17 @@ TEST_F(ListChildrenTest, AListThatCouldNotBeReadMustNotBeSaved) {
 TEST_F(ListChildrenTest, TheTwoUpdatesStoreParentPlaceAndFlag) {
     listChildren.lLinkListAndChild(227, 101, 7);
     listChildren.lVarUpdDuplicate(101, true);
-    EXPECT_EQ(valuesOf("SELECT var_parentkey FROM secs_cusvar WHERE var_id = 101"), QStringList{"227"});
-    EXPECT_EQ(valuesOf("SELECT var_accessid FROM secs_cusvar WHERE var_id = 101"), QStringList{"7"});
-    EXPECT_EQ(valuesOf("SELECT var_id FROM secs_cusvar WHERE var_id = 101 AND var_allowduplicates <> 0"),
-              QStringList{"101"});
+    EXPECT_EQ(valuesOf("SELECT var_parentkey FROM secs_cusvar WHERE var_id = 101"),
+              QStringList{"227"});
+    EXPECT_EQ(valuesOf("SELECT var_accessid FROM secs_cusvar WHERE var_id = 101"),
+              QStringList{"7"});
+    EXPECT_EQ(
+        valuesOf("SELECT var_id FROM secs_cusvar WHERE var_id = 101 AND var_allowduplicates <> 0"),
+        QStringList{"101"});
     listChildren.lVarUpdDuplicate(101, false);
-    EXPECT_EQ(valuesOf("SELECT var_id FROM secs_cusvar WHERE var_id = 101 AND var_allowduplicates <> 0"),
-              QStringList{});
+    EXPECT_EQ(
+        valuesOf("SELECT var_id FROM secs_cusvar WHERE var_id = 101 AND var_allowduplicates <> 0"),
+        QStringList{});
     EXPECT_TRUE(failures.isEmpty()) << failures.join("\n").toStdString();
 }
 
@@ -237,17 +249,21 @@ TEST_F(ListChildrenTest, ChildrenComeBackInTheirNewOrderWithTheirMarks) {
     show("227");
     EXPECT_EQ(columnOf(editor.selected, kId), wanted);
     EXPECT_EQ(
-        valuesOf("SELECT var_accessid FROM secs_cusvar WHERE var_parentkey = 227 ORDER BY var_accessid")[0],
+        valuesOf(
+            "SELECT var_accessid FROM secs_cusvar WHERE var_parentkey = 227 ORDER BY var_accessid")
+            [0],
         "1");
-    EXPECT_EQ(valuesOf("SELECT var_parentkey FROM secs_cusvar WHERE var_id = " + released), QStringList{"0"});
-    EXPECT_EQ(valuesOf("SELECT var_accessid FROM secs_cusvar WHERE var_id = " + released), QStringList{"0"});
+    EXPECT_EQ(valuesOf("SELECT var_parentkey FROM secs_cusvar WHERE var_id = " + released),
+              QStringList{"0"});
+    EXPECT_EQ(valuesOf("SELECT var_accessid FROM secs_cusvar WHERE var_id = " + released),
+              QStringList{"0"});
     EXPECT_TRUE(failures.isEmpty()) << failures.join("\n").toStdString();
 }
 
 TEST_F(ListChildrenTest, ReleasedChildrenKeepTheirDuplicateFlag) {
     const auto flagged = [this](const QString& child) {
-        return valuesOf("SELECT var_id FROM secs_cusvar WHERE var_allowduplicates <> 0 AND var_id = " +
-                        child);
+        return valuesOf(
+            "SELECT var_id FROM secs_cusvar WHERE var_allowduplicates <> 0 AND var_id = " + child);
     };
     show("229");
     ASSERT_TRUE(editor.selected->isChecked(0));
@@ -259,7 +275,7 @@ TEST_F(ListChildrenTest, ReleasedChildrenKeepTheirDuplicateFlag) {
 
 TEST_F(ListChildrenTest, AnIdBeyondThirtyTwoBitsIsAnOverflow) {
     editor.selected->setRows({{{"", "A", "4294967296", "", ""}, false}});
-    EXPECT_THROW(static_cast<void>(listChildren.saveLinks("101")), RunTimeError);
+    EXPECT_THROW(static_cast<void>(listChildren.saveLinks("101")), base::RunTimeError);
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
-// The variables of a report: both tables in one list, its text sort, its order while editing, its rights.
+// The variables of a report: both tables in one list, its text sort, its order while editing, its
+// rights.
 #include "links/report_variables.h"
 
 #include <QLabel>

@@ -142,7 +142,8 @@ TEST_F(Events, WithoutASelectedRowEachProcedureFailsUnderItsOwnName) {
     ASSERT_EQ(failures.size(), 4);
     const char* const procedures[] = {"lSelectItem", "lDeselectItem", "lOrderUp", "lOrderDown"};
     for (int i = 0; i < 4; ++i)
-        EXPECT_TRUE(failures[i].startsWith(QStringLiteral("ERROR(91) [frmMain.%1.0]: ").arg(procedures[i])))
+        EXPECT_TRUE(
+            failures[i].startsWith(QStringLiteral("ERROR(91) [frmMain.%1.0]: ").arg(procedures[i])))
             << failures[i].toStdString();
     EXPECT_EQ(columnOf(editor.selected, 0), QStringList({"A", "B"}));
 }
@@ -171,14 +172,16 @@ TEST_F(Children, ARowGoesOneColumnToTheRightAndIsNotChecked) {
 TEST_F(Children, ACheckedRowRefusesEveryFurtherItem) {
     editor.selected->setRows({{{"", "Lone", "150", "", ""}, true}});
     click(editor.select);
-    EXPECT_EQ(dialogs.texts(),
-              QStringList{"Cannot add item. Selected list already containing an item which is allowed to "
-                          "duplicate."});
+    EXPECT_EQ(
+        dialogs.texts(),
+        QStringList{"Cannot add item. Selected list already containing an item which is allowed to "
+                    "duplicate."});
     EXPECT_EQ(editor.selected->rowCount(), 1);
 }
 
 TEST_F(Children, AListedIdGetsTheFirstMessageEvenBesideACheckedRow) {
-    editor.selected->setRows({{{"", "Lone", "150", "", ""}, true}, {{"", "Other", "101", "", ""}, false}});
+    editor.selected->setRows(
+        {{{"", "Lone", "150", "", ""}, true}, {{"", "Other", "101", "", ""}, false}});
     click(editor.select);
     EXPECT_EQ(dialogs.texts(), QStringList{"Item already in the selected list."});
 }
@@ -196,7 +199,8 @@ TEST_F(Children, MovingSwapsTextsAndLeavesTheCheckMarksInPlace) {
     editor.selected->setRows({{{"", "A", "1", "g", "v"}, true}, {{"", "B", "2", "h", "w"}, false}});
     clickRow(editor.selected, 1);
     click(editor.orderUp);
-    EXPECT_EQ(textsOf(editor.selected), (Texts{{"", "B", "2", "h", "w"}, {"", "A", "1", "g", "v"}}));
+    EXPECT_EQ(textsOf(editor.selected),
+              (Texts{{"", "B", "2", "h", "w"}, {"", "A", "1", "g", "v"}}));
     EXPECT_TRUE(editor.selected->isChecked(0));
     EXPECT_FALSE(editor.selected->isChecked(1));
     EXPECT_TRUE(dialogs.messages.empty()) << "moving texts checks nothing";
@@ -227,7 +231,8 @@ TEST_F(Reports, AnAddedVariableHasNoOrderYet) {
 }
 
 TEST_F(Reports, AMovedRowTakesItsOrderAlong) {
-    editor.selected->setRows(rowsOf({{"Clock", "1", "SV", "Y", "1"}, {"Lot", "201", "DV", "N", "2"}}));
+    editor.selected->setRows(
+        rowsOf({{"Clock", "1", "SV", "Y", "1"}, {"Lot", "201", "DV", "N", "2"}}));
     click(editor.orderDown);
     EXPECT_EQ(columnOf(editor.selected, 4), QStringList({"2", "1"}));
 }

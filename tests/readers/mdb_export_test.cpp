@@ -23,7 +23,8 @@ using jet::Value;
 using Values = std::vector<jet::ColumnValue>;
 
 std::string outputOf(const std::string& command) {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(::popen(command.c_str(), "r"), &::pclose);
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(::popen(command.c_str(), "r"),
+                                                               &::pclose);
     std::string text;
     std::array<char, 4096> buffer{};
     while (const std::size_t size = std::fread(buffer.data(), 1, buffer.size(), pipe.get()))
@@ -38,13 +39,15 @@ bool hasReader() {
 #define NEEDS_READER() \
     if (!hasReader()) GTEST_SKIP() << "mdb-export is not installed"
 
-/// Rows of a table as mdb-export prints them, with separators that stand in no value; a Null is "\x01".
+/// Rows of a table as mdb-export prints them, with separators that stand in no value; a Null is
+/// "\x01".
 std::multiset<std::string> exported(const std::filesystem::path& path, const std::string& table) {
     const std::string text = outputOf("mdb-export -H -Q -d '\x1F' -R '\x1E' -0 '\x01' -b octal '" +
                                       path.string() + "' '" + table + "'");
     std::multiset<std::string> rows;
     std::size_t begin = 0;
-    for (std::size_t end = text.find('\x1E'); end != std::string::npos; end = text.find('\x1E', begin)) {
+    for (std::size_t end = text.find('\x1E'); end != std::string::npos;
+         end = text.find('\x1E', begin)) {
         rows.insert(text.substr(begin, end - begin));
         begin = end + 1;
     }
@@ -78,8 +81,8 @@ jet::TableSpec spec() {
     table.name = "Written";
     table.columns.resize(5);
     const char* names[] = {"id", "name", "plain", "memo", "flag"};
-    const ColumnType types[] = {ColumnType::Long, ColumnType::Text, ColumnType::Text, ColumnType::Memo,
-                                ColumnType::Boolean};
+    const ColumnType types[] = {ColumnType::Long, ColumnType::Text, ColumnType::Text,
+                                ColumnType::Memo, ColumnType::Boolean};
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
         table.columns[i].name = names[i];
         table.columns[i].type = types[i];
@@ -99,7 +102,8 @@ Values rowOf(int i) {
                              : i % 3 == 1 ? "\xE6\x97\xA5\xE6\x9C\xAC " + std::to_string(i)
                                           : "plain";
     Values values = {{0, i}, {1, text}, {2, text + "!"}, {4, i % 2 == 0}};
-    if (i % 5 != 0) values.emplace_back(3, std::string(static_cast<std::size_t>(i) * 37 % 6000 + 1, 'm'));
+    if (i % 5 != 0)
+        values.emplace_back(3, std::string(static_cast<std::size_t>(i) * 37 % 6000 + 1, 'm'));
     return values;
 }
 
@@ -114,7 +118,8 @@ TEST(IndependentReader, ListsAndReadsANewDatabase) {
         for (int i = 1; i <= 500; ++i) database.table("Written").insert(rowOf(i));
         unit.commit();
     }
-    EXPECT_NE(outputOf("mdb-tables -1 '" + path.string() + "'").find("Written\n"), std::string::npos);
+    EXPECT_NE(outputOf("mdb-tables -1 '" + path.string() + "'").find("Written\n"),
+              std::string::npos);
     EXPECT_NE(outputOf("mdb-schema '" + path.string() + "'").find("[plain]"), std::string::npos);
     EXPECT_EQ(exported(path, "Written"), ours(database.table("Written")));
 }
@@ -134,7 +139,8 @@ TEST(IndependentReader, ReadsAlikeAfterRowsWereChangedMovedAndErased) {
             if (i % 7 == 0) {
                 table.erase(rows[i]);
             } else if (i % 3 == 0) {
-                table.update(rows[i], Values{{1, std::string(200, 'w')}, {2, std::string(250, 'v')}});
+                table.update(rows[i],
+                             Values{{1, std::string(200, 'w')}, {2, std::string(250, 'v')}});
             } else if (i % 4 == 0) {
                 table.update(rows[i], Values{{3, jet::Null{}}});
             }

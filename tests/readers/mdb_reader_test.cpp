@@ -45,7 +45,8 @@ TEST_P(MdbReader, FindsTheRowsThatTheEngineWrote) {
         const bool memo = variables.info().columns[description].type == jet::ColumnType::Memo;
         std::vector<jet::RowId> added;
         for (int i = 0; i < 300; ++i) {
-            // No chains here: that reader takes a wrong end for a chunk that follows a deleted slot.
+            // No chains here: that reader takes a wrong end for a chunk that follows a deleted
+            // slot.
             const std::size_t length = memo ? static_cast<std::size_t>(i) * 6 : 200;
             const std::string letters = i % 3 == 0 ? std::string("\xE6\xBC\xA2") : std::string("d");
             std::string longText;
@@ -58,9 +59,9 @@ TEST_P(MdbReader, FindsTheRowsThatTheEngineWrote) {
         }
         for (std::size_t i = 0; i < added.size(); i += 3) variables.erase(added[i]);
         for (std::size_t i = 1; i < added.size(); i += 3)
-            variables.update(added[i],
-                             std::vector<jet::ColumnValue>{{text, jet::Value(std::string(200, 'g'))},
-                                                           {description, jet::Value(std::string("short"))}});
+            variables.update(added[i], std::vector<jet::ColumnValue>{
+                                           {text, jet::Value(std::string(200, 'g'))},
+                                           {description, jet::Value(std::string("short"))}});
         unit.commit();
     }
     const auto theirs = readWithNode(file);
@@ -92,7 +93,8 @@ TEST_P(MdbReader, FindsLongTextsInChainsOfPages) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Models, MdbReader,
-                         ::testing::Values("gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb", "gem_edges.mdb"),
+                         ::testing::Values("gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb",
+                                           "gem_edges.mdb"),
                          [](const auto& model) {
                              const std::string name = model.param;
                              return name.substr(0, name.find('.'));

@@ -8,8 +8,8 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "gemdb/json_line.h"
 #include "jet/database.h"
-#include "tools/json_line.h"
 
 namespace stelvan::test {
 namespace {
@@ -40,7 +40,7 @@ std::string linesOf(jet::Table& table) {
     jet::ColumnSet all(info.columns.size());
     std::iota(all.begin(), all.end(), std::size_t{0});
     std::string lines;
-    tools::JsonLine line;
+    gemdb::JsonLine line;
     const auto rows = table.scan(all);
     while (rows->next()) {
         line.open('{').member("table").text(info.name).member("row").open('{');
@@ -56,7 +56,8 @@ std::string linesOf(jet::Table& table) {
 std::optional<RowTexts> readWithNode(const fs::path& file) {
     const fs::path folder = STELVAN_NODE_READER_DIR;
     if (!fs::exists(folder / "node_modules" / "mdb-reader")) return std::nullopt;
-    return canonical(outputOf("node '" + (folder / "dump.mjs").string() + "' '" + file.string() + "'"));
+    return canonical(
+        outputOf("node '" + (folder / "dump.mjs").string() + "' '" + file.string() + "'"));
 }
 
 RowTexts readWithEngine(const fs::path& file) {

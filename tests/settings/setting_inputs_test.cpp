@@ -41,10 +41,10 @@ protected:
     QString visible() const {
         const form::SttFrame& stt = form.stt;
         QString all;
-        for (const bool on :
-             {stt.txtSttValue->isVisible(), stt.cmbSttValue->isVisible(), stt.chkSttValue->isVisible(),
-              !stt.cmdSttBrowse->isHidden(), stt.txtSttDefValue->isVisible(), stt.cmbSttDefValue->isVisible(),
-              stt.chkSttDefValue->isVisible(), !stt.cmdSttDefBrowse->isHidden()}) {
+        for (const bool on : {stt.txtSttValue->isVisible(), stt.cmbSttValue->isVisible(),
+                              stt.chkSttValue->isVisible(), !stt.cmdSttBrowse->isHidden(),
+                              stt.txtSttDefValue->isVisible(), stt.cmbSttDefValue->isVisible(),
+                              stt.chkSttDefValue->isVisible(), !stt.cmdSttDefBrowse->isHidden()}) {
             all += on ? '1' : '0';
         }
         return all;
@@ -60,14 +60,15 @@ protected:
 TEST_F(SettingInputsTest, everySettingShowsExactlyItsInputs) {
     const std::pair<const char*, QStringList> kinds[] = {
         {"01000100",
-         {"BaudRate", "ConnectionPortType", "HSMSConnectionType", "AlarmEnableAll", "EventEnableAll",
-          "ConnectionHost", "PortOpenAtStartUp"}},
+         {"BaudRate", "ConnectionPortType", "HSMSConnectionType", "AlarmEnableAll",
+          "EventEnableAll", "ConnectionHost", "PortOpenAtStartUp"}},
         {"00000000", {"PortOpened", "Connected", "GEMDatabase", "TraceLevel", ""}},
         {"10011001", {"SECSDictionaryFile", "SECSILogPath", "SECSLogFile"}},
         {"10001000",
-         {"ConnectionRetryLimit", "AdministratorPassword", "DeviceID", "LocalIPPort", "RemoteIPPort",
-          "SerialPort", "T1Timeout", "T2Timeout", "T3Timeout", "T4Timeout", "T5Timeout", "T6Timeout",
-          "T7Timeout", "T8Timeout", "TimeOutRetry", "LocalIPAddress", "RemoteIPAddress"}},
+         {"ConnectionRetryLimit", "AdministratorPassword", "DeviceID", "LocalIPPort",
+          "RemoteIPPort", "SerialPort", "T1Timeout", "T2Timeout", "T3Timeout", "T4Timeout",
+          "T5Timeout", "T6Timeout", "T7Timeout", "T8Timeout", "TimeOutRetry", "LocalIPAddress",
+          "RemoteIPAddress"}},
     };
     for (const auto& [expected, names] : kinds) {
         for (const QString& name : names) {
@@ -275,8 +276,8 @@ TEST_F(SettingInputsTest, aMissingDatabaseIsListedInItsOwnWords) {
 
 TEST_F(SettingInputsTest, comboSettingsAreNeverRefused) {
     for (const char* name :
-         {"BaudRate", "ConnectionPortType", "HSMSConnectionType", "AlarmEnableAll", "EventEnableAll",
-          "ConnectionHost", "PortOpenAtStartUp", "PortOpened", "Connected"}) {
+         {"BaudRate", "ConnectionPortType", "HSMSConnectionType", "AlarmEnableAll",
+          "EventEnableAll", "ConnectionHost", "PortOpenAtStartUp", "PortOpened", "Connected"}) {
         show(name, "any thing", "");
         EXPECT_TRUE(inputs.checkForSave()) << name;
     }

@@ -70,7 +70,8 @@ TEST(AnyText, EndsInRowsOrInARefusal) {
     int answered = 0;
     for (int round = 0; round < 4000; ++round) {
         std::string sql = round % 3 == 0 ? "" : "SELECT var_id FROM secs_cusvar WHERE ";
-        for (auto pieces = random() % 9; pieces > 0; --pieces) sql += kPieces[random() % std::size(kPieces)];
+        for (auto pieces = random() % 9; pieces > 0; --pieces)
+            sql += kPieces[random() % std::size(kPieces)];
         try {
             (void)engine.select(sql);
             ++answered;

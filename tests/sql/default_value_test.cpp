@@ -18,7 +18,8 @@ jet::Value defaultOf(jet::ColumnType type, const std::string& expression, bool a
 TEST(DefaultValue, ConstantsBecomeTheColumnsType) {
     EXPECT_EQ(defaultOf(jet::ColumnType::Long, "0"), jet::Value(0));
     EXPECT_EQ(defaultOf(jet::ColumnType::Double, "=1.5"), jet::Value(1.5));
-    EXPECT_EQ(defaultOf(jet::ColumnType::Text, "\"say \"\"hi\"\"\""), jet::Value(std::string("say \"hi\"")));
+    EXPECT_EQ(defaultOf(jet::ColumnType::Text, "\"say \"\"hi\"\"\""),
+              jet::Value(std::string("say \"hi\"")));
     EXPECT_EQ(defaultOf(jet::ColumnType::Text, "'NULL'"), jet::Value(std::string("NULL")));
     EXPECT_EQ(defaultOf(jet::ColumnType::Boolean, "Yes"), jet::Value(true));
     EXPECT_EQ(defaultOf(jet::ColumnType::Integer, "True"), jet::Value(-1));

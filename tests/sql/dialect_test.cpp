@@ -27,7 +27,8 @@ TEST(Dialect, TrueAndFalseAreMinusOneAndZero) {
 }
 
 TEST(Dialect, NamesInBracketsAndQuotesAreNames) {
-    EXPECT_EQ(translated("SELECT [a b], \"c\" FROM [Table]"), "SELECT \"a b\" , \"c\" FROM \"Table\"");
+    EXPECT_EQ(translated("SELECT [a b], \"c\" FROM [Table]"),
+              "SELECT \"a b\" , \"c\" FROM \"Table\"");
 }
 
 TEST(Dialect, WordsThatAreKeywordsToSqliteAloneAreNames) {
@@ -44,11 +45,13 @@ TEST(Dialect, ANameAloneIsASelectOfTheTable) {
 }
 
 TEST(Dialect, TwoMinusSignsAreNoComment) {
-    EXPECT_EQ(translated("SELECT a FROM t WHERE b=1--2"), "SELECT \"a\" FROM \"t\" WHERE \"b\" = 1 - - 2");
+    EXPECT_EQ(translated("SELECT a FROM t WHERE b=1--2"),
+              "SELECT \"a\" FROM \"t\" WHERE \"b\" = 1 - - 2");
 }
 
 TEST(Dialect, TextKeepsItsDoubledQuotes) {
-    EXPECT_EQ(translated("SELECT a FROM t WHERE b='it''s'"), "SELECT \"a\" FROM \"t\" WHERE \"b\" = 'it''s'");
+    EXPECT_EQ(translated("SELECT a FROM t WHERE b='it''s'"),
+              "SELECT \"a\" FROM \"t\" WHERE \"b\" = 'it''s'");
 }
 
 TEST(Dialect, AnUnbalancedQuoteIsASyntaxErrorInString) {
@@ -58,8 +61,8 @@ TEST(Dialect, AnUnbalancedQuoteIsASyntaxErrorInString) {
 }
 
 TEST(Dialect, OnlyFourKindsOfStatements) {
-    for (const char* sql :
-         {"", "PRAGMA x", "CREATE TABLE t(a)", "WITH x AS (SELECT 1) SELECT 1", "BEGIN WORK", ";"}) {
+    for (const char* sql : {"", "PRAGMA x", "CREATE TABLE t(a)", "WITH x AS (SELECT 1) SELECT 1",
+                            "BEGIN WORK", ";"}) {
         EXPECT_EQ(refusal(sql).kind(), ErrorKind::NotAStatement) << sql;
     }
     EXPECT_EQ(refusal("INSERT OR REPLACE INTO t VALUES (1)").kind(), ErrorKind::Syntax);
@@ -81,10 +84,12 @@ TEST(Dialect, TablesAreFoundWithTheirAliases) {
         return found;
     };
     using Names = std::vector<std::string>;
-    EXPECT_EQ(tables("SELECT a.x FROM secs_def_evt_rpt evt, secs_report AS rpt WHERE a = b ORDER BY c"),
-              (Names{"secs_def_evt_rpt/evt", "secs_report/rpt"}));
-    EXPECT_EQ(tables("SELECT x FROM (a INNER JOIN b ON f(a.x, 1) = b.x) LEFT JOIN c ON c.y = b.y, d"),
-              (Names{"a/a", "b/b", "c/c", "d/d"}));
+    EXPECT_EQ(
+        tables("SELECT a.x FROM secs_def_evt_rpt evt, secs_report AS rpt WHERE a = b ORDER BY c"),
+        (Names{"secs_def_evt_rpt/evt", "secs_report/rpt"}));
+    EXPECT_EQ(
+        tables("SELECT x FROM (a INNER JOIN b ON f(a.x, 1) = b.x) LEFT JOIN c ON c.y = b.y, d"),
+        (Names{"a/a", "b/b", "c/c", "d/d"}));
     EXPECT_EQ(tables("SELECT x FROM t WHERE x IN (SELECT y FROM u)"), (Names{"t/t", "u/u"}));
     EXPECT_EQ(tables("INSERT INTO t (a, b) VALUES (1, 2)"), (Names{"t/t"}));
     EXPECT_EQ(tables("UPDATE t SET a = 1, b = 2"), (Names{"t/t"}));
@@ -93,7 +98,8 @@ TEST(Dialect, TablesAreFoundWithTheirAliases) {
 
 TEST(Dialect, InsertedColumnsAreThoseOfItsList) {
     using Names = std::vector<std::string>;
-    EXPECT_EQ(insertedColumns(parseStatement("INSERT INTO t (a, [b c]) VALUES (1, 2)")), (Names{"a", "b c"}));
+    EXPECT_EQ(insertedColumns(parseStatement("INSERT INTO t (a, [b c]) VALUES (1, 2)")),
+              (Names{"a", "b c"}));
     EXPECT_EQ(insertedColumns(parseStatement("INSERT INTO t VALUES (1)")), std::nullopt);
     EXPECT_EQ(insertedColumns(parseStatement("INSERT INTO t SELECT a FROM u")), std::nullopt);
 }

@@ -41,7 +41,8 @@ private:
     std::string line(const RowPlaces& rows, jet::RowId place) {
         const auto cursor = database_.table(rows.table).row(place, rows.columns);
         std::vector<jet::Value> values;
-        for (const std::size_t column : rows.columns) values.push_back(jet::toValue(cursor->value(column)));
+        for (const std::size_t column : rows.columns)
+            values.push_back(jet::toValue(cursor->value(column)));
         return line(values);
     }
 
@@ -61,7 +62,8 @@ TEST(Engine, ALookupFindsWhatAScanFinds) {
         const std::string literal = "'" + names[at] + "'";
         const Lines found = file.rows("SELECT var_id FROM secs_cusvar WHERE var_name = " + literal);
         // A list is never looked up but scanned for.
-        EXPECT_EQ(found, file.rows("SELECT var_id FROM secs_cusvar WHERE var_name IN (" + literal + ")"));
+        EXPECT_EQ(found,
+                  file.rows("SELECT var_id FROM secs_cusvar WHERE var_name IN (" + literal + ")"));
         EXPECT_FALSE(found.empty()) << names[at];
     }
 }
@@ -100,7 +102,8 @@ TEST(Engine, AnIncompleteKeyOfACompoundIndexFindsAllItsRowsInStoredOrder) {
     const Lines all = file.rows("SELECT var_id FROM var_limit");
     ASSERT_EQ(all.size(), 18U);
     const auto expected = std::count(all.begin(), all.end(), all.front());
-    const Selection selection = file.select("SELECT * FROM var_limit WHERE var_id = " + all.front());
+    const Selection selection =
+        file.select("SELECT * FROM var_limit WHERE var_id = " + all.front());
     const auto& places = std::get<RowPlaces>(selection).places;
     EXPECT_EQ(static_cast<std::ptrdiff_t>(places.size()), expected);
     EXPECT_TRUE(std::is_sorted(places.begin(), places.end()));
@@ -122,7 +125,8 @@ TEST(Engine, JoinsTakeEachOthersIdentifiersWhateverTheirTypes) {
 TEST(Engine, FlagsAreMinusOneAndZeroToSql) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
-    EXPECT_EQ(file.rows("SELECT MIN(evt_enable), MAX(evt_enable) FROM secs_cusevent"), Lines{"-1|0"});
+    EXPECT_EQ(file.rows("SELECT MIN(evt_enable), MAX(evt_enable) FROM secs_cusevent"),
+              Lines{"-1|0"});
     EXPECT_TRUE(file.rows("SELECT evt_id FROM secs_cusevent WHERE evt_enable = 1").empty());
     const auto set = file.rows("SELECT evt_id FROM secs_cusevent WHERE evt_enable = True").size();
     const auto clear = file.rows("SELECT evt_id FROM secs_cusevent WHERE evt_enable = 0").size();
@@ -134,14 +138,17 @@ TEST(Engine, NullMatchesNeitherEqualNorUnequal) {
     OpenSample file("gem.mdb");
     EXPECT_EQ(file.rows("SELECT var_id FROM secs_cusvar WHERE var_unit IS NULL AND var_id = 253"),
               Lines{"253"});
-    EXPECT_TRUE(file.rows("SELECT var_id FROM secs_cusvar WHERE var_id = 253 AND var_unit <> 'x'").empty());
-    EXPECT_TRUE(file.rows("SELECT var_id FROM secs_cusvar WHERE var_id = 253 AND var_unit = ''").empty());
+    EXPECT_TRUE(
+        file.rows("SELECT var_id FROM secs_cusvar WHERE var_id = 253 AND var_unit <> 'x'").empty());
+    EXPECT_TRUE(
+        file.rows("SELECT var_id FROM secs_cusvar WHERE var_id = 253 AND var_unit = ''").empty());
 }
 
 TEST(Engine, LikeUsesPercentAndUnderscore) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
-    const Lines all = file.rows("SELECT set_field FROM secs_setting WHERE set_field LIKE 'connection%'");
+    const Lines all =
+        file.rows("SELECT set_field FROM secs_setting WHERE set_field LIKE 'connection%'");
     EXPECT_FALSE(all.empty());
     for (const std::string& field : all) EXPECT_EQ(field.find("Connection"), 0U);
 }
@@ -149,14 +156,14 @@ TEST(Engine, LikeUsesPercentAndUnderscore) {
 TEST(Engine, StatementsReportHowManyRowsTheyChanged) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
-    EXPECT_EQ(file.execute(
-                  "UPDATE secs_cusevent SET evt_group = 'x' WHERE evt_enable = True OR evt_enable = False"),
+    EXPECT_EQ(file.execute("UPDATE secs_cusevent SET evt_group = 'x' WHERE evt_enable = True OR "
+                           "evt_enable = False"),
               70);
     EXPECT_EQ(file.execute("DELETE * FROM secs_def_evt_rpt WHERE evt_id = 162"), 12);
     EXPECT_EQ(file.execute("INSERT INTO secs_def_evt_rpt VALUES (162, 126, 1)"), 1);
-    EXPECT_EQ(file.execute(
-                  "INSERT INTO secs_def_evt_rpt SELECT evt_id, 110, 2 FROM secs_def_evt_rpt WHERE evt_id = "
-                  "162"),
+    EXPECT_EQ(file.execute("INSERT INTO secs_def_evt_rpt SELECT evt_id, 110, 2 FROM "
+                           "secs_def_evt_rpt WHERE evt_id = "
+                           "162"),
               1);
     EXPECT_EQ(file.rows("SELECT * FROM secs_def_evt_rpt WHERE evt_id = 162"),
               (Lines{"162|126|1", "162|110|2"}));
@@ -165,16 +172,19 @@ TEST(Engine, StatementsReportHowManyRowsTheyChanged) {
 TEST(Engine, AColumnThatAnUpdateDoesNotNameKeepsItsExactValue) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
-    const Lines before = file.rows("SELECT var_name, var_desc, var_max FROM secs_cusvar WHERE var_id = 255");
+    const Lines before =
+        file.rows("SELECT var_name, var_desc, var_max FROM secs_cusvar WHERE var_id = 255");
     EXPECT_EQ(file.execute("UPDATE secs_cusvar SET var_unit = 'mm' WHERE var_id = 255"), 1);
-    EXPECT_EQ(file.rows("SELECT var_name, var_desc, var_max FROM secs_cusvar WHERE var_id = 255"), before);
+    EXPECT_EQ(file.rows("SELECT var_name, var_desc, var_max FROM secs_cusvar WHERE var_id = 255"),
+              before);
 }
 
 TEST(Engine, ColumnsAreNamedAsTheFileSpellsThemAndExpressionsByTheirPlace) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
     const Selection selection = file.select(
-        "SELECT r.RPT_NAME, COUNT(*), MAX(e.rpt_order) AS last FROM secs_report r, secs_def_evt_rpt e WHERE "
+        "SELECT r.RPT_NAME, COUNT(*), MAX(e.rpt_order) AS last FROM secs_report r, "
+        "secs_def_evt_rpt e WHERE "
         "r.rpt_id = e.rpt_id GROUP BY r.rpt_name");
     EXPECT_EQ(std::get<ComputedRows>(selection).columns, (Lines{"rpt_name", "Expr1001", "last"}));
 }
@@ -197,7 +207,8 @@ TEST(Engine, WhatIsNoStatementOfAccessIsRefused) {
     EXPECT_EQ(kind("SELECT rpt_id FROM secs_report, secs_def_evt_rpt"), ErrorKind::AmbiguousColumn);
     EXPECT_EQ(kind("DELETE FROM secs_report"), ErrorKind::NotAStatement);
     EXPECT_EQ(kind("SELECT evt_id FROM"), ErrorKind::Syntax);
-    EXPECT_EQ(kind("SELECT evt_id FROM secs_cusevent WHERE evt_id = 1 evt_name"), ErrorKind::Syntax);
+    EXPECT_EQ(kind("SELECT evt_id FROM secs_cusevent WHERE evt_id = 1 evt_name"),
+              ErrorKind::Syntax);
 }
 
 TEST(Engine, SyntaxErrorsNameTheExpressionOrTheClause) {

@@ -50,7 +50,8 @@ TEST(TypeCheck, ANumberIsNotComparedWithText) {
 }
 
 TEST(TypeCheck, EqualNaturesAndWhatIsNotKnownPass) {
-    EXPECT_FALSE(isRefused("SELECT id FROM t WHERE id = 1 AND name = 'x' AND flag = True AND note <> 'y'"));
+    EXPECT_FALSE(
+        isRefused("SELECT id FROM t WHERE id = 1 AND name = 'x' AND flag = True AND note <> 'y'"));
     EXPECT_FALSE(isRefused("SELECT id FROM t WHERE flag = 0 AND id = -1 AND id BETWEEN 1 AND 2"));
     EXPECT_FALSE(isRefused("SELECT id FROM t WHERE upper(name) = 'X' AND id + 1 = 2"));
     EXPECT_FALSE(isRefused("SELECT id FROM t WHERE other = '1'"));

@@ -1,5 +1,5 @@
-// A window with all its controls and the checks behind them, but without the commands: what a field check
-// does can be seen by typing into a field and leaving it.
+// A window with all its controls and the checks behind them, but without the commands: what a field
+// check does can be seen by typing into a field and leaving it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,13 +9,13 @@
 #include <QPlainTextEdit>
 #include <QTest>
 
-#include "app/form/focus_watch.h"
-#include "app/form/text.h"
+#include "checks/field_checks.h"
+#include "form/focus_watch.h"
+#include "form/text.h"
 #include "settings/setting_inputs.h"
 #include "tests/support/qt_text.h"
 #include "tests/support/samples.h"
 #include "tests/support/scripted_dialogs.h"
-#include "validation/field_checks.h"
 
 namespace stelvan::test {
 
@@ -26,15 +26,15 @@ protected:
     form::MainState state;
     ScriptedDialogs dialogs;
     QStringList failures;
-    ErrorInfo errors{[this](const std::string& line) { failures << form::toQt(line); }};
-    ErrorCatalogue catalogue = lInitErrInfo();
+    base::ErrorInfo errors{[this](const std::string& line) { failures << form::toQt(line); }};
+    gem::ErrorCatalogue catalogue = gem::lInitErrInfo();
     db::DataSource adoGEM;
     db::Operations database{errors, state.databasePath, adoGEM, state.current};
-    validation::ExceptionBox box{*form.txtErrLog, dialogs, errors, catalogue};
-    validation::RecordChecks records{form, errors, box};
-    validation::VariableFormat format{form.var, state, records};
-    validation::ValueChecks values{form.var, errors, format};
-    validation::FieldChecks checks{form, state, database, records, format, values};
+    checks::ExceptionBox box{*form.txtErrLog, dialogs, errors, catalogue};
+    checks::RecordChecks records{form, errors, box};
+    checks::VariableFormat format{form.var, state, records};
+    checks::ValueChecks values{form.var, errors, format};
+    checks::FieldChecks checks{form, state, database, records, format, values};
     form::FocusWatch focusWatch{window, *form.nav.cmdSave, *form.nav.cmdCancel};
     ScratchDir scratch;
 

@@ -17,7 +17,8 @@ ProgramRun runProgram(const std::string& program, const std::vector<std::string>
     const std::string out = folder.path() / "out";
     const std::string err = folder.path() / "err";
     std::vector<char*> argv = {const_cast<char*>(program.c_str())};
-    for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+    for (const std::string& argument : arguments)
+        argv.push_back(const_cast<char*>(argument.c_str()));
     argv.push_back(nullptr);
 
     posix_spawn_file_actions_t files;

@@ -12,7 +12,8 @@ struct ProgramRun {
     std::string err;
 };
 
-[[nodiscard]] ProgramRun runProgram(const std::string& program, const std::vector<std::string>& arguments);
+[[nodiscard]] ProgramRun runProgram(const std::string& program,
+                                    const std::vector<std::string>& arguments);
 [[nodiscard]] ProgramRun runGemdb(const std::vector<std::string>& arguments);
 
 /// The lines of a text, without their breaks.

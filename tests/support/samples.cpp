@@ -31,7 +31,8 @@ fs::path scratchParent() {
     std::error_code absent;
     const fs::space_info space = fs::space(memory, absent);
     const bool chosen = std::getenv("TMPDIR") != nullptr;
-    const bool usable = !absent && space.available >= kEnough && ::access(memory.c_str(), W_OK) == 0;
+    const bool usable =
+        !absent && space.available >= kEnough && ::access(memory.c_str(), W_OK) == 0;
     return !chosen && usable ? memory : fs::temp_directory_path();
 }
 
@@ -39,7 +40,8 @@ fs::path scratchParent() {
 
 ScratchDir::ScratchDir() {
     std::string pattern = (scratchParent() / "stelvan-test-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder: " + pattern);
+    if (::mkdtemp(pattern.data()) == nullptr)
+        throw std::runtime_error("no temporary folder: " + pattern);
     path_ = pattern;
 }
 

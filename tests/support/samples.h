@@ -33,5 +33,6 @@ private:
 }  // namespace stelvan::test
 
 /// Leaves the running test as skipped where the sample is absent.
-#define STELVAN_NEEDS_SAMPLE(relative) \
-    if (stelvan::test::sample(relative).empty()) GTEST_SKIP() << "sample " << (relative) << " is absent"
+#define STELVAN_NEEDS_SAMPLE(relative)           \
+    if (stelvan::test::sample(relative).empty()) \
+    GTEST_SKIP() << "sample " << (relative) << " is absent"

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/form/dialogs.h"
+#include "form/dialogs.h"
 
 namespace stelvan::test {
 

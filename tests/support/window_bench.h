@@ -1,5 +1,5 @@
-// The whole window on a scratch copy of a model, worked with as a user does: clicks in the tree, on buttons
-// and fields, keys.
+// The whole window on a scratch copy of a model, worked with as a user does: clicks in the tree, on
+// buttons and fields, keys.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,9 +11,9 @@
 #include <memory>
 #include <stdexcept>
 
-#include "app/form/text.h"
 #include "app/frm_main.h"
 #include "app/subsystems.h"
+#include "form/text.h"
 #include "tests/support/qt_text.h"
 #include "tests/support/samples.h"
 #include "tests/support/scripted_dialogs.h"
@@ -52,7 +52,8 @@ protected:
         ASSERT_EQ(state().category, category);
     }
     static void press(QPushButton* button) {
-        ASSERT_TRUE(button->isVisible() && button->isEnabled()) << button->objectName().toStdString();
+        ASSERT_TRUE(button->isVisible() && button->isEnabled())
+            << button->objectName().toStdString();
         QTest::mouseClick(button, Qt::LeftButton);
     }
     void add(std::int16_t category) {
@@ -68,7 +69,8 @@ protected:
     void goTo(const QString& fieldName, const QString& text) {
         const form::Field& shown = field(fieldName);
         for (int left = 2000; shown.text() != text; --left) {
-            ASSERT_GT(left, 0) << "no record with " << fieldName.toStdString() << ' ' << text.toStdString();
+            ASSERT_GT(left, 0) << "no record with " << fieldName.toStdString() << ' '
+                               << text.toStdString();
             press(form().nav.cmdNext);
         }
     }

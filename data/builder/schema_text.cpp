@@ -1,0 +1,153 @@
+#include "data/builder/schema_text.h"
+
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cstdio>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+namespace stelvan::model {
+namespace {
+
+struct TypeName {
+    std::string_view name;
+    jet::ColumnType type;
+    std::uint16_t length;  // bytes; 0 where the text gives the size
+};
+
+constexpr std::array kTypes = {
+    TypeName{"Boolean", jet::ColumnType::Boolean, 1}, TypeName{"Byte", jet::ColumnType::Byte, 1},
+    TypeName{"Integer", jet::ColumnType::Integer, 2}, TypeName{"Long", jet::ColumnType::Long, 4},
+    TypeName{"Double", jet::ColumnType::Double, 8},   TypeName{"Memo", jet::ColumnType::Memo, 0},
+    TypeName{"Text", jet::ColumnType::Text, 0},
+};
+
+using Words = std::vector<std::string>;
+
+Words wordsOf(const std::string& line) {
+    std::istringstream stream(line.substr(0, line.find('#')));
+    Words words;
+    for (std::string word; stream >> word;) words.push_back(word);
+    return words;
+}
+
+jet::DateTime parseDate(const std::string& text) {
+    int year = 0;
+    unsigned month = 0;
+    unsigned day = 0;
+    unsigned hour = 0;
+    unsigned minute = 0;
+    unsigned second = 0;
+    if (std::sscanf(text.c_str(), "%d-%u-%uT%u:%u:%u", &year, &month, &day, &hour, &minute,
+                    &second) != 6) {
+        throw std::runtime_error("a date is written YYYY-MM-DDThh:mm:ss");
+    }
+    using namespace std::chrono;
+    const auto origin = sys_days{std::chrono::year{1899} / December / 30};
+    const auto days =
+        sys_days{std::chrono::year{year} / std::chrono::month{month} / std::chrono::day{day}} -
+        origin;
+    return {static_cast<double>(days.count()) + (hour * 3600.0 + minute * 60.0 + second) / 86400.0};
+}
+
+jet::ColumnInfo parseColumn(const Words& words) {
+    if (words.size() < 3) throw std::runtime_error("a column has a name and a type");
+    jet::ColumnInfo column;
+    column.name = words[1];
+    const TypeName* known = nullptr;
+    for (const TypeName& type : kTypes) {
+        if (type.name == words[2]) known = &type;
+    }
+    if (known == nullptr) throw std::runtime_error("no such type: " + words[2]);
+    column.type = known->type;
+    column.length = known->length;
+    std::size_t next = 3;
+    if (column.type == jet::ColumnType::Text) {
+        column.length = static_cast<std::uint16_t>(2 * std::stoi(words.at(next++)));
+    }
+    column.compressed =
+        column.type == jet::ColumnType::Text || column.type == jet::ColumnType::Memo;
+    column.fixedLength = !column.compressed;
+    if (next + 1 < words.size() && words[next] == "default") column.defaultValue = words[next + 1];
+    return column;
+}
+
+jet::IndexInfo parseIndex(const Words& words, const jet::TableSpec& table) {
+    if (words.size() < 3) throw std::runtime_error("an index has a name and columns");
+    jet::IndexInfo index;
+    index.name = words[1];
+    index.primary = index.required = words[0] == "primary";
+    index.unique = words[0] != "index";
+    for (std::size_t word = 2; word < words.size(); ++word) {
+        std::size_t column = 0;
+        while (column < table.columns.size() && table.columns[column].name != words[word]) ++column;
+        if (column == table.columns.size())
+            throw std::runtime_error("no such column: " + words[word]);
+        index.columns.push_back({column, true});
+    }
+    return index;
+}
+
+/// Reads line after line; the tables of the block being read stand last.
+class Reader {
+public:
+    void take(const Words& words) {
+        if (words[0] == "created") {
+            schema_.created = parseDate(words.at(1));
+        } else if (words[0] == "table") {
+            beginBlock(words);
+        } else if (block_ == 0) {
+            throw std::runtime_error("a table must begin first");
+        } else if (words[0] == "column") {
+            forBlock([&](jet::TableSpec& table) { table.columns.push_back(parseColumn(words)); });
+        } else if (words[0] == "primary" || words[0] == "unique" || words[0] == "index") {
+            forBlock(
+                [&](jet::TableSpec& table) { table.indexes.push_back(parseIndex(words, table)); });
+        } else {
+            throw std::runtime_error("no such word: " + words[0]);
+        }
+    }
+
+    Schema result() { return std::move(schema_); }
+
+private:
+    void beginBlock(const Words& words) {
+        block_ = words.size() - 1;
+        for (std::size_t word = 1; word < words.size(); ++word)
+            schema_.tables.push_back({words[word], {}, {}});
+    }
+
+    template <typename Change>
+    void forBlock(const Change& change) {
+        for (std::size_t i = schema_.tables.size() - block_; i < schema_.tables.size(); ++i) {
+            change(schema_.tables[i]);
+        }
+    }
+
+    Schema schema_;
+    std::size_t block_ = 0;
+};
+
+}  // namespace
+
+Schema parseSchema(std::string_view text) {
+    Reader reader;
+    std::istringstream lines{std::string(text)};
+    int number = 0;
+    for (std::string line; std::getline(lines, line);) {
+        ++number;
+        const Words words = wordsOf(line);
+        if (words.empty()) continue;
+        try {
+            reader.take(words);
+        } catch (const std::exception& fault) {
+            throw std::runtime_error("schema, line " + std::to_string(number) + ": " +
+                                     fault.what());
+        }
+    }
+    return reader.result();
+}
+
+}  // namespace stelvan::model

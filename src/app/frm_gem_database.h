@@ -1,0 +1,61 @@
+// The dialog in which the GEM database is chosen. Made afresh for each use; DBFile and LoadStatus
+// are read after it was closed.
+#pragma once
+
+#include <QDialog>
+#include <QString>
+
+#include "base/error_info.h"
+#include "form/dialogs.h"
+
+class QLineEdit;
+class QPushButton;
+
+namespace stelvan::app {
+
+inline constexpr int kDatabaseChosen = 0;
+inline constexpr int kNotChosen = 1;
+
+class FrmGEMDatabase : public QDialog {
+    Q_OBJECT
+public:
+    /// Proposes the gem.mdb of `programFolder` where there is one. References must outlive the
+    /// object.
+    FrmGEMDatabase(base::ErrorInfo& errors, form::Dialogs& commDlg, const QString& programFolder,
+                   QWidget* parent = nullptr);
+
+    /// The text of the path field as it is now.
+    [[nodiscard]] QString DBFile() const;
+    /// 0 after a confirmed choice, 1 otherwise.
+    [[nodiscard]] int LoadStatus() const;
+
+    void cmdBrowse_Click();
+    void cmdLoad_Click();
+    void cmdCancel_Click();
+    void txtGEMDatabase_Change();
+    void txtGEMDatabase_KeyDown(int key);
+
+    /// Escape and the close box act as cmdCancel.
+    void reject() override { cmdCancel_Click(); }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void buildControls();
+    void Form_Load(const QString& programFolder);
+    void refuse(const QString& message);
+    /// The text after the last separator; empty where there is none.
+    [[nodiscard]] QString lGetFileTitle(const QString& path) const;
+    [[nodiscard]] bool trap(const char* procedure, const std::function<void()>& body) const;
+
+    base::ErrorInfo& errors_;
+    form::Dialogs& commDlg_;
+    int loadStatus_ = kNotChosen;
+    QLineEdit* txtGEMDatabase_ = nullptr;
+    QPushButton* cmdBrowse_ = nullptr;
+    QPushButton* cmdLoad_ = nullptr;
+    QPushButton* cmdCancel_ = nullptr;
+};
+
+}  // namespace stelvan::app

@@ -1,0 +1,67 @@
+// The main window: owns the state and every subsystem, connects control to handler, and starts,
+// changes and releases the database.
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+#include <memory>
+
+#include "base/error_info.h"
+#include "db/operations.h"
+#include "form/dialogs.h"
+#include "form/frames.h"
+#include "form/main_state.h"
+
+namespace stelvan::app {
+
+struct Subsystems;
+
+class FrmMain : public QMainWindow {
+    Q_OBJECT
+public:
+    /// `dialogs` shows all boxes and must outlive the window. `programFolder` is where a gem.mdb is
+    /// proposed from.
+    FrmMain(form::Dialogs& dialogs, QString programFolder);
+    ~FrmMain() override;
+
+    /// The start-up sequence. `isFirstCopy` answers the single-instance rule. False: the program
+    /// ends.
+    bool Form_Load(const std::function<bool()>& isFirstCopy);
+    /// What follows once the database path is known: categories, controls, catalogue, browse mode.
+    void start(const QString& databasePath);
+
+    /// Shows the database dialog; true when a path was confirmed and taken over.
+    bool lSelectDB();
+    /// (Re)builds tree and frames, sets input lengths, hides the link editors.
+    void lInitControls();
+    void mnuFileDB_Click();
+    void mnuFileExit_Click() { close(); }
+    void mnuHelpAbout_Click();
+    /// Releases the current record set; never refuses.
+    void Form_QueryUnload();
+
+    [[nodiscard]] form::MainForm& form() { return form_; }
+    [[nodiscard]] form::MainState& state() { return state_; }
+    [[nodiscard]] base::ErrorInfo& errors() { return errors_; }
+    [[nodiscard]] Subsystems& subsystems() { return *subsystems_; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void takeDatabase(const QString& path);
+    void forgetRecords();
+    void browseNothing();
+    void connectHandlers();
+    void connectUpwardCalls();
+
+    form::Dialogs& dialogs_;
+    QString programFolder_;
+    base::ErrorInfo errors_;  // first, so that failures of all others can be reported
+    form::MainState state_;
+    db::DataSource adoGEM_;
+    form::MainForm form_;
+    std::unique_ptr<Subsystems> subsystems_;
+};
+
+}  // namespace stelvan::app

@@ -1,0 +1,18 @@
+#include <QApplication>
+
+#include "app/frm_main.h"
+#include "app/single_instance.h"
+#include "form/dialogs.h"
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Stelvan"));
+    QApplication::setDesktopFileName(QStringLiteral("stelvan"));
+    stelvan::app::SingleInstance instance;
+    stelvan::form::QtDialogs dialogs;
+    stelvan::app::FrmMain window(dialogs, QApplication::applicationDirPath());
+    if (!window.Form_Load([&instance] { return instance.acquire(); })) return 0;
+    dialogs.setParent(&window);
+    window.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,117 @@
+// Draws the window with a category loaded into a PNG file, without a display.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QLabel>
+#include <QPushButton>
+#include <QStyleFactory>
+#include <QTabBar>
+#include <QTextStream>
+#include <QTreeWidget>
+
+#include "app/frm_main.h"
+#include "app/subsystems.h"
+#include "form/dialogs.h"
+
+namespace {
+
+using stelvan::app::FrmMain;
+
+/// Prints what a box would show; nobody is there to close one.
+class PrintedDialogs : public stelvan::form::Dialogs {
+public:
+    void message(const QString& text, stelvan::form::Icon, const QString&) override {
+        QTextStream(stderr) << text << Qt::endl;
+        ++shown_;
+    }
+    bool confirm(const QString&, const QString&) override { return false; }
+    QString openFile(const QString&, const QString&, const QString&) override { return {}; }
+    QString openFolder(const QString&, const QString&) override { return {}; }
+    [[nodiscard]] int shown() const { return shown_; }
+
+private:
+    int shown_ = 0;
+};
+
+QPalette darkPalette() {
+    QPalette dark(QColor(0x35, 0x35, 0x38));
+    dark.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x20));
+    dark.setColor(QPalette::AlternateBase, QColor(0x28, 0x28, 0x2b));
+    dark.setColor(QPalette::ToolTipBase, QColor(0x4a, 0x45, 0x28));
+    dark.setColor(QPalette::ToolTipText, QColor(0xf2, 0xf0, 0xe4));
+    dark.setColor(QPalette::Highlight, QColor(0x2f, 0x6f, 0xa8));
+    dark.setColor(QPalette::PlaceholderText, QColor(0x90, 0x90, 0x94));
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        dark.setColor(role, QColor(0xe8, 0xe8, 0xea));
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        dark.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x84));
+    return dark;
+}
+
+void addOptions(QCommandLineParser& options) {
+    options.setApplicationDescription(QStringLiteral("Draws Stelvan's window into a PNG file."));
+    options.addHelpOption();
+    options.addPositionalArgument(QStringLiteral("database"), QStringLiteral("the GEM database"));
+    options.addPositionalArgument(QStringLiteral("picture"),
+                                  QStringLiteral("the PNG file to write"));
+    const auto add = [&options](const char* name, const char* what, const char* value,
+                                const char* initial) {
+        options.addOption({QLatin1String(name), QLatin1String(what), QLatin1String(value),
+                           QLatin1String(initial)});
+    };
+    add("category", "key of the category to show; empty for none", "key", "CSTVSV");
+    add("record", "number of the record to show", "n", "1");
+    add("font", "size of the font in points", "points", "");
+    add("size", "size of the window", "size", "1100x760");
+    options.addOption({QStringLiteral("all"), QStringLiteral("show the grid of all records")});
+    options.addOption({QStringLiteral("edit"), QStringLiteral("press Edit")});
+    options.addOption({QStringLiteral("add"), QStringLiteral("press Add New")});
+    options.addOption({QStringLiteral("dark"), QStringLiteral("use dark colours")});
+}
+
+void setLook(const QCommandLineParser& options) {
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    if (options.isSet(QStringLiteral("dark"))) QApplication::setPalette(darkPalette());
+    if (const int points = options.value(QStringLiteral("font")).toInt(); points > 0) {
+        QFont font = QApplication::font();
+        font.setPointSize(points);
+        QApplication::setFont(font);
+    }
+}
+
+void arrange(FrmMain& window, const QCommandLineParser& options) {
+    if (const QString key = options.value(QStringLiteral("category")); !key.isEmpty()) {
+        const auto index = window.subsystems().categories.indexOf(key.toStdString());
+        QTreeWidget* tree = window.form().tvwSECSItem;
+        tree->setCurrentItem(tree->topLevelItem(index - 1));
+        window.subsystems().categoryTree.tvwSECSItem_NodeClick(key);
+    }
+    for (int n = options.value(QStringLiteral("record")).toInt(); n > 1; --n)
+        window.form().nav.cmdNext->click();
+    if (options.isSet(QStringLiteral("edit"))) window.form().nav.cmdUpdate->click();
+    if (options.isSet(QStringLiteral("add"))) window.form().nav.cmdNew->click();
+    if (options.isSet(QStringLiteral("all"))) window.form().tspData->setCurrentIndex(1);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QCommandLineParser options;
+    addOptions(options);
+    options.process(application);
+    const QStringList files = options.positionalArguments();
+    if (files.size() != 2) options.showHelp(2);
+    setLook(options);
+
+    PrintedDialogs dialogs;
+    FrmMain window(dialogs, QString());
+    window.start(files[0]);
+    const QStringList size = options.value(QStringLiteral("size")).split(QLatin1Char('x'));
+    if (size.size() == 2) window.resize(size[0].toInt(), size[1].toInt());
+    window.show();
+    arrange(window, options);
+    QApplication::processEvents();
+    const bool written = window.grab().save(files[1]);
+    return written && dialogs.shown() == 0 ? 0 : 1;
+}

@@ -1,0 +1,49 @@
+// Rows of one table, read when they are looked at and written through.
+//
+// Reading goes by the opening that the record set was made on. Writing and looking anew open the
+// file again by its name, so that a file put in the place of the old one is never mistaken for it.
+#pragma once
+
+#include <memory>
+
+#include "db/open_database.h"
+#include "db/row_source.h"
+
+namespace stelvan::db {
+
+class TableRows final : public RowSource, public RowWriter {
+public:
+    /// `columns` are positions in the table, one for each field.
+    TableRows(std::shared_ptr<OpenDatabase> database, const std::string& table,
+              jet::ColumnSet columns);
+
+    [[nodiscard]] const std::vector<std::string>& fields() const override { return fields_; }
+    [[nodiscard]] std::vector<std::optional<Row>> read(std::span<const jet::RowId> places) override;
+    [[nodiscard]] std::vector<jet::RowId> stillThere(std::vector<jet::RowId> places) override;
+    [[nodiscard]] RowWriter* writer() override { return this; }
+
+    [[nodiscard]] std::filesystem::path file() const override {
+        return database_->database().path();
+    }
+    [[nodiscard]] jet::Value converted(std::size_t field, jet::Value value) override;
+    [[nodiscard]] Row newRow() override;
+    jet::RowId insert(const Row& row) override;
+    void update(jet::RowId place, const Row& asRead,
+                const std::vector<FieldChange>& changes) override;
+    void erase(jet::RowId place, const std::optional<Row>& asRead) override;
+
+private:
+    /// Opens the file anew. Throws when the table no longer has the columns it was read with.
+    void reopen();
+    [[nodiscard]] jet::Table& table() { return *table_; }
+    [[nodiscard]] std::optional<Row> readOne(jet::RowId place);
+    void requireUnchanged(jet::RowId place, const std::optional<Row>& asRead);
+
+    std::shared_ptr<OpenDatabase> database_;
+    jet::Table* table_;    // owned by database_
+    jet::TableInfo info_;  // as it was when the rows were selected
+    jet::ColumnSet columns_;
+    std::vector<std::string> fields_;
+};
+
+}  // namespace stelvan::db

@@ -1,0 +1,268 @@
+#include <QAction>
+#include <QGroupBox>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QTableView>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include "form/property_frames.h"
+
+static void loadIcons() {
+    Q_INIT_RESOURCE(icons);
+}
+
+namespace stelvan::form {
+namespace {
+
+// The window at first: about 1100 x 760 with the usual font, more with a larger one.
+constexpr int kFirstColumns = 175;
+constexpr int kFirstLines = 54;
+constexpr int kLeastFrameColumns = 50;
+constexpr int kLeastFrameLines = 10;
+constexpr int kErrorLines = 4;
+constexpr const char* kLongestNode = "Custom Equipment Constants";
+constexpr int kNodeMargins = 60;  // picture, frame and room for a scroll bar
+
+template <class W>
+W* named(W* widget, const char* name) {
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+
+QString tr(const char* text) {
+    return QString::fromUtf8(text);
+}
+
+QAction* menuItem(QMenu* menu, const char* name, const char* caption) {
+    return named(menu->addAction(tr(caption)), name);
+}
+
+void buildMenus(QMainWindow& window, MainForm& form) {
+    form.mnuFile = named(window.menuBar()->addMenu(tr("&File")), "mnuFile");
+    form.mnuFileDB = menuItem(form.mnuFile, "mnuFileDB", "GEM &Database Setting");
+    named(form.mnuFile->addSeparator(), "mnuFileBreak1");
+    form.mnuFileExit = menuItem(form.mnuFile, "mnuFileExit", "&Exit");
+    form.mnuHelp = named(window.menuBar()->addMenu(tr("&Help")), "mnuHelp");
+    form.mnuHelpAbout = menuItem(form.mnuHelp, "mnuHelpAbout", "&About");
+    form.mnuHelpAbout->setMenuRole(QAction::AboutRole);
+}
+
+int treeWidth(const QWidget& tree) {
+    return tree.fontMetrics().horizontalAdvance(QLatin1String(kLongestNode)) + kNodeMargins;
+}
+
+void buildTree(MainForm& form) {
+    form.imlIcons.insert(tr("Property"), tr(":/icons/property.svg"));
+    form.imlIcons.insert(tr("PropSelect"), tr(":/icons/prop_select.svg"));
+    auto* tree = named(new QTreeWidget, "tvwSECSItem");
+    tree->setAccessibleName(tr("Categories"));
+    tree->setHeaderHidden(true);
+    tree->setRootIsDecorated(false);
+    tree->setUniformRowHeights(true);
+    tree->setMinimumWidth(treeWidth(*tree) / 2);
+    form.tvwSECSItem = tree;
+}
+
+void buildNeutralFrame(QGroupBox& frame) {
+    auto* hint = new QLabel(tr("Choose a category on the left."));
+    hint->setAlignment(Qt::AlignCenter);
+    hint->setForegroundRole(QPalette::PlaceholderText);
+    (new QVBoxLayout(&frame))->addWidget(hint);
+}
+
+QTableView* buildGrid(QGroupBox& frame) {
+    auto* grid = named(new QTableView, "DBGridGEM");
+    grid->setAccessibleName(tr("All records"));
+    grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    grid->setAlternatingRowColors(true);
+    grid->setWordWrap(false);
+    grid->setTabKeyNavigation(false);
+    grid->verticalHeader()->setDefaultSectionSize(grid->fontMetrics().height() + 8);
+    auto* layout = new QVBoxLayout(&frame);
+    layout->setContentsMargins(2, 2, 2, 2);
+    layout->addWidget(grid);
+    return grid;
+}
+
+void buildFrames(MainForm& form) {
+    form.frames = new FrameStack;
+    const QFontMetrics font = form.frames->fontMetrics();
+    form.frames->setMinimumSize(font.averageCharWidth() * kLeastFrameColumns,
+                                font.lineSpacing() * kLeastFrameLines);
+    for (int i = 0; i < kFrames; ++i)
+        form.Frame[static_cast<std::size_t>(i)] = form.frames->frame(i);
+    buildNeutralFrame(*form.Frame[0]);
+    form.var = buildVarFrame(*form.Frame[1]);
+    form.alm = buildAlmFrame(*form.Frame[2]);
+    form.evt = buildEvtFrame(*form.Frame[3]);
+    form.lmt = buildLmtFrame(*form.Frame[4]);
+    form.stt = buildSttFrame(*form.Frame[5]);
+    form.rpt = buildRptFrame(*form.Frame[6]);
+    form.DBGridGEM = buildGrid(*form.Frame[7]);
+    const char* const captions[] = {"",
+                                    "Var Property",
+                                    "Alarm Property",
+                                    "Collection Event Property",
+                                    "Limit Property",
+                                    "Protocol Settings",
+                                    "Report Property",
+                                    ""};
+    for (int i = 0; i < kFrames; ++i) form.frames->frame(i)->setTitle(tr(captions[i]));
+}
+
+QPushButton* navigatorButton(QHBoxLayout* row, const char* name, const char* caption) {
+    auto* button = named(new QPushButton(tr(caption)), name);
+    button->setAutoDefault(false);
+    row->addWidget(button);
+    return button;
+}
+
+void buildNavigator(MainForm& form) {
+    Navigator& nav = form.nav;
+    nav.fraDBOperation = named(new QWidget, "fraDBOperation");
+    auto* row = new QHBoxLayout(nav.fraDBOperation);
+    row->setContentsMargins(0, 0, 0, 0);
+    nav.cmdNew = navigatorButton(row, "cmdNew", "&Add New");
+    nav.cmdUpdate = navigatorButton(row, "cmdUpdate", "&Edit");
+    nav.cmdDelete = navigatorButton(row, "cmdDelete", "&Delete");
+    row->addSpacing(12);
+    nav.cmdSave = navigatorButton(row, "cmdSave", "&Save");
+    nav.cmdCancel = navigatorButton(row, "cmdCancel", "&Cancel");
+    row->addStretch(1);
+    nav.cmdPrevious = navigatorButton(row, "cmdPrevious", "&Previous");
+    nav.lblRecNumber = named(new QLabel(tr("0 of 0")), "lblRecNumber");
+    nav.lblRecNumber->setAlignment(Qt::AlignCenter);
+    nav.lblRecNumber->setMinimumWidth(
+        nav.lblRecNumber->fontMetrics().horizontalAdvance(tr("00000 of 00000")));
+    nav.lblRecNumber->setAccessibleName(tr("Record"));
+    row->addWidget(nav.lblRecNumber);
+    nav.cmdNext = navigatorButton(row, "cmdNext", "&Next");
+    nav.cmdSave->hide();
+    nav.cmdCancel->hide();
+}
+
+QWidget* buildErrorBox(MainForm& form) {
+    auto* area = new QWidget;
+    auto* column = new QVBoxLayout(area);
+    column->setContentsMargins(0, 0, 0, 0);
+    form.txtErrLog = named(new QPlainTextEdit, "txtErrLog");
+    form.txtErrLog->setReadOnly(true);
+    form.txtErrLog->setTabChangesFocus(true);
+    form.txtErrLog->setAccessibleName(tr("Exception"));
+    form.txtErrLog->setMinimumHeight(2 * form.txtErrLog->fontMetrics().lineSpacing() + 12);
+    form.lblErrorLog = named(new QLabel(tr("Exception:")), "lblErrorLog");
+    form.lblErrorLog->setBuddy(form.txtErrLog);
+    column->addWidget(form.lblErrorLog);
+    column->addWidget(form.txtErrLog);
+    return area;
+}
+
+/// Heading, tabs, frames and navigator.
+QWidget* buildRecordArea(MainForm& form) {
+    form.lblPropertyType = named(new QLabel, "lblPropertyType");
+    QFont heading = form.lblPropertyType->font();
+    heading.setPointSizeF(heading.pointSizeF() * 1.25);
+    heading.setBold(true);
+    form.lblPropertyType->setFont(heading);
+    form.tspData = named(new QTabBar, "tspData");
+    form.tspData->addTab(tr("Properties"));
+    form.tspData->addTab(tr("View All"));
+    form.tspData->setFocusPolicy(Qt::StrongFocus);
+    form.tspData->setDrawBase(false);
+    form.tspData->setExpanding(false);
+    form.tspData->setAccessibleName(tr("View"));
+    auto* area = new QWidget;
+    auto* column = new QVBoxLayout(area);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* head = new QHBoxLayout;
+    head->addWidget(form.lblPropertyType, 1);
+    head->addWidget(form.tspData);
+    column->addLayout(head);
+    column->addWidget(form.frames, 1);
+    column->addWidget(form.nav.fraDBOperation);
+    return area;
+}
+
+void buildStatusBar(QMainWindow& window, MainForm& form) {
+    form.StatusBar1 = named(window.statusBar(), "StatusBar1");
+    form.statusPanel = named(new QLabel, "StatusBar1Panel1");
+    form.StatusBar1->addWidget(form.statusPanel, 1);
+    form.databasePanel = named(new QLabel, "StatusBar1Panel2");
+    form.databasePanel->setTextFormat(Qt::PlainText);
+    form.StatusBar1->addPermanentWidget(form.databasePanel);
+}
+
+void closeInputs(const MainForm& form) {
+    for (Field* field : form.fields()) {
+        field->setLocked(true);
+        field->setColour(field->kind() == Field::Kind::Check ? Colour::ButtonFace
+                                                             : Colour::WindowBackground);
+    }
+    for (const TwoListEditor* editor :
+         {&form.var.children, &form.rpt.variables, &form.evt.reports}) {
+        editor->showPool(false);
+        editor->selected->setOpen(false);
+    }
+    form.var.children.showSelected(false);
+}
+
+QSize firstSize(const QWidget& window) {
+    const QFontMetrics font = window.fontMetrics();
+    const QSize wanted(font.averageCharWidth() * kFirstColumns, font.lineSpacing() * kFirstLines);
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen == nullptr ? wanted : wanted.boundedTo(screen->availableSize());
+}
+
+/// The tree beside everything else; the exception box below the record.
+QWidget* buildSplitters(MainForm& form, QSize size) {
+    auto* rightSide = new QSplitter(Qt::Vertical);
+    rightSide->setChildrenCollapsible(false);
+    rightSide->addWidget(buildRecordArea(form));
+    rightSide->addWidget(buildErrorBox(form));
+    rightSide->setStretchFactor(0, 1);
+    const int errorHeight = form.txtErrLog->fontMetrics().lineSpacing() * (kErrorLines + 2);
+    rightSide->setSizes({size.height() - errorHeight, errorHeight});
+    auto* whole = new QSplitter(Qt::Horizontal);
+    whole->setChildrenCollapsible(false);
+    whole->addWidget(form.tvwSECSItem);
+    whole->addWidget(rightSide);
+    whole->setStretchFactor(1, 1);
+    const int nodes = treeWidth(*form.tvwSECSItem);
+    whole->setSizes({nodes, size.width() - nodes});
+    return whole;
+}
+
+}  // namespace
+
+MainForm buildForm(QMainWindow& window) {
+    loadIcons();
+    MainForm form;
+    buildMenus(window, form);
+    buildTree(form);
+    buildFrames(form);
+    buildNavigator(form);
+    const QSize first = firstSize(window);
+    auto* central = new QWidget;
+    auto* margin = new QVBoxLayout(central);
+    margin->addWidget(buildSplitters(form, first));
+    window.setCentralWidget(central);
+    buildStatusBar(window, form);
+    QWidget::setTabOrder(form.tvwSECSItem, form.tspData);
+    closeInputs(form);
+    form.showFrame(0);
+    window.resize(first);
+    return form;
+}
+
+}  // namespace stelvan::form

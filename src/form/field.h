@@ -1,0 +1,108 @@
+// One input of a property frame: a line edit, a multi-line edit, a combo box or a check box, with
+// what the rules above ask of it: text, locked, enabled, colour class and exception marker.
+//
+// The widget belongs to its frame (Qt parent); the Field is a child object of the widget. Setting
+// text or state from the program emits none of the signals: they tell what the user did.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include "form/look.h"
+
+class QWidget;
+
+namespace stelvan::form {
+
+class Field : public QObject {
+    Q_OBJECT
+public:
+    enum class Kind { Line, Text, Combo, Check };
+
+    /// Wraps a LineBox, TextBox, ComboBox or QCheckBox; `widget` has its objectName already.
+    explicit Field(QWidget* widget);
+
+    [[nodiscard]] QWidget* widget() const { return widget_; }
+    [[nodiscard]] Kind kind() const { return kind_; }
+
+    /// Check boxes: "0" or "1". Multi-line texts keep CR LF and other breaks where the user left
+    /// them alone; breaks typed are CR LF.
+    [[nodiscard]] QString text() const;
+    /// A combo box that cannot be typed into shows a text that is none of its entries as its hint
+    /// only; its own text is then empty.
+    void setText(const QString& text);
+
+    [[nodiscard]] bool checked() const;
+    void setChecked(bool on);
+
+    /// Locked: shows its text, takes the focus, can be copied from, cannot be typed into. A check
+    /// box has no such state: locking it disables it.
+    [[nodiscard]] bool isLocked() const;
+    void setLocked(bool locked);
+    [[nodiscard]] bool isEnabled() const;
+    void setEnabled(bool enabled);
+    /// Open for input: enabled and not locked.
+    [[nodiscard]] bool isOpen() const { return isEnabled() && !isLocked(); }
+
+    [[nodiscard]] Colour colour() const { return colour_; }
+    void setColour(Colour colour);
+
+    /// The exception marker, the widget's property "Tag": a catalogue code as text, "0" when valid.
+    [[nodiscard]] QString marker() const;
+    void setMarker(const QString& code);
+    [[nodiscard]] bool hasException() const { return marker() != QStringLiteral("0"); }
+
+    /// Limits typing and pasting only.
+    void setMaxLength(int characters);
+
+    /// Combo boxes: the list, without touching the text.
+    void setEntries(const QStringList& entries);
+    [[nodiscard]] QStringList entries() const;
+
+    /// Greyed text shown while there is none.
+    void setHint(const QString& hint);
+    [[nodiscard]] QString hint() const;
+
+    [[nodiscard]] bool isVisible() const;  // as its frame would show it
+    void setVisible(bool visible);
+    void setFocus();
+
+    /// The user took the focus elsewhere; called by FocusWatch.
+    void leave();
+
+signals:
+    /// The user changed the text (typing, choosing, checking).
+    void changed();
+    /// Combo boxes: the user chose an entry, or left the box after typing into it.
+    void chosen();
+    /// The user took the focus to another control of the window (see FocusWatch).
+    void lostFocus();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void connectLine();
+    void connectCombo();
+    void applyLook();
+    void noteUserChange();
+    void cleanInsertedBlanks();
+    void keepLimit();
+    void setComboText(const QString& text);
+    [[nodiscard]] QString multiLineText() const;
+    void showMultiLine(const QString& text);
+
+    QWidget* widget_;
+    Kind kind_;
+    Colour colour_ = Colour::WindowBackground;
+    bool locked_ = false;
+    bool programmatic_ = false;
+    bool typedInto_ = false;  // since the last choice or the last leaving
+    int maxLength_ = 0;
+    QString lastLine_;  // single-line: the text before the change at hand
+    QString original_;  // multi-line: the text as given
+    QString shown_;     // multi-line: what the widget made of it
+};
+
+}  // namespace stelvan::form

@@ -1,0 +1,157 @@
+#include "form/form_rows.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QScrollArea>
+
+#include "form/inputs.h"
+
+namespace stelvan::form {
+namespace {
+
+constexpr int kLabelColumn = 0;
+constexpr int kInputColumn = 1;
+constexpr int kSecondLabelColumn = 2;
+constexpr int kSecondInputColumn = 3;
+constexpr int kColumns = 4;
+constexpr int kGapBetweenPairs = 10;
+constexpr int kSpacing = 10;
+
+bool takesAllWidth(const QWidget& input) {
+    return input.sizePolicy().horizontalPolicy() == QSizePolicy::Expanding;
+}
+
+Qt::Alignment labelAlignment(const QWidget& input) {
+    const bool tall = qobject_cast<const TextBox*>(&input) != nullptr;
+    return Qt::AlignLeft | (tall ? Qt::AlignTop : Qt::AlignVCenter);
+}
+
+QString spoken(QString label) {
+    return label.remove(QLatin1Char('&'));
+}
+
+QScrollArea* scrollPage(QWidget* page) {
+    auto* area = new QScrollArea;
+    area->setWidget(page);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->viewport()->setBackgroundRole(QPalette::Window);
+    page->setBackgroundRole(QPalette::Window);
+    // By itself it follows the focus only where its own Tab handling moved it.
+    QObject::connect(qApp, &QApplication::focusChanged, area, [area, page](QWidget*, QWidget* to) {
+        if (to != nullptr && page->isAncestorOf(to)) area->ensureWidgetVisible(to);
+    });
+    return area;
+}
+
+}  // namespace
+
+FormRows::FormRows(QGroupBox& frame) : page_(new QWidget), grid_(new QGridLayout(page_)) {
+    auto* whole = new QVBoxLayout(&frame);
+    whole->setContentsMargins(2, 2, 2, 2);
+    whole->addWidget(scrollPage(page_));
+    grid_->setColumnStretch(kInputColumn, 1);
+    grid_->setHorizontalSpacing(kSpacing);
+    grid_->setVerticalSpacing(8);
+}
+
+Field* FormRows::add(QWidget* input, const char* name, const QString& label) {
+    input->setObjectName(QLatin1String(name));
+    input->setAccessibleName(spoken(label));
+    auto* caption = new QLabel(label);
+    caption->setObjectName(QStringLiteral("lbl") + QString::fromLatin1(name).mid(3));
+    caption->setBuddy(input);
+    if (inRow_) {
+        row_.push_back({caption, input});
+    } else {
+        place({caption, input}, kColumns - 1);
+        ++next_;
+    }
+    return new Field(input);
+}
+
+void FormRows::place(const Labelled& first, int span) {
+    grid_->addWidget(first.label, next_, kLabelColumn, labelAlignment(*first.input));
+    grid_->addWidget(first.input, next_, kInputColumn, 1, span,
+                     takesAllWidth(*first.input) ? Qt::Alignment() : Qt::AlignLeft);
+}
+
+Field* FormRows::line(const char* name, const QString& label, int characters) {
+    return add(new LineBox(characters), name, label);
+}
+
+Field* FormRows::text(const char* name, const QString& label, int lines) {
+    return add(new TextBox(lines), name, label);
+}
+
+Field* FormRows::combo(const char* name, const QString& label) {
+    auto* box = new ComboBox;
+    box->setEditable(true);
+    return add(box, name, label);
+}
+
+Field* FormRows::check(const char* name, const QString& caption) {
+    auto* box = new QCheckBox(caption);
+    box->setObjectName(QLatin1String(name));
+    box->setAccessibleName(spoken(caption));
+    grid_->addWidget(box, next_++, kInputColumn, 1, kColumns - 1, Qt::AlignLeft);
+    return new Field(box);
+}
+
+void FormRows::beginRow() {
+    row_.clear();
+    inRow_ = true;
+}
+
+void FormRows::endRow() {
+    inRow_ = false;
+    if (row_.size() == 2) {
+        place(row_[0], 1);
+        row_[1].label->setContentsMargins(kSpacing, 0, 0, 0);
+        grid_->addWidget(row_[1].label, next_, kSecondLabelColumn);
+        grid_->addWidget(row_[1].input, next_, kSecondInputColumn);
+    } else {
+        placeRow();
+    }
+    ++next_;
+}
+
+void FormRows::placeRow() {
+    auto* inputs = new QHBoxLayout;
+    inputs->setSpacing(kSpacing);
+    grid_->addWidget(row_.front().label, next_, kLabelColumn, labelAlignment(*row_.front().input));
+    for (const Labelled& one : row_) {
+        if (inputs->count() > 0) {
+            inputs->addSpacing(kGapBetweenPairs);
+            inputs->addWidget(one.label);
+        }
+        inputs->addWidget(one.input, takesAllWidth(*one.input) ? 1 : 0);
+    }
+    inputs->addStretch(0);
+    grid_->addLayout(inputs, next_, kInputColumn, 1, kColumns - 1);
+}
+
+QHBoxLayout* FormRows::sharedRow(const QString& label, QWidget* buddy) {
+    auto* caption = new QLabel(label);
+    caption->setObjectName(QStringLiteral("lbl") + buddy->objectName().mid(3));
+    caption->setBuddy(buddy);
+    grid_->addWidget(caption, next_, kLabelColumn, Qt::AlignLeft | Qt::AlignVCenter);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(kSpacing);
+    grid_->addLayout(row, next_++, kInputColumn, 1, kColumns - 1);
+    return row;
+}
+
+void FormRows::below(QWidget* area) {
+    grid_->addWidget(area, next_++, kLabelColumn, 1, kColumns);
+}
+
+void FormRows::fillUp() {
+    grid_->setRowStretch(next_++, 1);
+}
+
+}  // namespace stelvan::form

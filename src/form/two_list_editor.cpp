@@ -1,0 +1,91 @@
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "form/form_rows.h"
+
+namespace stelvan::form {
+namespace {
+
+constexpr int kLeastListRows = 5;
+constexpr int kStretchOfLists = 3;
+
+ListView* list(const char* name, const QString& caption) {
+    auto* view = new ListView;
+    view->setObjectName(QLatin1String(name));
+    view->setAccessibleName(QString(caption).remove(QLatin1Char(':')));
+    view->setMinimumHeight((kLeastListRows + 1) * (view->fontMetrics().height() + 4));
+    return view;
+}
+
+QLabel* label(const char* name, const QString& caption, QWidget* buddy) {
+    auto* text = new QLabel(caption);
+    text->setObjectName(QLatin1String(name));
+    text->setBuddy(buddy);
+    return text;
+}
+
+QPushButton* button(const char* name, const QString& caption, const QString& toolTip,
+                    QVBoxLayout* column) {
+    auto* push = new QPushButton(caption);
+    push->setObjectName(QLatin1String(name));
+    push->setToolTip(toolTip);
+    push->setAutoDefault(false);
+    column->addWidget(push);
+    return push;
+}
+
+}  // namespace
+
+TwoListEditor buildEditor(const EditorNames& names) {
+    TwoListEditor editor;
+    editor.pool = list(names.pool, names.poolCaption);
+    editor.selected = list(names.selected, names.selectedCaption);
+    editor.poolLabel = label(names.poolLabel, names.poolCaption, editor.pool);
+    editor.selectedLabel = label(names.selectedLabel, names.selectedCaption, editor.selected);
+    editor.poolFilter = new QLineEdit;
+    editor.poolFilter->setObjectName(QLatin1String(names.filter));
+    editor.poolFilter->setPlaceholderText(QStringLiteral("Show only rows containing…"));
+    editor.poolFilter->setAccessibleName(QStringLiteral("Filter of ") +
+                                         editor.pool->accessibleName());
+    editor.poolFilter->setClearButtonEnabled(true);
+    QObject::connect(editor.poolFilter, &QLineEdit::textChanged, editor.pool,
+                     &ListView::setNarrowing);
+
+    auto* buttons = new QVBoxLayout;
+    buttons->addStretch(1);
+    editor.select = button(names.select, QStringLiteral("Select →"),
+                           QStringLiteral("Add the marked row to the list on the right"), buttons);
+    editor.deselect =
+        button(names.deselect, QStringLiteral("← Deselect"),
+               QStringLiteral("Remove the marked row from the list on the right"), buttons);
+    buttons->addSpacing(12);
+    editor.orderUp = button(names.orderUp, QStringLiteral("↑ Up"),
+                            QStringLiteral("Move the marked row one place up"), buttons);
+    editor.orderDown = button(names.orderDown, QStringLiteral("↓ Down"),
+                              QStringLiteral("Move the marked row one place down"), buttons);
+    buttons->addStretch(1);
+
+    auto* poolSide = new QVBoxLayout;
+    poolSide->addWidget(editor.poolLabel);
+    poolSide->addWidget(editor.poolFilter);
+    poolSide->addWidget(editor.pool, 1);
+    auto* selectedSide = new QVBoxLayout;
+    selectedSide->addWidget(editor.selectedLabel);
+    selectedSide->addWidget(editor.selected, 1);
+    editor.area = new QWidget;
+    QSizePolicy tall(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    tall.setVerticalStretch(kStretchOfLists);
+    editor.area->setSizePolicy(tall);
+    auto* sides = new QHBoxLayout(editor.area);
+    sides->setContentsMargins(0, 0, 0, 0);
+    sides->setSpacing(10);
+    sides->addLayout(poolSide);
+    sides->addLayout(buttons);
+    sides->addLayout(selectedSide);
+    return editor;
+}
+
+}  // namespace stelvan::form

@@ -1,0 +1,190 @@
+#include "gem/settings.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+
+#include "base/number.h"
+#include "base/text.h"
+
+namespace stelvan::gem {
+
+namespace {
+
+using base::contains;
+using base::hasInnerBlank;
+using base::upperCase;
+
+constexpr std::size_t kPasswordLength = 12;
+
+// T4 and T8 raise the code of T3, and T6 and T7 that of T5: each group shares one range, hence one
+// fault.
+constexpr IntegerRange kT3Range = {1, 120, T3_INVALID_RANGE};
+constexpr IntegerRange kT5Range = {1, 240, T5_INVALID_RANGE};
+constexpr IntegerRange kPortRange = {5001, 32767, IPPORT_INVALID_RANGE};
+
+const auto& table() {
+    using enum InputKind;
+    using enum ChoiceList;
+    static const auto rules = std::to_array<SettingRule>({
+        {"AdministratorPassword", Text, None, Password{}},
+        {"AlarmEnableAll", Combo, TrueFalse, Anything{}},
+        {"BaudRate", Combo, BaudRates, Anything{}},
+        {"Connected", NameOnly, None, Anything{}},
+        {"ConnectionHost", Combo, TrueFalse, Anything{}},
+        {"ConnectionPortType", Combo, ConnectionTypes, Anything{}},
+        {"ConnectionRetryLimit", Text, None, IntegerRange{0, 31, RETRYLMT_INVALID_RANGE}},
+        {"DeviceID", Text, None, IntegerRange{0, 32767, DEVICEID_INVALID_RANGE}},
+        {"EventEnableAll", Combo, TrueFalse, Anything{}},
+        {"GEMDatabase", NameOnly, None, ExistingDatabase{}},
+        {"HSMSConnectionType", Combo, HsmsModes, Anything{}},
+        {"LocalIPAddress", Text, None, IpAddress{}},
+        {"LocalIPPort", Text, None, kPortRange},
+        {"PortOpenAtStartUp", Combo, TrueFalse, Anything{}},
+        {"PortOpened", NameOnly, None, Anything{}},
+        {"RemoteIPAddress", Text, None, IpAddress{}},
+        {"RemoteIPPort", Text, None, kPortRange},
+        {"SECSDictionaryFile", File, None, ExistingFile{".xml"}},
+        {"SECSILogPath", Folder, None, ExistingFolder{}},
+        {"SECSLogFile", File, None, ExistingFile{}},
+        {"SerialPort", Text, None, SerialPort{}},
+        {"T1Timeout", Text, None, RealRange{0.1F, 10.0F, T1_INVALID_RANGE}},
+        {"T2Timeout", Text, None, RealRange{0.2F, 25.0F, T2_INVALID_RANGE}},
+        {"T3Timeout", Text, None, kT3Range},
+        {"T4Timeout", Text, None, kT3Range},
+        {"T5Timeout", Text, None, kT5Range},
+        {"T6Timeout", Text, None, kT5Range},
+        {"T7Timeout", Text, None, kT5Range},
+        {"T8Timeout", Text, None, kT3Range},
+        {"TimeOutRetry", Text, None, IntegerRange{1, 86400, TIMEOUT_INVALID_RANGE}},
+    });
+    return rules;
+}
+
+/// Characters, not bytes.
+std::size_t lengthOf(std::string_view utf8) {
+    return static_cast<std::size_t>(
+        std::count_if(utf8.begin(), utf8.end(), [](char c) { return (c & '\xC0') != '\x80'; }));
+}
+
+bool isDigits(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+/// The code for a text that must be a number, before its range.
+ErrorCode checkNumeric(std::string_view text) {
+    if (base::hasInnerBlank(text)) return SPACE_BETWEEN;
+    return base::isNumeric(text) ? NO_EXCEPTION : REQUIRE_NUMERIC;
+}
+
+/// One overload for each kind of acceptance; `text` is as typed.
+struct Check {
+    std::string_view text;
+
+    ErrorCode operator()(const Anything&) const { return NO_EXCEPTION; }
+
+    ErrorCode operator()(const Password&) const {
+        if (base::hasInnerBlank(text)) return SPACE_BETWEEN;
+        return lengthOf(text) > kPasswordLength ? PWD_MAXLEN : NO_EXCEPTION;
+    }
+
+    ErrorCode operator()(const IntegerRange& range) const {
+        if (const ErrorCode fault = checkNumeric(text); fault != NO_EXCEPTION) return fault;
+        if (base::contains(text, '.')) return REQUIRE_INTEGER;
+        const std::int32_t value = base::toInt32(text);
+        return value < range.lowest || value > range.highest ? range.fault : NO_EXCEPTION;
+    }
+
+    ErrorCode operator()(const RealRange& range) const {
+        if (const ErrorCode fault = checkNumeric(text); fault != NO_EXCEPTION) return fault;
+        const float value = base::toSingle(text);
+        return value < range.lowest || value > range.highest ? range.fault : NO_EXCEPTION;
+    }
+
+    ErrorCode operator()(const IpAddress&) const {
+        if (base::hasInnerBlank(text)) return SPACE_BETWEEN;
+        return lCheckIPAddr(base::trimBlanks(text)) ? NO_EXCEPTION : IPADDR_INVALID_FORMAT;
+    }
+
+    ErrorCode operator()(const SerialPort&) const {
+        if (base::hasInnerBlank(text)) return SPACE_BETWEEN;
+        return lCheckSerialPort(base::trimBlanks(text)) ? NO_EXCEPTION : SERIAL_PORT_INVALID_NAME;
+    }
+
+    ErrorCode operator()(const ExistingFile& file) const {
+        if (!lCheckFileDir(text, PathKind::File)) return FILE_NOT_EXIST;
+        return text.find(file.mustContain) == std::string_view::npos ? INVALID_DICT_FILE
+                                                                     : NO_EXCEPTION;
+    }
+
+    ErrorCode operator()(const ExistingFolder&) const {
+        return lCheckFileDir(text, PathKind::Folder) ? NO_EXCEPTION : DIR_NOT_EXIST;
+    }
+
+    ErrorCode operator()(const ExistingDatabase&) const {
+        return lCheckFileDir(text, PathKind::File) ? NO_EXCEPTION : FILE_NOT_EXIST;
+    }
+};
+
+bool namesDrive(std::string_view path) {
+    return path.size() >= 2 && path[1] == ':' &&
+           base::upperCase(path.substr(0, 1)).find_first_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ") == 0;
+}
+
+}  // namespace
+
+std::span<const SettingRule> settingRules() {
+    return table();
+}
+
+const SettingRule* ruleFor(std::string_view name) {
+    const auto& rules = table();
+    const auto rule = std::find_if(rules.begin(), rules.end(),
+                                   [&](const SettingRule& r) { return r.name == name; });
+    return rule == rules.end() ? nullptr : &*rule;
+}
+
+std::string checkSetting(std::string_view name, std::string_view text) {
+    const SettingRule* const rule = ruleFor(name);
+    const ErrorCode fault = rule == nullptr ? NO_EXCEPTION : std::visit(Check{text}, rule->accepts);
+    if (fault != NO_EXCEPTION && std::holds_alternative<ExistingDatabase>(rule->accepts)) {
+        return std::string(kDatabaseMissing);
+    }
+    return std::to_string(fault);
+}
+
+std::string storedText(std::string_view name, std::string_view text) {
+    const SettingRule* const rule = ruleFor(name);
+    const bool outerBlanksMeanNothing =
+        rule != nullptr && (std::holds_alternative<IntegerRange>(rule->accepts) ||
+                            std::holds_alternative<RealRange>(rule->accepts) ||
+                            std::holds_alternative<IpAddress>(rule->accepts) ||
+                            std::holds_alternative<SerialPort>(rule->accepts));
+    return std::string(outerBlanksMeanNothing ? base::trimBlanks(text) : text);
+}
+
+bool lCheckSerialPort(std::string_view text) {
+    if (text.size() < 4 || base::upperCase(text.substr(0, 3)) != "COM") return false;
+    const std::string_view number = text.substr(3);
+    return number.size() <= 2 && isDigits(number);
+}
+
+bool lCheckIPAddr(std::string_view text) {
+    for (int part = 1;; ++part) {
+        const std::size_t point = text.find('.');
+        const std::string_view piece = text.substr(0, point);
+        if (!isDigits(piece) || std::is_gt(base::compareDecimals(piece, "255"))) return false;
+        if (point == std::string_view::npos) return part == 4;
+        text.remove_prefix(point + 1);
+    }
+}
+
+bool lCheckFileDir(std::string_view path, PathKind kind) {
+    if (path.empty() || namesDrive(path)) return false;
+    std::error_code ignored;
+    const std::filesystem::path there(path);
+    return kind == PathKind::File ? std::filesystem::is_regular_file(there, ignored)
+                                  : std::filesystem::is_directory(there, ignored);
+}
+
+}  // namespace stelvan::gem

@@ -1,0 +1,78 @@
+#include <algorithm>
+#include <cctype>
+#include <functional>
+#include <optional>
+
+#include "db/connection.h"
+#include "db/record_set.h"
+#include "gemdb/commands.h"
+#include "gemdb/json_line.h"
+
+namespace stelvan::gemdb {
+namespace {
+
+/// Whether the statement begins with the word SELECT.
+bool isSelect(std::string_view statement) {
+    constexpr std::string_view kWord = "SELECT";
+    const auto isBlank = [](unsigned char c) { return std::isspace(c) != 0; };
+    const std::string_view text(std::ranges::find_if_not(statement, isBlank), statement.end());
+    if (text.size() <= kWord.size()) return false;
+    const auto next = static_cast<unsigned char>(text[kWord.size()]);
+    return std::isalnum(next) == 0 && next != '_' &&
+           std::equal(kWord.begin(), kWord.end(), text.begin(),
+                      [](char word, unsigned char c) { return word == std::toupper(c); });
+}
+
+std::string connectionText(const std::filesystem::path& file, bool writing) {
+    return std::string("Provider=Microsoft.Jet.OLEDB.4.0;Persist Security Info=False; Mode=") +
+           (writing ? "Read|Write" : "Read") + ";Data Source=" + file.string();
+}
+
+std::string rowLine(const db::Recordset& records) {
+    JsonLine line;
+    line.open('{');
+    for (std::size_t column = 0; column < records.fieldCount(); ++column) {
+        line.member(records.fieldName(column)).value(jet::toView(records.field(column)));
+    }
+    return line.close('}').take();
+}
+
+void runSelect(const std::string& statement, db::Connection& connection,
+               const std::function<void(const std::string&)>& write) {
+    db::Recordset records;
+    records.open(statement, connection, db::CursorType::Static, db::LockType::ReadOnly);
+    for (; !records.eof(); records.moveNext()) write(rowLine(records));
+    records.close();
+}
+
+}  // namespace
+
+/// Rows read beside statements that write are held back until the unit of work has been committed:
+/// what is printed is then true of the file.
+int sqlCommand(const std::filesystem::path& file, const std::vector<std::string>& statements) {
+    const bool writing = !std::ranges::all_of(statements, isSelect);
+    std::optional<db::UnitOfWork> unit;
+    if (writing) unit.emplace(file.string());
+    db::Connection connection;
+    connection.setConnectionText(connectionText(file, writing));
+    connection.open();
+
+    Output output;
+    std::string held;
+    const auto write = [&](const std::string& line) {
+        writing ? (void)(held += line) : output.write(line);
+    };
+    for (const std::string& statement : statements) {
+        if (isSelect(statement)) {
+            runSelect(statement, connection, write);
+        } else {
+            connection.execute(statement);
+        }
+    }
+    if (unit) unit->commit();
+    output.write(held);
+    output.finish();
+    return kDone;
+}
+
+}  // namespace stelvan::gemdb

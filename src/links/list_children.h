@@ -1,0 +1,79 @@
+// The child items of a list variable: the pool of candidates, the list's own children in their
+// order, and the rule that only an only child may be duplicated.
+//
+// While a record is edited, rows survive a change of format away from "L" and back.
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/error_info.h"
+#include "db/operations.h"
+#include "form/dialogs.h"
+#include "form/frames.h"
+#include "form/main_state.h"
+
+namespace stelvan::links {
+
+class ListChildren {
+public:
+    ListChildren(const form::VarFrame& frame, const form::MainState& state,
+                 db::Operations& operations, form::Dialogs& dialogs);
+
+    /// Shows or hides the pool and its buttons; a shown pool is filled with what may become a
+    /// child.
+    void lDispChildEditor(bool show);
+
+    /// Shows or hides the child list; a shown list is filled with the children of the variable in
+    /// txtVarID, while editing only the first time.
+    void lUpdateVarChild(bool show);
+
+    /// Refuses the check mark of a row that is not the only one; to be connected to
+    /// ListView::itemChecked.
+    void lvwChildItems_ItemCheck(int row);
+
+    /// Stores a child's duplicate flag.
+    void lVarUpdDuplicate(std::int32_t childId, bool allowed);
+    /// Stores a child's list and its place in it; 0 and 0 release it.
+    void lLinkListAndChild(std::int32_t parentId, std::int32_t childId, std::int16_t position);
+
+    /// An edit begins: the pool of another record is dropped, and so are rows that are not the
+    /// children of the record in txtVarID.
+    void beginEditing();
+    /// The edit is over: from here on the list is filled from the file again.
+    void endEditing();
+
+    /// Empties lvwChildItems, as for a variable that is new or gone.
+    void clear();
+    /// While editing: whether the list holds what may be saved. False after a fill that failed.
+    [[nodiscard]] bool filled() const { return heldInEdit_; }
+
+    /// Releases every child that the file links to the variable. False when an operation failed and
+    /// has reported it; other failures are thrown. Runs inside the caller's unit of work, as
+    /// saveLinks does.
+    bool releaseChildren(const std::string& listId);
+    /// Releases the present children, then links the rows of lvwChildItems, 1 to n, with their
+    /// flags.
+    bool saveLinks(const std::string& listId);
+
+private:
+    void fillPool();
+    [[nodiscard]] bool fillList();
+    [[nodiscard]] bool hasNumericId() const;
+    /// One UPDATE of the child for each assignment, over a connection of its own.
+    void execute(std::int32_t childId, const std::vector<std::string>& assignments);
+
+    const form::VarFrame& frame_;
+    const form::MainState& state_;
+    db::Operations& operations_;
+    base::ErrorInfo& errors_;
+    form::Dialogs& dialogs_;
+    std::optional<QString> filledFor_;  // the id whose children the shown list holds
+    bool editing_ = false;
+    bool heldInEdit_ = false;
+};
+
+}  // namespace stelvan::links

@@ -1,0 +1,44 @@
+// The words of an SQL text as the Access engine cuts them: no comments, text in single quotes only,
+// names in brackets or double quotes.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace stelvan::sql {
+
+enum class TokenKind {
+    Word,    // keyword or bare name
+    Name,    // [name] or "name": never a keyword
+    Number,  // without sign
+    Text,    // 'text'
+    Symbol   // operator or punctuation
+};
+
+struct Token {
+    TokenKind kind = TokenKind::Symbol;
+    std::string text;        // a Name without its brackets, everything else as written
+    std::size_t offset = 0;  // in the SQL text
+
+    /// A keyword, without regard to letter case.
+    [[nodiscard]] bool isWord(std::string_view upperCase) const;
+    [[nodiscard]] bool isSymbol(std::string_view symbol) const {
+        return kind == TokenKind::Symbol && text == symbol;
+    }
+    [[nodiscard]] bool isName() const;
+};
+
+using Tokens = std::vector<Token>;
+
+/// Throws Error (Syntax) for text or a name without an end, and for characters that start no token.
+[[nodiscard]] Tokens tokenize(std::string_view sql);
+
+/// The refusal of an expression, as the engine words it: `problem` is "(missing operator)" or "in
+/// string". The expression is what follows the last clause word before `offset`, up to the next
+/// one.
+[[noreturn]] void refuseExpression(std::string_view sql, const Tokens& tokens, std::size_t offset,
+                                   std::string_view problem);
+
+}  // namespace stelvan::sql

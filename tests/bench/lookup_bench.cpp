@@ -1,0 +1,73 @@
+// Small questions: opening a file, finding one row by its identifier, and what a click on a
+// category costs.
+#include <array>
+
+#include "db/connection.h"
+#include "db/record_set.h"
+#include "jet/row_reader.h"
+#include "tests/bench/contest.h"
+#include "tests/bench/contestants.h"
+
+namespace stelvan::bench {
+namespace {
+
+void openOurs(benchmark::State& state) {
+    const auto& file = Files::get().accessFile();
+    for (auto _ : state) {
+        jet::Database database = jet::Database::open(file, jet::Access::ReadOnly);
+        benchmark::DoNotOptimize(database.table(kTable).info().rows);
+    }
+}
+
+void lookupOurs(benchmark::State& state) {
+    jet::Database database = jet::Database::open(Files::get().accessFile(), jet::Access::ReadOnly);
+    jet::Table& table = database.table(kTable);
+    const jet::TableInfo info = table.info();
+    const jet::ColumnSet all = jet::allColumns(info);
+    std::size_t primary = 0;
+    while (!info.indexes[primary].primary) ++primary;
+    std::size_t step = 0;
+    for (auto _ : state) {
+        const auto id = static_cast<std::int32_t>(101 + step++ * 7919 % kRows);
+        const auto found = table.find(primary, std::array{jet::Value(id)}, all);
+        if (!found->next()) state.SkipWithError("no such row");
+        benchmark::DoNotOptimize(found->value(1));
+    }
+}
+
+void lookupSqlite(benchmark::State& state) {
+    Sqlite sqlite(Files::get().sqliteFile());
+    sqlite3_stmt* select = sqlite.prepare("SELECT * FROM secs_cusvar WHERE var_id = ?");
+    std::size_t step = 0;
+    for (auto _ : state) {
+        sqlite3_bind_int(select, 1, static_cast<int>(101 + step++ * 7919 % kRows));
+        if (sqlite3_step(select) != SQLITE_ROW) state.SkipWithError("no such row");
+        benchmark::DoNotOptimize(sqlite3_column_text(select, 1));
+        sqlite3_reset(select);
+    }
+}
+
+/// The record set of all variables of one type, with its count and the texts of its first record.
+void clickOurs(benchmark::State& state) {
+    const std::string file = Files::get().accessFile().string();
+    for (auto _ : state) {
+        db::Connection connection;
+        connection.setConnectionText(
+            "Provider=Microsoft.Jet.OLEDB.4.0;Mode=Read|Write;Data Source=" + file);
+        connection.open();
+        db::Recordset records;
+        records.open("SELECT * FROM secs_cusvar WHERE var_type = 'SV'", connection);
+        benchmark::DoNotOptimize(records.recordCount());
+        for (std::size_t field = 0; field < records.fieldCount(); ++field) {
+            benchmark::DoNotOptimize(records.field(field));
+        }
+    }
+}
+
+BENCHMARK(clickOurs)->Name("click on a category of 60,000 records/stelvan")->UseRealTime();
+BENCHMARK(openOurs)->Name("open, read one definition, close/stelvan")->UseRealTime();
+BENCHMARK(lookupOurs)->Name("look up a row by id/stelvan")->UseRealTime();
+BENCHMARK(lookupSqlite)->Name("look up a row by id/SQLite")->UseRealTime();
+
+}  // namespace
+}  // namespace stelvan::bench

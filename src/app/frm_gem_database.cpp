@@ -31,7 +31,7 @@ FrmGEMDatabase::FrmGEMDatabase(base::ErrorInfo& errors, form::Dialogs& commDlg,
                                const QString& programFolder, QWidget* parent)
     : QDialog(parent), errors_(errors), commDlg_(commDlg) {
     buildControls();
-    (void)trap("Form_Load", [&] { Form_Load(programFolder); });
+    handle("Form_Load", [&] { Form_Load(programFolder); });
 }
 
 void FrmGEMDatabase::buildControls() {
@@ -66,8 +66,8 @@ void FrmGEMDatabase::buildControls() {
     connect(cmdCancel_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdCancel_Click);
 }
 
-bool FrmGEMDatabase::trap(const char* procedure, const std::function<void()>& body) const {
-    return errors_.trap(kWindow, procedure, body);
+void FrmGEMDatabase::handle(const char* procedure, const std::function<void()>& body) const {
+    errors_.handle(kWindow, procedure, body);
 }
 
 void FrmGEMDatabase::Form_Load(const QString& programFolder) {
@@ -86,18 +86,18 @@ int FrmGEMDatabase::LoadStatus() const {
 }
 
 void FrmGEMDatabase::txtGEMDatabase_Change() {
-    (void)trap("txtGEMDatabase_Change",
-               [this] { txtGEMDatabase_->setToolTip(txtGEMDatabase_->text()); });
+    handle("txtGEMDatabase_Change",
+           [this] { txtGEMDatabase_->setToolTip(txtGEMDatabase_->text()); });
 }
 
 void FrmGEMDatabase::txtGEMDatabase_KeyDown(int key) {
-    (void)trap("txtGEMDatabase_Keydown", [this, key] {
+    handle("txtGEMDatabase_Keydown", [this, key] {
         if (key == kEnterKey) cmdLoad_Click();
     });
 }
 
 void FrmGEMDatabase::cmdBrowse_Click() {
-    (void)trap("cmdBrowse_Click", [this] {
+    handle("cmdBrowse_Click", [this] {
         txtGEMDatabase_->setText(commDlg_.openFile(QStringLiteral("Open GEM Database"),
                                                    QStringLiteral("MDB (*.mdb)"),
                                                    txtGEMDatabase_->text()));
@@ -110,7 +110,7 @@ void FrmGEMDatabase::refuse(const QString& message) {
 }
 
 void FrmGEMDatabase::cmdLoad_Click() {
-    (void)trap("cmdLoad_Click", [this] {
+    handle("cmdLoad_Click", [this] {
         const QString path = txtGEMDatabase_->text();
         if (path.isEmpty()) {
             refuse(QStringLiteral("Please select the GEM Database!"));
@@ -134,14 +134,12 @@ void FrmGEMDatabase::cmdCancel_Click() {
     done(Rejected);
 }
 
-QString FrmGEMDatabase::lGetFileTitle(const QString& path) const {
-    QString title;
-    (void)trap("lGetFileTitle", [&] {
+QString FrmGEMDatabase::lGetFileTitle(const QString& path) {
+    return base::trapIn(kWindow, "lGetFileTitle", [&] {
         const qsizetype last =
             std::max(path.lastIndexOf(QLatin1Char('\\')), path.lastIndexOf(QLatin1Char('/')));
-        if (last >= 0) title = path.mid(last + 1);
+        return last < 0 ? QString() : path.mid(last + 1);
     });
-    return title;
 }
 
 void FrmGEMDatabase::keyPressEvent(QKeyEvent* event) {

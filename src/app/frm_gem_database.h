@@ -46,8 +46,8 @@ private:
     void Form_Load(const QString& programFolder);
     void refuse(const QString& message);
     /// The text after the last separator; empty where there is none.
-    [[nodiscard]] QString lGetFileTitle(const QString& path) const;
-    [[nodiscard]] bool trap(const char* procedure, const std::function<void()>& body) const;
+    [[nodiscard]] static QString lGetFileTitle(const QString& path);
+    void handle(const char* procedure, const std::function<void()>& body) const;
 
     base::ErrorInfo& errors_;
     form::Dialogs& commDlg_;

@@ -6,11 +6,7 @@
 #include <functional>
 #include <memory>
 
-#include "base/error_info.h"
-#include "db/operations.h"
-#include "form/dialogs.h"
-#include "form/frames.h"
-#include "form/main_state.h"
+#include "form/window.h"
 
 namespace stelvan::app {
 
@@ -40,9 +36,7 @@ public:
     /// Releases the current record set; never refuses.
     void Form_QueryUnload();
 
-    [[nodiscard]] form::MainForm& form() { return form_; }
-    [[nodiscard]] form::MainState& state() { return state_; }
-    [[nodiscard]] base::ErrorInfo& errors() { return errors_; }
+    [[nodiscard]] form::Window& window() { return window_; }
     [[nodiscard]] Subsystems& subsystems() { return *subsystems_; }
 
 protected:
@@ -52,15 +46,9 @@ private:
     void takeDatabase(const QString& path);
     void forgetRecords();
     void browseNothing();
-    void connectHandlers();
-    void connectUpwardCalls();
 
-    form::Dialogs& dialogs_;
     QString programFolder_;
-    base::ErrorInfo errors_;  // first, so that failures of all others can be reported
-    form::MainState state_;
-    db::DataSource adoGEM_;
-    form::MainForm form_;
+    form::Window window_;
     std::unique_ptr<Subsystems> subsystems_;
 };
 

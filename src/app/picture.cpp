@@ -80,16 +80,16 @@ void setLook(const QCommandLineParser& options) {
 
 void arrange(FrmMain& window, const QCommandLineParser& options) {
     if (const QString key = options.value(QStringLiteral("category")); !key.isEmpty()) {
-        const auto index = window.subsystems().categories.indexOf(key.toStdString());
-        QTreeWidget* tree = window.form().tvwSECSItem;
+        const auto index = stelvan::gem::categoryOf(key.toStdString());
+        QTreeWidget* tree = window.window().form.tvwSECSItem;
         tree->setCurrentItem(tree->topLevelItem(index - 1));
-        window.subsystems().categoryTree.tvwSECSItem_NodeClick(key);
+        window.subsystems().browser.tree.tvwSECSItem_NodeClick(key);
     }
     for (int n = options.value(QStringLiteral("record")).toInt(); n > 1; --n)
-        window.form().nav.cmdNext->click();
-    if (options.isSet(QStringLiteral("edit"))) window.form().nav.cmdUpdate->click();
-    if (options.isSet(QStringLiteral("add"))) window.form().nav.cmdNew->click();
-    if (options.isSet(QStringLiteral("all"))) window.form().tspData->setCurrentIndex(1);
+        window.window().form.nav.cmdNext->click();
+    if (options.isSet(QStringLiteral("edit"))) window.window().form.nav.cmdUpdate->click();
+    if (options.isSet(QStringLiteral("add"))) window.window().form.nav.cmdNew->click();
+    if (options.isSet(QStringLiteral("all"))) window.window().form.tspData->setCurrentIndex(1);
 }
 
 }  // namespace

@@ -1,30 +1,54 @@
 #include "app/subsystems.h"
 
-namespace stelvan::app {
+#include <QPushButton>
+#include <QTabBar>
 
-Subsystems::Subsystems(const Ground& on)
-    : operations(on.errors, on.state.databasePath, on.adoGEM, on.state.current),
-      exceptionBox(*on.form.txtErrLog, on.dialogs, on.errors, catalogue),
-      recordChecks(on.form, on.errors, exceptionBox),
-      variableFormat(on.form.var, on.state, recordChecks),
-      valueChecks(on.form.var, on.errors, variableFormat),
-      fieldChecks(on.form, on.state, operations, recordChecks, variableFormat, valueChecks),
-      selectionLists(on.form, on.state, on.errors, on.dialogs, recordChecks),
-      eventReports(on.form.evt, operations),
-      reportVariables(on.form.rpt, on.form.nav, operations),
-      listChildren(on.form.var, on.state, operations, on.dialogs),
-      settingInputs(on.form.stt, on.state, on.errors, exceptionBox, on.dialogs),
-      recordView(on.form, on.state, on.errors, {eventReports, reportVariables, listChildren},
-                 settingInputs),
-      gridView(on.form, on.state, on.errors, on.adoGEM),
-      categoryTree(on.form, on.state, categories, operations, recordView, gridView, variableFormat),
-      access(on.form, on.state, on.errors, reportVariables),
-      editContext{on.form,      on.state,       on.errors,   operations,   on.dialogs,
-                  exceptionBox, variableFormat, fieldChecks, eventReports, reportVariables,
-                  listChildren, settingInputs,  recordView,  access},
-      editCommands(editContext),
-      saveRecord(editContext),
-      focusChain(on.form, on.errors),
-      focusWatch(on.window, *on.form.nav.cmdSave, *on.form.nav.cmdCancel) {}
+namespace stelvan::app {
+namespace {
+
+template <class Handler>
+void onClick(QPushButton* button, Handler handler) {
+    QObject::connect(button, &QPushButton::clicked, button, handler);
+}
+
+}  // namespace
+
+void Subsystems::connectAll() {
+    form::Window& window = checks.window;
+    const form::Navigator& nav = window.form.nav;
+    onClick(nav.cmdNew, [this] { editing.commands.cmdNew_Click(); });
+    onClick(nav.cmdUpdate, [this] { editing.commands.cmdUpdate_Click(); });
+    onClick(nav.cmdSave, [this] { editing.save.cmdSave_Click(); });
+    onClick(nav.cmdDelete, [this] { editing.commands.cmdDelete_Click(); });
+    onClick(nav.cmdCancel, [this] { editing.commands.cmdCancel_Click(); });
+    onClick(nav.cmdPrevious, [this] { browser.records.cmdPrevious_Click(); });
+    onClick(nav.cmdNext, [this] { browser.records.cmdNext_Click(); });
+    QObject::connect(window.form.tspData, &QTabBar::currentChanged, window.form.tspData,
+                     [this] { browser.grid.tspData_Click(); });
+    form::ListView* const children = window.form.children.selected;
+    QObject::connect(children, &form::ListView::itemChecked, children,
+                     [this](int row) { links.listChildren.lvwChildItems_ItemCheck(row); });
+    browser.tree.connectTree();
+    checks.fields.connectFields();
+    settings.connectFields();
+    links.selectionLists.connectControls();
+    editing.focusChain.install();
+
+    window.operations.onLoaded = [this] {
+        browser.records.lUpdateNavigator();
+        browser.records.lDisplayField();
+    };
+    checks.format.showChildEditor = [this](bool show) {
+        links.listChildren.lUpdateVarChild(show);
+        links.listChildren.lDispChildEditor(show);
+    };
+    browser.records.cmbVarFormat_Change = [this] { checks.fields.cmbVarFormat_Change(); };
+    browser.tree.lSetEditMode = [this](std::int16_t category, bool inEdit) {
+        editing.access.lSetEditMode(category, inEdit);
+    };
+    browser.tree.lSetCtrlAccess = [this](std::int16_t category, bool locked) {
+        editing.access.lSetCtrlAccess(category, locked);
+    };
+}
 
 }  // namespace stelvan::app

@@ -3,11 +3,11 @@
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QPushButton>
 #include <QSignalBlocker>
 #include <QTreeWidget>
 
 #include "form/text.h"
+#include "gem/categories.h"
 
 namespace stelvan::browser {
 namespace {
@@ -24,20 +24,11 @@ const std::vector<int> kReportVariableWidths = {1, 1, 1, 1, -5};
 
 }  // namespace
 
-CategoryTree::CategoryTree(form::MainForm& form, form::MainState& state,
-                           const CategoryTable& categories, db::Operations& operations,
-                           RecordView& records, GridView& grid, checks::VariableFormat& format)
-    : form_(form),
-      state_(state),
-      categories_(categories),
-      operations_(operations),
-      errors_(operations.errors()),
-      records_(records),
-      grid_(grid),
-      format_(format) {}
+CategoryTree::CategoryTree(links::LinkEditors& links, RecordView& records, GridView& grid)
+    : window_(links.checks.window), links_(links), records_(records), grid_(grid) {}
 
 void CategoryTree::connectTree() {
-    QTreeWidget* tree = form_.tvwSECSItem;
+    QTreeWidget* tree = window_.form.tvwSECSItem;
     tree->installEventFilter(this);
     tree->viewport()->installEventFilter(this);
     connect(tree, &QTreeWidget::itemClicked, this, [this](const QTreeWidgetItem* node) {
@@ -51,11 +42,11 @@ void CategoryTree::connectTree() {
 }
 
 bool CategoryTree::eventFilter(QObject* watched, QEvent* event) {
-    const bool dragged = watched == form_.tvwSECSItem->viewport() &&
+    const bool dragged = watched == window_.form.tvwSECSItem->viewport() &&
                          event->type() == QEvent::MouseMove &&
                          static_cast<QMouseEvent*>(event)->buttons() != Qt::NoButton;
     if (dragged) return true;  // it would select a node without a click on it
-    if (watched == form_.tvwSECSItem) {
+    if (watched == window_.form.tvwSECSItem) {
         if (event->type() == QEvent::KeyPress) byKeys_ = true;
         if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) byKeys_ = false;
     } else if (event->type() == QEvent::MouseButtonPress) {
@@ -65,14 +56,14 @@ bool CategoryTree::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void CategoryTree::buildNodes() {
-    QTreeWidget* tree = form_.tvwSECSItem;
+    QTreeWidget* tree = window_.form.tvwSECSItem;
     const QSignalBlocker quiet(tree);
     tree->clear();
     QIcon icon;
-    icon.addFile(form_.imlIcons.value(QStringLiteral("Property")), QSize(), QIcon::Normal);
-    icon.addFile(form_.imlIcons.value(QStringLiteral("PropSelect")), QSize(), QIcon::Selected);
-    for (std::int16_t index = 1; index <= kCategories; ++index) {
-        const CategoryInfo& category = categories_.at(index);
+    icon.addFile(window_.form.imlIcons.value(QStringLiteral("Property")), QSize(), QIcon::Normal);
+    icon.addFile(window_.form.imlIcons.value(QStringLiteral("PropSelect")), QSize(),
+                 QIcon::Selected);
+    for (const gem::CategoryInfo& category : gem::categories().subspan(1)) {
         auto* node = new QTreeWidgetItem(tree, {form::toQt(category.caption)});
         node->setData(0, kKeyRole, form::toQt(category.key));
         node->setIcon(0, icon);
@@ -80,62 +71,67 @@ void CategoryTree::buildNodes() {
 }
 
 void CategoryTree::setStatus(const QString& text) {
-    form_.statusPanel->setText(text);
-    form_.statusPanel->repaint();  // the load that follows keeps the window busy
+    window_.form.statusPanel->setText(text);
+    window_.form.statusPanel->repaint();  // the load that follows keeps the window busy
 }
 
 void CategoryTree::lUpdatePropInfo(std::int16_t index) {
-    errors_.trap("lUpdatePropInfo", [this, index] {
-        const CategoryInfo& category = categories_.at(index);
+    base::trap("lUpdatePropInfo", [this, index] {
+        const gem::CategoryInfo& category = gem::categoryAt(index);
         const QString caption = form::toQt(category.caption);
         const int frame = static_cast<int>(category.kind);
-        form_.showFrame(kNeutralFrame);
+        window_.form.showFrame(kNeutralFrame);
         setStatus(QStringLiteral("Loading data..."));
-        form_.lblPropertyType->setText(caption);
-        form_.frames->frame(frame)->setTitle(caption);
-        state_.category = index;
-        // Loading shows the first record by itself, as soon as the record set is there.
-        if (!operations_.lLoadData(std::string(category.query))) {
+        window_.form.lblPropertyType->setText(caption);
+        window_.form.frames->frame(frame)->setTitle(caption);
+        window_.state.category = index;
+        try {
+            // Loading shows the first record by itself, as soon as the record set is there.
+            window_.operations.lLoadData(std::string(category.query));
+        } catch (const base::RunTimeError&) {
             forgetCategory();
-            return;
+            throw;
         }
-        form_.showFrame(frame);
+        window_.form.showFrame(frame);
         setStatus(caption);
     });
 }
 
 void CategoryTree::forgetCategory() {
-    state_.category = form::NO_CATEGORY;
+    window_.state.category = gem::NO_CATEGORY;
     records_.lUpdateNavigator();
-    form_.clearInputs();
+    window_.form.clearInputs();
     setStatus(QString());
-    for (QPushButton* button : {form_.nav.cmdNew, form_.nav.cmdUpdate, form_.nav.cmdDelete})
-        button->setEnabled(false);
     grid_.reset();
 }
 
-void CategoryTree::showCategory(std::int16_t index) {
-    if (form::isCustomVariable(index)) format_.lLoadVarFormat(index);
-    records_.clearLists();
-    lUpdatePropInfo(index);
-    if (index == form::GEMEVT || index == form::CSTEVT) {
-        form_.evt.reports.selected->setHeaders(kEventReportHeaders);
-        form_.evt.reports.selected->setWidths(kEventReportWidths);
-    } else if (index == form::CSTRPT) {
-        form_.rpt.variables.selected->setHeaders(kReportVariableHeaders);
-        form_.rpt.variables.selected->setWidths(kReportVariableWidths);
+void CategoryTree::shapeLists(std::int16_t index) const {
+    if (gem::kindOf(index) == gem::Kind::CollectionEvent) {
+        window_.form.reports.selected->setHeaders(kEventReportHeaders);
+        window_.form.reports.selected->setWidths(kEventReportWidths);
+    } else if (gem::kindOf(index) == gem::Kind::Report) {
+        window_.form.variables.selected->setHeaders(kReportVariableHeaders);
+        window_.form.variables.selected->setWidths(kReportVariableWidths);
     }
+}
+
+void CategoryTree::showCategory(std::int16_t index) {
+    if (gem::isCustomVariable(index)) links_.checks.format.lLoadVarFormat(index);
+    links_.clear();
+    shapeLists(index);
+    lUpdatePropInfo(index);
     records_.refreshLists();
 }
 
 void CategoryTree::tvwSECSItem_NodeClick(const QString& key) {
-    errors_.trap("tvwSECSItem_NodeClick", [this, &key] {
-        const std::int16_t index = categories_.indexOf(form::toUtf8(key));
-        if (index != 0) showCategory(index);
-        lSetEditMode(state_.category, false);
-        lSetCtrlAccess(state_.category, true);
-        const bool failed = index != 0 && state_.category == form::NO_CATEGORY;
-        if (!failed) grid_.tspData_Click();
+    const std::int16_t index = gem::categoryOf(form::toUtf8(key));
+    const bool shown =
+        index == gem::NO_CATEGORY ||
+        window_.errors.handle("tvwSECSItem_NodeClick", [this, index] { showCategory(index); });
+    window_.errors.handle("tvwSECSItem_NodeClick", [this, shown] {
+        lSetEditMode(window_.state.category, false);
+        lSetCtrlAccess(window_.state.category, true);
+        if (shown) grid_.tspData_Click();
     });
 }
 

@@ -8,23 +8,17 @@
 #include <QString>
 #include <functional>
 
-#include "browser/category_table.h"
 #include "browser/grid_view.h"
 #include "browser/record_view.h"
-#include "checks/variable_format.h"
-#include "db/operations.h"
-#include "form/frames.h"
-#include "form/main_state.h"
+#include "links/link_editors.h"
 
 namespace stelvan::browser {
 
 class CategoryTree : public QObject {
     Q_OBJECT
 public:
-    /// All references must outlive the object.
-    CategoryTree(form::MainForm& form, form::MainState& state, const CategoryTable& categories,
-                 db::Operations& operations, RecordView& records, GridView& grid,
-                 checks::VariableFormat& format);
+    /// All must outlive the object.
+    CategoryTree(links::LinkEditors& links, RecordView& records, GridView& grid);
 
     /// Upwards: edit mode and control access, filled when the window is put together.
     std::function<void(std::int16_t category, bool editing)> lSetEditMode = [](std::int16_t, bool) {
@@ -37,7 +31,7 @@ public:
     /// Removes all nodes and adds one for each category.
     void buildNodes();
 
-    /// Shows and loads one category.
+    /// Shows and loads one category. After a failure none is current, and no record shown.
     void lUpdatePropInfo(std::int16_t index);
     /// Shows the category with this key, in browse mode.
     void tvwSECSItem_NodeClick(const QString& key);
@@ -48,16 +42,13 @@ protected:
 private:
     void showCategory(std::int16_t index);
     void forgetCategory();
+    void shapeLists(std::int16_t index) const;
     void setStatus(const QString& text);
 
-    form::MainForm& form_;
-    form::MainState& state_;
-    const CategoryTable& categories_;
-    db::Operations& operations_;
-    base::ErrorInfo& errors_;
+    form::Window& window_;
+    links::LinkEditors& links_;
     RecordView& records_;
     GridView& grid_;
-    checks::VariableFormat& format_;
     bool byKeys_ = false;
 };
 

@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "browser/records_model.h"
+#include "gem/categories.h"
 
 namespace stelvan::browser {
 namespace {
@@ -35,45 +36,41 @@ QString captionOf(const QAbstractItemModel& model, int column) {
 
 }  // namespace
 
-GridView::GridView(const form::MainForm& form, const form::MainState& state,
-                   base::ErrorInfo& errors, const db::DataSource& adoGEM)
-    : form_(form), state_(state), errors_(errors), adoGEM_(adoGEM) {}
-
 void GridView::tspData_Click() {
-    const int tab = form_.tspData->currentIndex() + 1;
+    const int tab = window_.form.tspData->currentIndex() + 1;
     if (tab == kPropertiesTab) {
-        errors_.trap("tspData_Click", [this] { showProperties(); });
+        window_.errors.handle("tspData_Click", [this] { showProperties(); });
     } else if (tab == kViewAllTab) {
-        if (!errors_.trap("tspData_Click", [this] { showGrid(); })) reset();
+        if (!window_.errors.handle("tspData_Click", [this] { showGrid(); })) reset();
     }
 }
 
 void GridView::reset() {
-    const QSignalBlocker quiet(form_.tspData);
-    form_.tspData->setCurrentIndex(kPropertiesTab - 1);
+    const QSignalBlocker quiet(window_.form.tspData);
+    window_.form.tspData->setCurrentIndex(kPropertiesTab - 1);
     showProperties();
 }
 
 void GridView::showProperties() {
-    form_.sendFrameToBack(kGridFrame);
+    window_.form.sendFrameToBack(kGridFrame);
     detach();
-    form_.nav.fraDBOperation->setEnabled(true);
+    window_.form.nav.fraDBOperation->setEnabled(true);
 }
 
 void GridView::showGrid() {
     attach();
-    if (form::isVariable(state_.category)) shapeVariableColumns();
-    form_.showFrame(kGridFrame);
-    form_.nav.fraDBOperation->setEnabled(false);
+    if (gem::isVariable(window_.state.category)) shapeVariableColumns();
+    window_.form.showFrame(kGridFrame);
+    window_.form.nav.fraDBOperation->setEnabled(false);
 }
 
 void GridView::attach() {
-    if (adoGEM_.recordset == nullptr) throw base::objectNotSet();
-    auto model = std::make_unique<RecordsModel>(adoGEM_.recordset);
+    if (window_.state.current.records == nullptr) throw base::objectNotSet();
+    auto model = std::make_unique<RecordsModel>(window_.state.current.records);
     for (int column = 0; column < model->columnCount(); ++column)
         if (isOneOf(captionOf(*model, column), kFlagColumns)) model->setFlagFormat(column);
     detach();
-    QTableView& grid = *form_.DBGridGEM;
+    QTableView& grid = *window_.form.DBGridGEM;
     model->setParent(&grid);
     grid.setModel(model.release());
     for (int column = 0; column < grid.model()->columnCount(); ++column) {
@@ -84,13 +81,13 @@ void GridView::attach() {
 }
 
 void GridView::detach() {
-    QAbstractItemModel* former = form_.DBGridGEM->model();
-    form_.DBGridGEM->setModel(nullptr);
+    QAbstractItemModel* former = window_.form.DBGridGEM->model();
+    window_.form.DBGridGEM->setModel(nullptr);
     delete former;
 }
 
 void GridView::shapeVariableColumns() {
-    QTableView& grid = *form_.DBGridGEM;
+    QTableView& grid = *window_.form.DBGridGEM;
     QHeaderView& header = *grid.horizontalHeader();
     for (int column = 0; column < header.count(); ++column)
         if (isOneOf(captionOf(*grid.model(), column), kHiddenVariableColumns))

@@ -4,12 +4,7 @@
 // cursor.
 #pragma once
 
-#include <functional>
-
-#include "base/error_info.h"
-#include "db/operations.h"
-#include "form/frames.h"
-#include "form/main_state.h"
+#include "form/window.h"
 
 namespace stelvan::browser {
 
@@ -19,9 +14,8 @@ inline constexpr int kViewAllTab = 2;
 
 class GridView {
 public:
-    /// All references must outlive the object.
-    GridView(const form::MainForm& form, const form::MainState& state, base::ErrorInfo& errors,
-             const db::DataSource& adoGEM);
+    /// `window` must outlive the object.
+    explicit GridView(form::Window& window) : window_(window) {}
 
     /// Shows the view of the selected tab for the category on screen.
     void tspData_Click();
@@ -37,10 +31,7 @@ private:
     void detach();
     void shapeVariableColumns();
 
-    const form::MainForm& form_;
-    const form::MainState& state_;
-    base::ErrorInfo& errors_;
-    const db::DataSource& adoGEM_;
+    form::Window& window_;
 };
 
 }  // namespace stelvan::browser

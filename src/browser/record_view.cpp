@@ -1,96 +1,47 @@
 #include "browser/record_view.h"
 
 #include <QLabel>
-#include <QPushButton>
 #include <limits>
 
-#include "browser/field_map.h"
 #include "db/value_text.h"
 #include "form/text.h"
+#include "gem/formats.h"
+#include "gem/kinds.h"
+#include "gem/stored.h"
 
 namespace stelvan::browser {
 namespace {
 
 using form::Field;
-using form::isGemVariable;
-using form::isVariable;
-
-constexpr const char* kListFormat = "L";
-
-/// What stored texts stand for "no value", letter case and outer blanks apart.
-bool isAbsent(const Field& field, bool zeroToo) {
-    const QString text = field.text().trimmed();
-    return text.compare(QLatin1String("NULL"), Qt::CaseInsensitive) == 0 ||
-           (zeroToo && text == QLatin1String("0"));
-}
-
-void blankIfAbsent(Field& field, bool zeroToo) {
-    if (isAbsent(field, zeroToo)) field.setText(QString());
-}
-
-/// "&Delete" is for records that the user may also add.
-bool canDelete(std::int16_t category) {
-    return (category >= form::CSTALM && category <= form::CSTVEC) || category == form::CSTRPT ||
-           category == form::LIMIT;
-}
 
 std::int32_t oneMore(std::int32_t position) {
     if (position == std::numeric_limits<std::int32_t>::max()) throw base::overflow();
     return position + 1;
 }
 
-void setEnabled(QPushButton& button, QPushButton& other, bool enabled) {
-    const bool handsOver = !enabled && button.hasFocus();
-    if (handsOver && other.isEnabled()) other.setFocus(Qt::OtherFocusReason);
-    button.setEnabled(enabled);
-}
-
 }  // namespace
 
-RecordView::RecordView(const form::MainForm& form, form::MainState& state, base::ErrorInfo& errors,
-                       const RecordLists& lists, settings::SettingInputs& settings)
-    : form_(form), state_(state), errors_(errors), lists_(lists), settings_(settings) {}
-
-QString RecordView::format() const {
-    return form_.var.cmbVarFormat->text().toUpper();
-}
-
-void RecordView::setMoveButtons(bool previous, bool next) {
-    // The one that opens comes first, so that it can take the focus from the one that closes.
-    if (previous) form_.nav.cmdPrevious->setEnabled(true);
-    setEnabled(*form_.nav.cmdNext, *form_.nav.cmdPrevious, next);
-    setEnabled(*form_.nav.cmdPrevious, *form_.nav.cmdNext, previous);
-}
+RecordView::RecordView(links::LinkEditors& links, settings::SettingInputs& settings)
+    : window_(links.checks.window), links_(links), settings_(settings) {}
 
 void RecordView::lUpdateNavigator() {
-    errors_.trap("lUpdateNavigator", [this] {
-        const auto& records = state_.current.records;
-        if (records == nullptr) {
-            setMoveButtons(false, false);
-            form_.nav.lblRecNumber->setText(QStringLiteral("0 of 0"));
-            return;
-        }
-        const std::int32_t count = records->recordCount();
-        std::int32_t& position = state_.current.position;
-        if (position > count) {
+    base::trap("lUpdateNavigator", [this] {
+        const auto& records = window_.state.current.records;
+        std::int32_t& position = window_.state.current.position;
+        const std::int32_t count = records == nullptr ? 0 : records->recordCount();
+        if (records == nullptr || position > count) {
             position = count;
         } else if (position < 0) {
             position = 0;
             lClearField();
         }
-        setMoveButtons(position > 1, position < count);
-        if (count < 1) {
-            form_.nav.cmdDelete->setEnabled(false);
-            form_.nav.cmdUpdate->setEnabled(false);
-        } else {
-            form_.nav.cmdDelete->setEnabled(canDelete(state_.category));
-        }
-        form_.nav.lblRecNumber->setText(QStringLiteral("%1 of %2").arg(position).arg(count));
+        window_.showButtons();
+        window_.form.nav.lblRecNumber->setText(QStringLiteral("%1 of %2").arg(position).arg(count));
     });
 }
 
 void RecordView::stepForwards(db::Recordset& records) {
-    std::int32_t& position = state_.current.position;
+    std::int32_t& position = window_.state.current.position;
     const std::int32_t count = records.recordCount();
     if (count == 0) {
         position = 0;
@@ -110,7 +61,7 @@ void RecordView::stepForwards(db::Recordset& records) {
 }
 
 void RecordView::stepBackwards(db::Recordset& records) {
-    std::int32_t& position = state_.current.position;
+    std::int32_t& position = window_.state.current.position;
     if (records.bof()) {
         if (records.eof()) return;
         records.moveLast();
@@ -126,127 +77,114 @@ void RecordView::stepBackwards(db::Recordset& records) {
 }
 
 void RecordView::move(bool forwards) {
-    if (state_.current.records == nullptr) return;
+    if (window_.state.current.records == nullptr) return;
     if (forwards) {
-        stepForwards(*state_.current.records);
+        stepForwards(*window_.state.current.records);
     } else {
-        stepBackwards(*state_.current.records);
+        stepBackwards(*window_.state.current.records);
     }
     lUpdateNavigator();
     lDisplayField();
     refreshLists();
-    if (state_.category == form::CSTRPT) lists_.reportVariables.lRptSetRightByRecord(false);
+    window_.showButtons();  // which may depend on what is shown now
 }
 
 void RecordView::cmdNext_Click() {
-    errors_.trap("cmdNext_Click", [this] { move(true); });
+    window_.errors.handle("cmdNext_Click", [this] { move(true); });
 }
 
 void RecordView::cmdPrevious_Click() {
-    errors_.trap("cmdPrevious_Click", [this] { move(false); });
+    window_.errors.handle("cmdPrevious_Click", [this] { move(false); });
 }
 
 void RecordView::lDisplayField() {
-    incomplete_ = false;
-    if (!errors_.trap("lDisplayField", [this] { showCurrent(Nulls::Fail); })) incomplete_ = true;
-    if (state_.category == form::GEMSTT && state_.current.records != nullptr) {
-        settings_.lInitSttInput(false);
-        settings_.lSttSetRightByRecord();
-    }
+    incomplete_ = !window_.errors.handle("lDisplayField", [this] { showCurrent(Nulls::Fail); });
+    if (window_.state.category != gem::GEMSTT || window_.state.current.records == nullptr) return;
+    window_.errors.handle("lDisplayField", [this] { settings_.lInitSttInput(false); });
 }
 
 void RecordView::displayNullsAsEmpty() {
-    errors_.trap("lDisplayField", [this] {
+    base::trap("lDisplayField", [this] {
         showCurrent(Nulls::Empty);
         incomplete_ = false;
     });
 }
 
 void RecordView::showCurrent(Nulls nulls) {
-    const auto& records = state_.current.records;
+    const auto& records = window_.state.current.records;
     if (records == nullptr) return;
     if (records->recordCount() <= 0 || records->bof() || records->eof()) {
         lClearField();
         return;
     }
-    if (state_.category == form::LIMIT) return;
-    for (const Binding& bound : bindingsOf(form_, state_.category)) {
-        const db::Value value = records->field(bound.column);
-        if (bound.field->kind() == Field::Kind::Check) {
-            bound.field->setChecked(nulls == Nulls::Fail ? db::toFlag(value)
-                                                         : db::toFlagOrClear(value));
-        } else {
-            bound.field->setText(
-                form::toQt(nulls == Nulls::Fail ? db::toText(value) : db::toTextOrEmpty(value)));
-        }
-    }
-    cleanUp();
+    if (window_.state.category == gem::LIMIT) return;
+    gem::Record shown(window_.state.category);
+    for (const gem::FieldFacts& facts : gem::fieldsOf(window_.state.category))
+        showColumn(shown, facts, nulls);
+    blankPlaceholders(shown);
 }
 
-void RecordView::cleanUp() {
-    const form::VarFrame& var = form_.var;
-    const form::AlmFrame& alm = form_.alm;
-    if (isVariable(state_.category)) {
-        const auto noLimit = [](const Field& field) {
-            return isAbsent(field, true) || field.text().trimmed().isEmpty();
-        };
-        if (noLimit(*var.txtVarMin) && noLimit(*var.txtVarMax)) {
-            var.txtVarMin->setText(QString());
-            var.txtVarMax->setText(QString());
-        }
-        blankIfAbsent(*var.txtVarUnit, true);
-        blankIfAbsent(*var.txtVarValue, false);
-        blankIfAbsent(*var.txtVarDefValue, false);
-        for (Field* unstored : {var.txtVarLmtCEID, var.txtVarLmtCEName})
-            unstored->setText(QString());
-    } else if (state_.category == form::CSTALM) {
-        for (Field* event :
-             {alm.txtAlmSetCEID, alm.txtAlmSetCEName, alm.txtAlmClrCEID, alm.txtAlmClrCEName})
-            blankIfAbsent(*event, true);
+void RecordView::showColumn(gem::Record& record, const gem::FieldFacts& facts, Nulls nulls) const {
+    if (facts.column.empty()) return;
+    Field& field = window_.form[facts.control];
+    const db::Value value = window_.state.current.records->field(std::string(facts.column));
+    std::string& text = record[facts.control].text;
+    if (field.kind() == Field::Kind::Check) {
+        text = (nulls == Nulls::Fail ? db::toFlag(value) : db::toFlagOrClear(value)) ? "1" : "0";
+    } else {
+        text = nulls == Nulls::Fail ? db::toText(value) : db::toTextOrEmpty(value);
+    }
+    field.setText(form::toQt(text));
+}
+
+void RecordView::blankPlaceholders(const gem::Record& shown) const {
+    gem::Record blanked = shown;
+    gem::blankPlaceholders(blanked);
+    for (const gem::FieldFacts& facts : gem::fieldsOf(shown.kind())) {
+        const bool changed = blanked[facts.control].text != shown[facts.control].text;
+        if (changed || facts.column.empty()) window_.form[facts.control].setText(QString());
     }
 }
 
 void RecordView::lClearField() {
-    errors_.trap("lClearField", [this] {
-        if (state_.current.records == nullptr || state_.category == form::GEMSTT) return;
-        for (const Binding& bound : bindingsOf(form_, state_.category))
-            bound.field->setText(QString());
-        if (!isVariable(state_.category)) return;
-        form_.var.txtVarLmtCEID->setText(QString());
-        form_.var.txtVarLmtCEName->setText(QString());
+    base::trap("lClearField", [this] {
+        const form::MainState& state = window_.state;
+        if (state.current.records == nullptr || state.category == gem::GEMSTT) return;
+        for (const gem::FieldFacts& facts : gem::fieldsOf(state.category))
+            window_.form[facts.control].setText(QString());
     });
 }
 
 void RecordView::refreshLists() {
-    const std::int16_t category = state_.category;
-    const bool shown = state_.current.records != nullptr && state_.current.position > 0;
-    if (category == form::GEMEVT || category == form::CSTEVT) {
-        if (!shown) lists_.eventReports.clear();
-        if (shown) lists_.eventReports.lUpdateEvtRptList(category == form::GEMEVT);
-    } else if (isVariable(category)) {
-        const bool isList = shown && format() == QLatin1String(kListFormat);
-        if (!shown) lists_.listChildren.clear();
-        lists_.listChildren.lUpdateVarChild(isList);
-        if (isGemVariable(category) && shown) form_.nav.cmdUpdate->setEnabled(!isList);
-    } else if (category == form::CSTRPT) {
-        if (!shown) lists_.reportVariables.clear();
-        if (shown) lists_.reportVariables.lUpdateRptVarList();
+    const form::MainState& state = window_.state;
+    const bool shown = state.current.records != nullptr && state.current.position > 0;
+    if (!shown) links_.clear();
+    switch (gem::kindOf(state.category)) {
+        case gem::Kind::CollectionEvent:
+            if (shown) links_.eventReports.lUpdateEvtRptList(state.category == gem::GEMEVT);
+            break;
+        case gem::Kind::Variable: {
+            const QString format = window_.form[gem::Control::cmbVarFormat].text();
+            links_.listChildren.lUpdateVarChild(shown && gem::isList(form::toUtf8(format)));
+            break;
+        }
+        case gem::Kind::Report:
+            if (shown) links_.reportVariables.lUpdateRptVarList();
+            break;
+        default:
+            break;
     }
 }
 
-void RecordView::clearLists() {
-    lists_.eventReports.clear();
-    lists_.reportVariables.clear();
-    lists_.listChildren.clear();
-}
-
 void RecordView::lLinkDataField() {
-    errors_.trap("lLinkDataField", [this] {
-        for (const Binding& bound : bindingsOf(form_, state_.category)) {
-            bound.field->widget()->setProperty("DataSource", QStringLiteral("AdoGEM"));
-            bound.field->widget()->setProperty("DataField", QLatin1String(bound.column));
+    base::trap("lLinkDataField", [this] {
+        for (const gem::FieldFacts& facts : gem::fieldsOf(window_.state.category)) {
+            if (facts.column.empty()) continue;
+            QWidget& widget = *window_.form[facts.control].widget();
+            widget.setProperty("DataSource", QStringLiteral("AdoGEM"));
+            widget.setProperty("DataField", form::toQt(facts.column));
         }
-        if (isVariable(state_.category)) cmbVarFormat_Change();
+        if (gem::isVariable(window_.state.category)) cmbVarFormat_Change();
     });
 }
 

@@ -5,38 +5,28 @@
 // elsewhere sets the position and calls lUpdateNavigator and lDisplayField, then refreshLists.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
-#include "base/error_info.h"
-#include "form/frames.h"
-#include "form/main_state.h"
-#include "links/event_reports.h"
-#include "links/list_children.h"
-#include "links/report_variables.h"
+#include "gem/record.h"
+#include "links/link_editors.h"
 #include "settings/setting_inputs.h"
 
 namespace stelvan::browser {
 
-/// The three link editors, as far as showing a record needs them.
-struct RecordLists {
-    links::EventReports& eventReports;
-    links::ReportVariables& reportVariables;
-    links::ListChildren& listChildren;
-};
-
 class RecordView {
 public:
-    /// All references must outlive the object.
-    RecordView(const form::MainForm& form, form::MainState& state, base::ErrorInfo& errors,
-               const RecordLists& lists, settings::SettingInputs& settings);
+    /// Both must outlive the object.
+    RecordView(links::LinkEditors& links, settings::SettingInputs& settings);
 
-    /// Clamps the position, then sets the position label, "&Previous", "&Next" and "&Delete".
+    /// Clamps the position, then sets the position label and the navigator's buttons.
     void lUpdateNavigator();
     void cmdNext_Click();
     void cmdPrevious_Click();
 
     /// Copies the current record's columns into the fields; blanks them where there is none. In the
-    /// settings category the inputs of the setting are shown, closed.
+    /// settings category the inputs of the setting are shown, closed. A failure is reported, and
+    /// the rest of the window goes on.
     void lDisplayField();
     /// Blanks the current category's fields; nothing without a record set, never the settings.
     void lClearField();
@@ -47,15 +37,8 @@ public:
     /// incompletely shown record begins with.
     void displayNullsAsEmpty();
 
-    /// Fills or hides the link lists for the record shown, and empties them where none is shown. In
-    /// the GEM variable categories "&Edit" follows the format: a GEM list cannot be edited.
+    /// Fills or hides the link lists for the record shown, and empties them where none is shown.
     void refreshLists();
-    /// Empties the link lists of all frames, so that no fill that stops early leaves another
-    /// record's rows.
-    void clearLists();
-
-    /// The format shown in cmbVarFormat, in upper case.
-    [[nodiscard]] QString format() const;
 
     /// Binds the fields of the current category to their columns. Nothing calls it: display copies
     /// values.
@@ -67,16 +50,14 @@ public:
 private:
     enum class Nulls { Fail, Empty };
     void showCurrent(Nulls nulls);
-    void cleanUp();
+    void showColumn(gem::Record& record, const gem::FieldFacts& facts, Nulls nulls) const;
+    void blankPlaceholders(const gem::Record& shown) const;
     void move(bool forwards);
     void stepForwards(db::Recordset& records);
     void stepBackwards(db::Recordset& records);
-    void setMoveButtons(bool previous, bool next);
 
-    const form::MainForm& form_;
-    form::MainState& state_;
-    base::ErrorInfo& errors_;
-    RecordLists lists_;
+    form::Window& window_;
+    links::LinkEditors& links_;
     settings::SettingInputs& settings_;
     bool incomplete_ = false;
 };

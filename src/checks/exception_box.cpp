@@ -2,19 +2,17 @@
 
 #include <QPlainTextEdit>
 
-#include "form/dialogs.h"
 #include "form/text.h"
 
 namespace stelvan::checks {
 
-ExceptionBox::ExceptionBox(QPlainTextEdit& txtErrLog, form::Dialogs& dialogs,
-                           base::ErrorInfo& errors, const gem::ErrorCatalogue& catalogue)
-    : txtErrLog_(txtErrLog), dialogs_(dialogs), errors_(errors), catalogue_(catalogue) {}
+ExceptionBox::ExceptionBox(form::Window& window, const gem::ErrorCatalogue& catalogue)
+    : window_(window), catalogue_(catalogue) {}
 
 void ExceptionBox::lLogError(const QString& label, const QString& message) {
-    errors_.trap("lLogError", [&] {
+    base::trap("lLogError", [&] {
         text_ += QLatin1Char('[') + label + QLatin1String("]: ") + message + QLatin1String("\r\n");
-        txtErrLog_.setPlainText(text_);
+        window_.form.txtErrLog->setPlainText(text_);
     });
 }
 
@@ -23,12 +21,12 @@ void ExceptionBox::logMarker(const QString& label, const QString& marker) {
 }
 
 void ExceptionBox::lReportError(const QString& message) {
-    errors_.trap("lReportError", [&] { dialogs_.message(message, form::Icon::Exclamation); });
+    base::trap("lReportError", [&] { window_.dialogs.message(message, form::Icon::Exclamation); });
 }
 
 void ExceptionBox::clear() {
     text_.clear();
-    txtErrLog_.clear();
+    window_.form.txtErrLog->clear();
 }
 
 }  // namespace stelvan::checks

@@ -5,27 +5,20 @@
 
 #include <QString>
 
-#include "base/error_info.h"
+#include "form/window.h"
 #include "gem/error_catalogue.h"
-
-class QPlainTextEdit;
-
-namespace stelvan::form {
-class Dialogs;
-}
 
 namespace stelvan::checks {
 
 class ExceptionBox {
 public:
-    /// All of them must outlive the object; the catalogue may be filled later.
-    ExceptionBox(QPlainTextEdit& txtErrLog, form::Dialogs& dialogs, base::ErrorInfo& errors,
-                 const gem::ErrorCatalogue& catalogue);
+    /// Both must outlive the object; the catalogue may be filled later.
+    ExceptionBox(form::Window& window, const gem::ErrorCatalogue& catalogue);
 
     /// Appends "[label]: message" and CR LF; nothing is removed.
     void lLogError(const QString& label, const QString& message);
     /// The same with the catalogue's message for a field's marker. RunTimeError for a marker that
-    /// names no slot: it belongs to the caller's trap.
+    /// names no slot.
     void logMarker(const QString& label, const QString& marker);
 
     /// Shows a message box with the exclamation icon; returns when the user closed it.
@@ -35,9 +28,7 @@ public:
     void clear();
 
 private:
-    QPlainTextEdit& txtErrLog_;
-    form::Dialogs& dialogs_;
-    base::ErrorInfo& errors_;
+    form::Window& window_;
     const gem::ErrorCatalogue& catalogue_;
     QString text_;
 };

@@ -1,9 +1,24 @@
 #include "db/current_records.h"
 
+#include "db/connection.h"
+
 namespace stelvan::db {
+
+std::shared_ptr<Recordset> DataSource::refresh() const {
+    Connection connection;
+    connection.setConnectionText(connectionText);
+    connection.open();
+    auto opened = std::make_shared<Recordset>();
+    opened->open(recordSource, connection, cursorType, lockType);
+    return opened;
+}
 
 bool CurrentRecords::onRecord() const {
     return records != nullptr && records->state() == ObjectState::Open && records->onRecord();
+}
+
+std::int32_t CurrentRecords::count() const {
+    return records == nullptr ? 0 : records->recordCount();
 }
 
 void CurrentRecords::drop() {

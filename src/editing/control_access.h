@@ -1,30 +1,24 @@
 // Which buttons and inputs may be used while browsing, adding and editing, and how they are
 // coloured.
 //
-// The facts stand in access_rules.h; these procedures run over them. All references must outlive
-// the object.
+// The facts stand in gem/; these procedures run over them.
 #pragma once
 
-#include <QHash>
 #include <cstdint>
-#include <string_view>
 
-#include "base/error_info.h"
-#include "editing/access_rules.h"
-#include "form/frames.h"
-#include "form/main_state.h"
-#include "links/report_variables.h"
+#include "form/window.h"
+#include "gem/kinds.h"
 
 namespace stelvan::editing {
 
 class ControlAccess {
 public:
-    ControlAccess(const form::MainForm& form, form::MainState& state, base::ErrorInfo& errors,
-                  links::ReportVariables& reportVariables);
+    /// `window` must outlive the object.
+    explicit ControlAccess(form::Window& window) : window_(window) {}
 
     /// Buttons, menu entry and tree for browsing (false) or for adding and editing (true).
     void lSetEditMode(std::int16_t category, bool editing);
-    /// Inputs of a category: closed (true) or open as its table says (false).
+    /// Inputs of a category: closed (true) or open as its facts say (false).
     void lSetCtrlAccess(std::int16_t category, bool locked);
     /// The marker "0" for every checked input of the current category.
     void lInitCtrlForEdit();
@@ -35,18 +29,9 @@ public:
     void focusBrowsing();
 
 private:
-    void browse(std::int16_t category);
-    [[nodiscard]] bool hasRecords() const;
-    [[nodiscard]] bool canEditGem(std::int16_t category) const;
-    void setInput(form::Field& field, Access access, bool locked);
-    [[nodiscard]] form::Field& field(std::string_view name) const;
-    [[nodiscard]] form::ListView& list(std::string_view name) const;
+    void setInput(form::Field& field, gem::Access access, bool locked);
 
-    const form::MainForm& form_;
-    form::MainState& state_;
-    base::ErrorInfo& errors_;
-    links::ReportVariables& reportVariables_;
-    QHash<QString, form::Field*> fields_;
+    form::Window& window_;
 };
 
 }  // namespace stelvan::editing

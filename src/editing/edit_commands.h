@@ -5,13 +5,16 @@
 // browsing.
 #pragma once
 
-#include "editing/edit_context.h"
+#include "browser/browser.h"
+#include "editing/control_access.h"
 
 namespace stelvan::editing {
 
 class EditCommands {
 public:
-    explicit EditCommands(const EditContext& context) : at_(context) {}
+    /// Both must outlive the object.
+    EditCommands(browser::Browser& below, ControlAccess& access)
+        : below_(below), window_(below.window), access_(access) {}
 
     void cmdUpdate_Click();
     void cmdCancel_Click();
@@ -20,25 +23,28 @@ public:
     void cmdDelete_Click();
 
 private:
-    [[nodiscard]] bool recordShown() const;
-    /// Shows the record whole when its display broke off at a Null; false when that failed, too.
-    bool completeDisplay();
+    [[nodiscard]] bool recordShown() const { return window_.state.current.onRecord(); }
+    /// Shows the record whole when its display broke off at a Null. Throws when that fails, too.
+    void completeDisplay();
     [[nodiscard]] bool mayEdit() const;
     void rememberPlace();
-    void loadNames();
+    void loadName();
     void openInputs();
-    void beginAt(std::int16_t category);
-    void beginNewAt(std::int16_t category);
-    void closeValueFields();
+    void beginEditing();
+    void beginAdding();
+    void proposeId();
+    void focusFirst();
     void backToBrowsing(const char* procedure);
     void returnToRecord();
     void showStoredLists();
+    void closeEdit();
     void deleteShown();
-    [[nodiscard]] bool deleteLinked();
     void showFollower();
     void showPresentState();
 
-    EditContext at_;
+    browser::Browser& below_;
+    form::Window& window_;
+    ControlAccess& access_;
 };
 
 }  // namespace stelvan::editing

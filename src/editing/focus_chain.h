@@ -6,29 +6,17 @@
 
 #include <QHash>
 #include <QObject>
-#include <span>
-#include <string_view>
 
-#include "base/error_info.h"
-#include "form/frames.h"
+#include "form/window.h"
+#include "gem/focus_order.h"
 
 namespace stelvan::editing {
-
-/// One control's neighbours.
-struct FocusStep {
-    std::string_view control;
-    std::string_view previous;
-    std::string_view next;
-    std::string_view insteadOfFormat = {};  // the neighbour while cmbVarFormat is disabled
-    std::string_view reportedAs = {};  // where a handler reports under another name than its own
-};
-
-[[nodiscard]] std::span<const FocusStep> focusTable();
 
 class FocusChain : public QObject {
     Q_OBJECT
 public:
-    FocusChain(const form::MainForm& form, base::ErrorInfo& errors);
+    /// `shell` holds the controls of `window`; both must outlive the object.
+    FocusChain(QWidget& shell, form::Window& window);
 
     /// Puts the key handlers on the controls of the table; once, when all controls stand in their
     /// window.
@@ -48,19 +36,12 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    struct Neighbours {
-        const FocusStep* step;
-        QWidget* previous;
-        QWidget* next;
-        QWidget* insteadOfFormat;
-    };
-    /// The neighbour, or the other one where that is a disabled cmbVarFormat.
-    [[nodiscard]] QWidget* reachable(QWidget* neighbour, const Neighbours& around) const;
-    void keyDown(const Neighbours& around, int key, int shift);
+    [[nodiscard]] QWidget* widgetOf(gem::Control control) const;
+    void keyDown(const gem::FocusStep& from, int key, int shift);
 
-    const form::MainForm& form_;
-    base::ErrorInfo& errors_;
-    QHash<QObject*, Neighbours> neighbours_;
+    QWidget& shell_;
+    form::Window& window_;
+    QHash<QObject*, const gem::FocusStep*> steps_;
 };
 
 }  // namespace stelvan::editing

@@ -5,27 +5,29 @@
 // whatever happens.
 #pragma once
 
-#include "editing/edit_context.h"
+#include "browser/browser.h"
+#include "editing/control_access.h"
 
 namespace stelvan::editing {
 
 class SaveRecord {
 public:
-    explicit SaveRecord(const EditContext& context) : at_(context) {}
+    /// Both must outlive the object.
+    SaveRecord(browser::Browser& below, ControlAccess& access)
+        : below_(below), window_(below.window), access_(access) {}
 
     void cmdSave_Click();
 
 private:
     [[nodiscard]] bool verified();
-    [[nodiscard]] bool store();
+    void store();
     void requireFilledList() const;
-    void writeColumns(db::Recordset& record);
-    [[nodiscard]] bool writeLinks();
-    [[nodiscard]] bool writeChildren();
-    [[nodiscard]] bool wasList() const;
+    void writeLinks(const gem::Record& record, bool wasList);
     void showStored();
 
-    EditContext at_;
+    browser::Browser& below_;
+    form::Window& window_;
+    ControlAccess& access_;
 };
 
 }  // namespace stelvan::editing

@@ -103,12 +103,12 @@ void buildFrames(MainForm& form) {
     for (int i = 0; i < kFrames; ++i)
         form.Frame[static_cast<std::size_t>(i)] = form.frames->frame(i);
     buildNeutralFrame(*form.Frame[0]);
-    form.var = buildVarFrame(*form.Frame[1]);
-    form.alm = buildAlmFrame(*form.Frame[2]);
-    form.evt = buildEvtFrame(*form.Frame[3]);
-    form.lmt = buildLmtFrame(*form.Frame[4]);
-    form.stt = buildSttFrame(*form.Frame[5]);
-    form.rpt = buildRptFrame(*form.Frame[6]);
+    buildVarFrame(*form.Frame[1], form);
+    buildAlmFrame(*form.Frame[2], form);
+    buildEvtFrame(*form.Frame[3], form);
+    buildLmtFrame(*form.Frame[4], form);
+    buildSttFrame(*form.Frame[5], form);
+    buildRptFrame(*form.Frame[6], form);
     form.DBGridGEM = buildGrid(*form.Frame[7]);
     const char* const captions[] = {"",
                                     "Var Property",
@@ -209,12 +209,11 @@ void closeInputs(const MainForm& form) {
         field->setColour(field->kind() == Field::Kind::Check ? Colour::ButtonFace
                                                              : Colour::WindowBackground);
     }
-    for (const TwoListEditor* editor :
-         {&form.var.children, &form.rpt.variables, &form.evt.reports}) {
+    for (const TwoListEditor* editor : form.editors()) {
         editor->showPool(false);
         editor->selected->setOpen(false);
     }
-    form.var.children.showSelected(false);
+    form.children.showSelected(false);
 }
 
 QSize firstSize(const QWidget& window) {

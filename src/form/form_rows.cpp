@@ -50,7 +50,8 @@ QScrollArea* scrollPage(QWidget* page) {
 
 }  // namespace
 
-FormRows::FormRows(QGroupBox& frame) : page_(new QWidget), grid_(new QGridLayout(page_)) {
+FormRows::FormRows(QGroupBox& frame, MainForm& form)
+    : form_(form), page_(new QWidget), grid_(new QGridLayout(page_)) {
     auto* whole = new QVBoxLayout(&frame);
     whole->setContentsMargins(2, 2, 2, 2);
     whole->addWidget(scrollPage(page_));
@@ -59,11 +60,11 @@ FormRows::FormRows(QGroupBox& frame) : page_(new QWidget), grid_(new QGridLayout
     grid_->setVerticalSpacing(8);
 }
 
-Field* FormRows::add(QWidget* input, const char* name, const QString& label) {
-    input->setObjectName(QLatin1String(name));
+void FormRows::add(QWidget* input, gem::Control name, const QString& label) {
+    form_.add(name, input);
     input->setAccessibleName(spoken(label));
     auto* caption = new QLabel(label);
-    caption->setObjectName(QStringLiteral("lbl") + QString::fromLatin1(name).mid(3));
+    caption->setObjectName(QStringLiteral("lbl") + input->objectName().mid(3));
     caption->setBuddy(input);
     if (inRow_) {
         row_.push_back({caption, input});
@@ -71,7 +72,6 @@ Field* FormRows::add(QWidget* input, const char* name, const QString& label) {
         place({caption, input}, kColumns - 1);
         ++next_;
     }
-    return new Field(input);
 }
 
 void FormRows::place(const Labelled& first, int span) {
@@ -80,26 +80,25 @@ void FormRows::place(const Labelled& first, int span) {
                      takesAllWidth(*first.input) ? Qt::Alignment() : Qt::AlignLeft);
 }
 
-Field* FormRows::line(const char* name, const QString& label, int characters) {
-    return add(new LineBox(characters), name, label);
+void FormRows::line(gem::Control name, const QString& label, int characters) {
+    add(new LineBox(characters), name, label);
 }
 
-Field* FormRows::text(const char* name, const QString& label, int lines) {
-    return add(new TextBox(lines), name, label);
+void FormRows::text(gem::Control name, const QString& label, int lines) {
+    add(new TextBox(lines), name, label);
 }
 
-Field* FormRows::combo(const char* name, const QString& label) {
+void FormRows::combo(gem::Control name, const QString& label) {
     auto* box = new ComboBox;
     box->setEditable(true);
-    return add(box, name, label);
+    add(box, name, label);
 }
 
-Field* FormRows::check(const char* name, const QString& caption) {
+void FormRows::check(gem::Control name, const QString& caption) {
     auto* box = new QCheckBox(caption);
-    box->setObjectName(QLatin1String(name));
+    form_.add(name, box);
     box->setAccessibleName(spoken(caption));
     grid_->addWidget(box, next_++, kInputColumn, 1, kColumns - 1, Qt::AlignLeft);
-    return new Field(box);
 }
 
 void FormRows::beginRow() {

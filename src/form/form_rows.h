@@ -17,15 +17,15 @@ namespace stelvan::form {
 class FormRows {
 public:
     /// `frame` gets a scroll area, so that nothing is ever cut off in a small window.
-    explicit FormRows(QGroupBox& frame);
+    FormRows(QGroupBox& frame, MainForm& form);
 
     /// `label` with its mnemonic. `characters` is the widest the line wants to be; 0 takes the
     /// row's rest.
-    Field* line(const char* name, const QString& label, int characters = 0);
-    Field* text(const char* name, const QString& label, int lines);
+    void line(gem::Control name, const QString& label, int characters = 0);
+    void text(gem::Control name, const QString& label, int lines);
     /// A combo box that can be typed into.
-    Field* combo(const char* name, const QString& label);
-    Field* check(const char* name, const QString& caption);
+    void combo(gem::Control name, const QString& label);
+    void check(gem::Control name, const QString& caption);
 
     /// The next inputs stand in one row until the matching end; two of them stand in columns of
     /// their own, so that rows of two line up.
@@ -45,10 +45,11 @@ private:
         QWidget* label;
         QWidget* input;
     };
-    Field* add(QWidget* input, const char* name, const QString& label);
+    void add(QWidget* input, gem::Control name, const QString& label);
     void place(const Labelled& first, int span);
     void placeRow();
 
+    MainForm& form_;
     QWidget* page_;
     QGridLayout* grid_;
     std::vector<Labelled> row_;
@@ -59,14 +60,14 @@ private:
 /// A two-list editor: pool and its filter, four buttons between, selected list. Names in the order
 /// pool, selected, pool label, selected label, select, deselect, order up, order down.
 struct EditorNames {
-    const char* pool;
-    const char* selected;
+    gem::Control pool;
+    gem::Control selected;
     const char* poolLabel;
     const char* selectedLabel;
-    const char* select;
-    const char* deselect;
-    const char* orderUp;
-    const char* orderDown;
+    gem::Control select;
+    gem::Control deselect;
+    gem::Control orderUp;
+    gem::Control orderDown;
     const char* filter;
     QString poolCaption;
     QString selectedCaption;

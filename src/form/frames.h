@@ -9,6 +9,7 @@
 #include "form/field.h"
 #include "form/frame_stack.h"
 #include "form/list_view.h"
+#include "gem/controls.h"
 
 class QAction;
 class QLabel;
@@ -45,77 +46,6 @@ struct TwoListEditor {
     void showSelected(bool show) const;
 };
 
-struct VarFrame {
-    Field* txtVarID = nullptr;
-    Field* txtVarName = nullptr;
-    Field* txtVarGroup = nullptr;
-    Field* txtVarDesc = nullptr;
-    Field* cmbVarFormat = nullptr;
-    Field* txtVarMin = nullptr;
-    Field* txtVarMax = nullptr;
-    Field* txtVarUnit = nullptr;
-    Field* txtVarDefValue = nullptr;
-    Field* txtVarValue = nullptr;
-    Field* txtVarLmtCEID = nullptr;
-    Field* txtVarLmtCEName = nullptr;
-    /// lvwItemSelection, lvwChildItems, lblExistingItems, lblChildItems, cmdSelect, cmdDeselect,
-    /// cmdOrderUp, cmdOrderDown.
-    TwoListEditor children;
-};
-
-struct RptFrame {
-    Field* txtRptID = nullptr;
-    Field* txtRptName = nullptr;
-    Field* txtRptDesc = nullptr;
-    Field* chkRptDefault = nullptr;
-    /// lvwVarPool, lvwVarList, lblVarPool, lblVarList, cmdVarSelect, cmdVarDeselect, cmdVarOrderUp,
-    /// cmdVarOrderDown.
-    TwoListEditor variables;
-};
-
-struct EvtFrame {
-    Field* txtEvtID = nullptr;
-    Field* txtEvtName = nullptr;
-    Field* txtEvtGroup = nullptr;
-    Field* txtEvtDesc = nullptr;
-    Field* chkEvtEnable = nullptr;
-    /// lvwRptPool, lvwRptList, lblRptPool, lblRptList, cmdRptSelect, cmdRptDeselect, cmdRptOrderUp,
-    /// cmdRptOrderDown.
-    TwoListEditor reports;
-};
-
-struct AlmFrame {
-    Field* txtAlmID = nullptr;
-    Field* txtAlmName = nullptr;
-    Field* txtAlmGroup = nullptr;
-    Field* txtAlmText = nullptr;
-    Field* chkAlmEnable = nullptr;
-    Field* txtAlmSetCEID = nullptr;
-    Field* txtAlmSetCEName = nullptr;
-    Field* txtAlmClrCEID = nullptr;
-    Field* txtAlmClrCEName = nullptr;
-};
-
-struct SttFrame {
-    Field* txtSttName = nullptr;
-    Field* txtSttValue = nullptr;
-    Field* cmbSttValue = nullptr;
-    Field* chkSttValue = nullptr;
-    QPushButton* cmdSttBrowse = nullptr;
-    Field* txtSttDefValue = nullptr;
-    Field* cmbSttDefValue = nullptr;
-    Field* chkSttDefValue = nullptr;
-    QPushButton* cmdSttDefBrowse = nullptr;
-};
-
-struct LmtFrame {
-    Field* txtLmtID = nullptr;
-    Field* txtLmtVarID = nullptr;
-    Field* txtLmtUBound = nullptr;
-    Field* txtLmtLBound = nullptr;
-    Field* txtLmtTransType = nullptr;
-};
-
 struct Navigator {
     QWidget* fraDBOperation = nullptr;
     QPushButton* cmdNew = nullptr;
@@ -148,13 +78,30 @@ struct MainForm {
     QMenu* mnuHelp = nullptr;
     QAction* mnuHelpAbout = nullptr;
 
-    VarFrame var;
-    RptFrame rpt;
-    EvtFrame evt;
-    AlmFrame alm;
-    SttFrame stt;
-    LmtFrame lmt;
+    QPushButton* cmdSttBrowse = nullptr;
+    QPushButton* cmdSttDefBrowse = nullptr;
+
+    /// lvwItemSelection, lvwChildItems, lblExistingItems, lblChildItems, cmdSelect, cmdDeselect,
+    /// cmdOrderUp, cmdOrderDown.
+    TwoListEditor children;
+    /// lvwVarPool, lvwVarList, lblVarPool, lblVarList, cmdVarSelect, cmdVarDeselect, cmdVarOrderUp,
+    /// cmdVarOrderDown.
+    TwoListEditor variables;
+    /// lvwRptPool, lvwRptList, lblRptPool, lblRptList, cmdRptSelect, cmdRptDeselect, cmdRptOrderUp,
+    /// cmdRptOrderDown.
+    TwoListEditor reports;
     Navigator nav;
+
+    std::array<Field*, gem::kControls> inputs{};  // by control; null for what is no input
+
+    /// An input by its name. std::logic_error for a control that is none.
+    [[nodiscard]] Field& operator[](gem::Control input) const;
+    /// Takes a widget in as an input: its objectName is the control's name, its Field a child of
+    /// it.
+    Field* add(gem::Control input, QWidget* widget);
+    /// A selected list by its name, with what belongs to it.
+    [[nodiscard]] const TwoListEditor& editorOf(gem::Control selectedList) const;
+    [[nodiscard]] std::array<const TwoListEditor*, 3> editors() const;
 
     /// Brings one property frame to the front.
     void showFrame(int index) const { frames->bringToFront(index); }

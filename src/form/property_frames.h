@@ -5,11 +5,11 @@
 
 namespace stelvan::form {
 
-VarFrame buildVarFrame(QGroupBox& frame);
-AlmFrame buildAlmFrame(QGroupBox& frame);
-EvtFrame buildEvtFrame(QGroupBox& frame);
-LmtFrame buildLmtFrame(QGroupBox& frame);
-SttFrame buildSttFrame(QGroupBox& frame);
-RptFrame buildRptFrame(QGroupBox& frame);
+void buildVarFrame(QGroupBox& frame, MainForm& form);
+void buildAlmFrame(QGroupBox& frame, MainForm& form);
+void buildEvtFrame(QGroupBox& frame, MainForm& form);
+void buildLmtFrame(QGroupBox& frame, MainForm& form);
+void buildSttFrame(QGroupBox& frame, MainForm& form);
+void buildRptFrame(QGroupBox& frame, MainForm& form);
 
 }  // namespace stelvan::form

@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "form/form_rows.h"
+#include "form/text.h"
 
 namespace stelvan::form {
 namespace {
@@ -12,9 +13,9 @@ namespace {
 constexpr int kLeastListRows = 5;
 constexpr int kStretchOfLists = 3;
 
-ListView* list(const char* name, const QString& caption) {
+ListView* list(gem::Control name, const QString& caption) {
     auto* view = new ListView;
-    view->setObjectName(QLatin1String(name));
+    view->setObjectName(toQt(gem::nameOf(name)));
     view->setAccessibleName(QString(caption).remove(QLatin1Char(':')));
     view->setMinimumHeight((kLeastListRows + 1) * (view->fontMetrics().height() + 4));
     return view;
@@ -27,10 +28,10 @@ QLabel* label(const char* name, const QString& caption, QWidget* buddy) {
     return text;
 }
 
-QPushButton* button(const char* name, const QString& caption, const QString& toolTip,
+QPushButton* button(gem::Control name, const QString& caption, const QString& toolTip,
                     QVBoxLayout* column) {
     auto* push = new QPushButton(caption);
-    push->setObjectName(QLatin1String(name));
+    push->setObjectName(toQt(gem::nameOf(name)));
     push->setToolTip(toolTip);
     push->setAutoDefault(false);
     column->addWidget(push);

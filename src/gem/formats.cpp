@@ -1,11 +1,13 @@
 #include "gem/formats.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <limits>
 
 #include "base/number.h"
 #include "base/text.h"
+#include "gem/categories.h"
 
 namespace stelvan::gem {
 
@@ -14,6 +16,7 @@ namespace {
 struct FormatRow {
     std::string_view code;
     ValueKind kind;
+    OpenedFields opens;
     std::int32_t lowest = 0;  // integers
     std::int32_t highest = 0;
     ErrorCode fault = NO_EXCEPTION;
@@ -22,24 +25,37 @@ struct FormatRow {
 constexpr std::int32_t kLowest32 = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kHighest32 = std::numeric_limits<std::int32_t>::max();
 
+constexpr OpenedFields kAll = {true, true, true, true};
+constexpr OpenedFields kAllButUnit = {true, false, true, true};
+constexpr OpenedFields kValues = {false, false, true, true};
+constexpr OpenedFields kNone = {false, false, false, true};
+
 // U4 ends with the signed 32 bits in which it is read, so its upper limit, like both of I4, is
 // never met: the conversion overflows first.
 constexpr FormatRow kFormats[] = {
-    {"A", ValueKind::Text},
-    {"B", ValueKind::Integer, 0, 255, SECS_B_INVALID_RANGE},
-    {"BL", ValueKind::Boolean},
-    {"F4", ValueKind::Single},
-    {"F8", ValueKind::Double},
-    {"I1", ValueKind::Integer, -128, 127, SECS_I1_INVALID_RANGE},
-    {"I2", ValueKind::Integer, -32768, 32767, SECS_I2_INVALID_RANGE},
-    {"I4", ValueKind::Integer, kLowest32, kHighest32, SECS_I4_INVALID_RANGE},
-    {"I8", ValueKind::Unchecked},
-    {"L", ValueKind::None},
-    {"U1", ValueKind::Integer, 0, 255, SECS_U1_INVALID_RANGE},
-    {"U2", ValueKind::Integer, 0, 65535, SECS_U2_INVALID_RANGE},
-    {"U4", ValueKind::Integer, 0, kHighest32, SECS_U4_INVALID_RANGE},
-    {"U8", ValueKind::Unchecked},
+    {"A", ValueKind::Text, kValues},
+    {"B", ValueKind::Integer, kAllButUnit, 0, 255, SECS_B_INVALID_RANGE},
+    {"BL", ValueKind::Boolean, kValues},
+    {"F4", ValueKind::Single, kAll},
+    {"F8", ValueKind::Double, kAll},
+    {"I1", ValueKind::Integer, kAll, -128, 127, SECS_I1_INVALID_RANGE},
+    {"I2", ValueKind::Integer, kAll, -32768, 32767, SECS_I2_INVALID_RANGE},
+    {"I4", ValueKind::Integer, kAll, kLowest32, kHighest32, SECS_I4_INVALID_RANGE},
+    {"I8", ValueKind::Unchecked, kAll},
+    {"L", ValueKind::None, kNone},
+    {"U1", ValueKind::Integer, kAll, 0, 255, SECS_U1_INVALID_RANGE},
+    {"U2", ValueKind::Integer, kAll, 0, 65535, SECS_U2_INVALID_RANGE},
+    {"U4", ValueKind::Integer, kAll, 0, kHighest32, SECS_U4_INVALID_RANGE},
+    {"U8", ValueKind::Unchecked, kAll},
 };
+
+constexpr auto kCodes = [] {
+    std::array<std::string_view, std::size(kFormats)> codes{};
+    for (std::size_t i = 0; i < codes.size(); ++i) codes[i] = kFormats[i].code;
+    return codes;
+}();
+
+constexpr std::string_view kListFormat = "L";
 
 constexpr float kLargestF4 = 3.4e38F;
 constexpr double kLargestF8 = 1.7e308;
@@ -79,13 +95,34 @@ bool isHexByte(std::string_view piece) {
 
 }  // namespace
 
-ValueKind kindOf(std::string_view format) {
+ValueKind valueKindOf(std::string_view format) {
     const FormatRow* const row = rowOf(format);
     return row == nullptr ? ValueKind::None : row->kind;
 }
 
+std::span<const std::string_view> formatCodes() {
+    return kCodes;
+}
+
+std::vector<std::string_view> formatsOffered(std::int16_t category) {
+    if (!isCustomVariable(category)) return {};
+    std::vector<std::string_view> offered{""};
+    for (const std::string_view code : kCodes)
+        if (category != CSTVEC || code != kListFormat) offered.push_back(code);
+    return offered;
+}
+
+bool isList(std::string_view format) {
+    return formatCode(format) == kListFormat;
+}
+
+OpenedFields openedBy(std::string_view format) {
+    const FormatRow* const row = rowOf(format);
+    return row == nullptr ? OpenedFields{} : row->opens;
+}
+
 bool isNumericFormat(std::string_view format) {
-    const ValueKind kind = kindOf(format);
+    const ValueKind kind = valueKindOf(format);
     return kind == ValueKind::Integer || kind == ValueKind::Single || kind == ValueKind::Double ||
            kind == ValueKind::Unchecked;
 }
@@ -105,7 +142,7 @@ std::optional<ErrorCode> checkValue(std::string_view text, std::string_view form
 }
 
 bool minAboveMax(std::string_view min, std::string_view max, std::string_view format) {
-    switch (kindOf(format)) {
+    switch (valueKindOf(format)) {
         case ValueKind::Integer:
         case ValueKind::Unchecked:
             return base::toInt32(min) > base::toInt32(max);

@@ -5,9 +5,12 @@
 // RunTimeError 6.
 #pragma once
 
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "gem/error_catalogue.h"
 
@@ -25,7 +28,27 @@ enum class ValueKind {
 };
 
 /// The code compared exactly; what is not in the table has no kind.
-[[nodiscard]] ValueKind kindOf(std::string_view format);
+[[nodiscard]] ValueKind valueKindOf(std::string_view format);
+
+/// The codes of all formats, in the order in which they are offered.
+[[nodiscard]] std::span<const std::string_view> formatCodes();
+/// What the format box of a category offers: an empty text first, then every format, for equipment
+/// constants all but the list. Nothing in the other categories, which only show what is stored.
+[[nodiscard]] std::vector<std::string_view> formatsOffered(std::int16_t category);
+
+/// Whether a variable of this format is a list: "L", outer blanks and letter case apart.
+[[nodiscard]] bool isList(std::string_view format);
+
+/// Which of the fields beside it a format opens. Those that it closes are emptied, unless it is no
+/// known format at all.
+struct OpenedFields {
+    bool limits = false;
+    bool unit = false;
+    bool values = false;  // value and default value
+    bool emptiesClosed = false;
+};
+/// The code compared exactly; nothing is opened by an unknown one.
+[[nodiscard]] OpenedFields openedBy(std::string_view format);
 
 /// Formats whose values are numbers; a blank limit of theirs is stored as 0.
 [[nodiscard]] bool isNumericFormat(std::string_view format);

@@ -1,6 +1,12 @@
 #include "gem/ids_and_names.h"
 
+#include <compare>
+#include <stdexcept>
+
+#include "base/number.h"
 #include "base/text.h"
+#include "gem/schema.h"
+#include "jet/collation.h"
 
 namespace stelvan::gem {
 
@@ -8,16 +14,22 @@ namespace {
 
 // The orders differ from kind to kind, and between identifiers and names; they decide which table a
 // failing query names first.
-constexpr SearchedColumn kAlarmIds[] = {{"secs_alarm", "alm_id"}};
-constexpr SearchedColumn kAlarmNames[] = {{"secs_alarm", "alm_name"}};
-constexpr SearchedColumn kEventIds[] = {{"secs_cusevent", "evt_id"}, {"secs_gemevent", "evt_id"}};
-constexpr SearchedColumn kEventNames[] = {{"secs_gemevent", "evt_name"},
-                                          {"secs_cusevent", "evt_name"}};
-constexpr SearchedColumn kReportIds[] = {{"secs_report", "rpt_id"}};
-constexpr SearchedColumn kReportNames[] = {{"secs_report", "rpt_name"}};
-constexpr SearchedColumn kVariableIds[] = {{"secs_gemvar", "var_id"}, {"secs_cusvar", "var_id"}};
-constexpr SearchedColumn kVariableNames[] = {{"secs_cusvar", "var_name"},
-                                             {"secs_gemvar", "var_name"}};
+constexpr SearchedColumn kAlarmIds[] = {{schema::table::kAlarms, schema::alarm::kId}};
+constexpr SearchedColumn kAlarmNames[] = {{schema::table::kAlarms, schema::alarm::kName}};
+constexpr SearchedColumn kEventIds[] = {{schema::table::kCustomEvents, schema::event::kId},
+                                        {schema::table::kGemEvents, schema::event::kId}};
+constexpr SearchedColumn kEventNames[] = {{schema::table::kGemEvents, schema::event::kName},
+                                          {schema::table::kCustomEvents, schema::event::kName}};
+constexpr SearchedColumn kReportIds[] = {{schema::table::kReports, schema::report::kId}};
+constexpr SearchedColumn kReportNames[] = {{schema::table::kReports, schema::report::kName}};
+constexpr SearchedColumn kVariableIds[] = {
+    {schema::table::kGemVariables, schema::variable::kId},
+    {schema::table::kCustomVariables, schema::variable::kId}};
+constexpr SearchedColumn kVariableNames[] = {
+    {schema::table::kCustomVariables, schema::variable::kName},
+    {schema::table::kGemVariables, schema::variable::kName}};
+
+constexpr std::string_view kHighestReservedReport = "100";
 
 /// What identifiers of records and of linked events have in common.
 ErrorCode checkWholeNumber(std::string_view text, std::int32_t lowest, ErrorCode range) {
@@ -34,6 +46,30 @@ constinit const RecordRules kEventRules = {101, EVT_ID_INVALID_RANGE, kEventIds,
 constinit const RecordRules kReportRules = {101, RPT_ID_INVALID_RANGE, kReportIds, kReportNames};
 constinit const RecordRules kVariableRules = {101, VAR_ID_INVALID_RANGE, kVariableIds,
                                               kVariableNames};
+
+const RecordRules& rulesOf(Kind kind) {
+    switch (kind) {
+        case Kind::Variable:
+            return kVariableRules;
+        case Kind::Alarm:
+            return kAlarmRules;
+        case Kind::CollectionEvent:
+            return kEventRules;
+        case Kind::Report:
+            return kReportRules;
+        default:
+            throw std::logic_error("records of this kind have no identifier");
+    }
+}
+
+bool isReservedReport(std::string_view reportId) {
+    return base::isNumeric(reportId) && std::is_gteq(base::compareDecimals(reportId, "0")) &&
+           std::is_lteq(base::compareDecimals(reportId, kHighestReservedReport));
+}
+
+bool sameName(std::string_view left, std::string_view right) {
+    return jet::compareText(base::trimBlanks(left), base::trimBlanks(right)) == 0;
+}
 
 ErrorCode checkId(std::string_view text, const RecordRules& rules) {
     if (base::isBlank(text)) return NULL_STRING;

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "gem/categories.h"
 #include "gem/error_catalogue.h"
 
 namespace stelvan::gem {
@@ -32,6 +33,17 @@ extern const RecordRules kAlarmRules;
 extern const RecordRules kEventRules;
 extern const RecordRules kReportRules;
 extern const RecordRules kVariableRules;
+
+/// The rules of a kind; std::logic_error for one whose records have no identifier.
+[[nodiscard]] const RecordRules& rulesOf(Kind kind);
+
+/// Reports of the standard, 0 to 100: shown, but neither edited nor deleted. False for a text that
+/// is no number.
+[[nodiscard]] bool isReservedReport(std::string_view reportId);
+
+/// Whether two names are the same: outer blanks apart, compared by the order of the file's texts,
+/// in which letter case does not count.
+[[nodiscard]] bool sameName(std::string_view left, std::string_view right);
 
 /// Up to the range; the caller searches `rules.ids` for a new record's identifier (ID_EXIST).
 /// RunTimeError 6 for a number beyond 32 bits.

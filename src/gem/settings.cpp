@@ -23,40 +23,44 @@ constexpr IntegerRange kT3Range = {1, 120, T3_INVALID_RANGE};
 constexpr IntegerRange kT5Range = {1, 240, T5_INVALID_RANGE};
 constexpr IntegerRange kPortRange = {5001, 32767, IPPORT_INVALID_RANGE};
 
+constexpr std::string_view kBaudRates[] = {"19200", "9600", "4800", "2400", "1200", "300", "150"};
+constexpr std::string_view kConnectionTypes[] = {"SECSI-RS232", "HSMS", "HSMS_SS"};
+constexpr std::string_view kHsmsModes[] = {"ACTIVE", "PASSIVE"};
+constexpr std::string_view kTrueFalse[] = {"TRUE", "FALSE"};
+
 const auto& table() {
     using enum InputKind;
-    using enum ChoiceList;
     static const auto rules = std::to_array<SettingRule>({
-        {"AdministratorPassword", Text, None, Password{}},
-        {"AlarmEnableAll", Combo, TrueFalse, Anything{}},
-        {"BaudRate", Combo, BaudRates, Anything{}},
-        {"Connected", NameOnly, None, Anything{}},
-        {"ConnectionHost", Combo, TrueFalse, Anything{}},
-        {"ConnectionPortType", Combo, ConnectionTypes, Anything{}},
-        {"ConnectionRetryLimit", Text, None, IntegerRange{0, 31, RETRYLMT_INVALID_RANGE}},
-        {"DeviceID", Text, None, IntegerRange{0, 32767, DEVICEID_INVALID_RANGE}},
-        {"EventEnableAll", Combo, TrueFalse, Anything{}},
-        {"GEMDatabase", NameOnly, None, ExistingDatabase{}},
-        {"HSMSConnectionType", Combo, HsmsModes, Anything{}},
-        {"LocalIPAddress", Text, None, IpAddress{}},
-        {"LocalIPPort", Text, None, kPortRange},
-        {"PortOpenAtStartUp", Combo, TrueFalse, Anything{}},
-        {"PortOpened", NameOnly, None, Anything{}},
-        {"RemoteIPAddress", Text, None, IpAddress{}},
-        {"RemoteIPPort", Text, None, kPortRange},
-        {"SECSDictionaryFile", File, None, ExistingFile{".xml"}},
-        {"SECSILogPath", Folder, None, ExistingFolder{}},
-        {"SECSLogFile", File, None, ExistingFile{}},
-        {"SerialPort", Text, None, SerialPort{}},
-        {"T1Timeout", Text, None, RealRange{0.1F, 10.0F, T1_INVALID_RANGE}},
-        {"T2Timeout", Text, None, RealRange{0.2F, 25.0F, T2_INVALID_RANGE}},
-        {"T3Timeout", Text, None, kT3Range},
-        {"T4Timeout", Text, None, kT3Range},
-        {"T5Timeout", Text, None, kT5Range},
-        {"T6Timeout", Text, None, kT5Range},
-        {"T7Timeout", Text, None, kT5Range},
-        {"T8Timeout", Text, None, kT3Range},
-        {"TimeOutRetry", Text, None, IntegerRange{1, 86400, TIMEOUT_INVALID_RANGE}},
+        {"AdministratorPassword", Text, {}, Password{}},
+        {"AlarmEnableAll", Combo, kTrueFalse, Anything{}},
+        {"BaudRate", Combo, kBaudRates, Anything{}},
+        {"Connected", NameOnly, {}, Anything{}},
+        {"ConnectionHost", Combo, kTrueFalse, Anything{}},
+        {"ConnectionPortType", Combo, kConnectionTypes, Anything{}},
+        {"ConnectionRetryLimit", Text, {}, IntegerRange{0, 31, RETRYLMT_INVALID_RANGE}},
+        {"DeviceID", Text, {}, IntegerRange{0, 32767, DEVICEID_INVALID_RANGE}},
+        {"EventEnableAll", Combo, kTrueFalse, Anything{}},
+        {"GEMDatabase", NameOnly, {}, ExistingDatabase{}},
+        {"HSMSConnectionType", Combo, kHsmsModes, Anything{}},
+        {"LocalIPAddress", Text, {}, IpAddress{}},
+        {"LocalIPPort", Text, {}, kPortRange},
+        {"PortOpenAtStartUp", Combo, kTrueFalse, Anything{}},
+        {"PortOpened", NameOnly, {}, Anything{}},
+        {"RemoteIPAddress", Text, {}, IpAddress{}},
+        {"RemoteIPPort", Text, {}, kPortRange},
+        {"SECSDictionaryFile", File, {}, ExistingFile{".xml"}},
+        {"SECSILogPath", Folder, {}, ExistingFolder{}},
+        {"SECSLogFile", File, {}, ExistingFile{}},
+        {"SerialPort", Text, {}, SerialPort{}},
+        {"T1Timeout", Text, {}, RealRange{0.1F, 10.0F, T1_INVALID_RANGE}},
+        {"T2Timeout", Text, {}, RealRange{0.2F, 25.0F, T2_INVALID_RANGE}},
+        {"T3Timeout", Text, {}, kT3Range},
+        {"T4Timeout", Text, {}, kT3Range},
+        {"T5Timeout", Text, {}, kT5Range},
+        {"T6Timeout", Text, {}, kT5Range},
+        {"T7Timeout", Text, {}, kT5Range},
+        {"T8Timeout", Text, {}, kT3Range},
+        {"TimeOutRetry", Text, {}, IntegerRange{1, 86400, TIMEOUT_INVALID_RANGE}},
     });
     return rules;
 }
@@ -153,7 +157,7 @@ std::string checkSetting(std::string_view name, std::string_view text) {
     return std::to_string(fault);
 }
 
-std::string storedText(std::string_view name, std::string_view text) {
+std::string storedSetting(std::string_view name, std::string_view text) {
     const SettingRule* const rule = ruleFor(name);
     const bool outerBlanksMeanNothing =
         rule != nullptr && (std::holds_alternative<IntegerRange>(rule->accepts) ||

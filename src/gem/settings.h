@@ -22,9 +22,6 @@ enum class InputKind {
     NameOnly  // no input: the communication service owns the value
 };
 
-/// Which list a combo setting offers.
-enum class ChoiceList { None, BaudRates, ConnectionTypes, HsmsModes, TrueFalse };
-
 /// What a setting accepts; each is checked in the order in which its members stand.
 struct Anything {};
 struct Password {};  // no blank inside, at most 12 characters
@@ -49,7 +46,7 @@ using Acceptance = std::variant<Anything, Password, IntegerRange, RealRange, IpA
 struct SettingRule {
     std::string_view name;
     InputKind input;
-    ChoiceList choices;
+    std::span<const std::string_view> choices;  // of a combo, in the order in which it offers them
     Acceptance accepts;
 };
 
@@ -68,7 +65,7 @@ inline constexpr std::string_view kDatabaseMissing = "Database file does not exi
 
 /// The text that is stored for a typed one: numbers, addresses and ports without outer blanks, all
 /// else as it is.
-[[nodiscard]] std::string storedText(std::string_view name, std::string_view text);
+[[nodiscard]] std::string storedSetting(std::string_view name, std::string_view text);
 
 /// "COM" in any letter case and one or two digits.
 [[nodiscard]] bool lCheckSerialPort(std::string_view text);

@@ -3,70 +3,66 @@
 #include <QLineEdit>
 
 #include "base/number.h"
+#include "base/text.h"
+#include "db/query.h"
 #include "form/text.h"
+#include "gem/schema.h"
 #include "links/link_rows.h"
-#include "links/query.h"
 
 namespace stelvan::links {
 namespace {
 
-constexpr LinkTable kLinks = {"secs_def_evt_rpt", "evt_id", "rpt_id", "rpt_order"};
+namespace report = gem::schema::report;
+
 constexpr int kIdColumn = 1;
 const std::vector<int> kWidths = {2, 1};
 
-std::vector<form::ListRow> readReports(Query& query) {
+std::vector<form::ListRow> readReports(db::Query& query) {
     std::vector<form::ListRow> rows;
-    query.forEach([&](const Query& record) {
-        rows.push_back({{record.text("rpt_name"), record.text("rpt_id")}});
+    query.forEach([&](const db::Query& record) {
+        rows.push_back(
+            {{form::toQt(record.text(report::kName)), form::toQt(record.text(report::kId))}});
     });
     return rows;
 }
 
 }  // namespace
 
-EventReports::EventReports(const form::EvtFrame& frame, db::Operations& operations)
-    : frame_(frame), operations_(operations), errors_(operations.errors()) {}
-
 void EventReports::lDispRptListEditor(bool show) {
-    errors_.trap("lDispRptListEditor", [&] {
-        frame_.reports.showPool(show);
+    window_.errors.handle("lDispRptListEditor", [&] {
+        const form::TwoListEditor& reports = window_.form.reports;
+        reports.showPool(show);
         if (!show) return;
-        form::ListView& pool = *frame_.reports.pool;
-        pool.setHeaders({QStringLiteral("Name"), QStringLiteral("ID")});
-        pool.setWidths(kWidths);
-        Query query(operations_, "SELECT rpt_name, rpt_id FROM secs_report");
-        if (!query.opened()) return;
-        frame_.reports.poolFilter->clear();
-        pool.setRows(readReports(query));
+        reports.pool->setHeaders({QStringLiteral("Name"), QStringLiteral("ID")});
+        reports.pool->setWidths(kWidths);
+        db::Query query(window_.operations, gem::allReports());
+        reports.poolFilter->clear();
+        reports.pool->setRows(readReports(query));
     });
 }
 
 void EventReports::lUpdateEvtRptList(bool /*gem*/) {
-    errors_.trap("lUpdateEvtRptList", [&] {
+    window_.errors.handle("lUpdateEvtRptList", [&] {
         clear();
-        const std::string id = form::toUtf8(frame_.txtEvtID->text());
-        if (!base::isNumeric(id) || id.find('.') != std::string::npos) return;
+        const std::string id = form::toUtf8(window_.form[gem::Control::txtEvtID].text());
+        if (!base::isNumeric(id) || base::contains(id, '.')) return;
         filled_ = false;
-        Query query(operations_, "SELECT rpt.rpt_name, rpt.rpt_id, evt.rpt_order FROM " +
-                                     std::string(kLinks.name) +
-                                     " evt, secs_report rpt WHERE evt.evt_id = " + id +
-                                     " AND evt.rpt_id = rpt.rpt_id  ORDER BY evt.rpt_order ");
-        if (!query.opened()) return;
-        frame_.reports.selected->setRows(readReports(query));
+        db::Query query(window_.operations, gem::reportsOf(id));
+        window_.form.reports.selected->setRows(readReports(query));
         filled_ = true;
     });
 }
 
 void EventReports::clear() {
-    frame_.reports.selected->clearRows();
+    window_.form.reports.selected->clearRows();
     filled_ = true;
 }
 
-bool EventReports::saveLinks(const std::string& eventId) {
+void EventReports::saveLinks(const std::string& eventId) {
     std::vector<std::string> reports;
-    for (const form::ListRow& row : frame_.reports.selected->rows())
+    for (const form::ListRow& row : window_.form.reports.selected->rows())
         reports.push_back(form::toUtf8(row.texts.value(kIdColumn)));
-    return replaceLinks(operations_, kLinks, eventId, reports);
+    replaceLinks(window_.operations, gem::kEventReports, eventId, reports);
 }
 
 }  // namespace stelvan::links

@@ -2,20 +2,19 @@
 // order.
 //
 // A list that could not be filled is marked so and must not be saved: its missing rows would be
-// deleted.
+// deleted. A fill that fails is reported, and the rest of the window goes on.
 #pragma once
 
 #include <string>
 
-#include "base/error_info.h"
-#include "db/operations.h"
-#include "form/frames.h"
+#include "form/window.h"
 
 namespace stelvan::links {
 
 class EventReports {
 public:
-    EventReports(const form::EvtFrame& frame, db::Operations& operations);
+    /// `window` must outlive the object.
+    explicit EventReports(form::Window& window) : window_(window) {}
 
     /// Shows or hides the pool and its buttons; a shown pool is filled anew, a hidden one keeps its
     /// rows.
@@ -30,15 +29,12 @@ public:
     /// False after a fill that failed, until one succeeds.
     [[nodiscard]] bool filled() const { return filled_; }
 
-    /// Replaces the event's link rows by the rows of lvwRptList, 1 to n. False when an operation
-    /// failed and has reported it; other failures are thrown. Runs inside the caller's unit of
-    /// work.
-    bool saveLinks(const std::string& eventId);
+    /// Replaces the event's link rows by the rows of lvwRptList, 1 to n. Throws RunTimeError. Runs
+    /// inside the caller's unit of work.
+    void saveLinks(const std::string& eventId);
 
 private:
-    const form::EvtFrame& frame_;
-    db::Operations& operations_;
-    base::ErrorInfo& errors_;
+    form::Window& window_;
     bool filled_ = true;
 };
 

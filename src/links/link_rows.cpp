@@ -1,25 +1,22 @@
 #include "links/link_rows.h"
 
-#include "links/query.h"
+#include "db/query.h"
 
 namespace stelvan::links {
 
-bool replaceLinks(db::Operations& operations, const LinkTable& table, const std::string& owner,
-                  const std::vector<std::string>& items) {
-    Query links(operations, std::string("SELECT * FROM ") + table.name + " WHERE " + table.owner +
-                                " = " + owner);
-    if (!links.opened()) return false;
+void replaceLinks(const db::Operations& operations, const gem::LinkTable& table,
+                  const std::string& owner, const std::vector<std::string>& items) {
+    db::Query links(operations, gem::linksOf(table, owner));
     db::Recordset& rows = links.records();
     for (; !rows.eof(); rows.moveNext()) rows.deleteCurrent();
     std::int32_t order = 0;
     for (const std::string& item : items) {
         rows.addNew();
-        rows.setField(table.owner, owner);
-        rows.setField(table.item, item);
-        rows.setField(table.order, ++order);
+        rows.setField(std::string(table.owner), owner);
+        rows.setField(std::string(table.item), item);
+        rows.setField(std::string(table.order), ++order);
         rows.update();
     }
-    return true;
 }
 
 }  // namespace stelvan::links

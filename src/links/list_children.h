@@ -1,27 +1,24 @@
 // The child items of a list variable: the pool of candidates, the list's own children in their
 // order, and the rule that only an only child may be duplicated.
 //
-// While a record is edited, rows survive a change of format away from "L" and back.
+// While a record is edited, rows survive a change of format away from "L" and back. A fill that
+// fails is reported, and the rest of the window goes on.
 #pragma once
 
 #include <QString>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
-#include <vector>
 
-#include "base/error_info.h"
-#include "db/operations.h"
-#include "form/dialogs.h"
-#include "form/frames.h"
-#include "form/main_state.h"
+#include "form/window.h"
 
 namespace stelvan::links {
 
 class ListChildren {
 public:
-    ListChildren(const form::VarFrame& frame, const form::MainState& state,
-                 db::Operations& operations, form::Dialogs& dialogs);
+    /// `window` must outlive the object.
+    explicit ListChildren(form::Window& window) : window_(window) {}
 
     /// Shows or hides the pool and its buttons; a shown pool is filled with what may become a
     /// child.
@@ -51,26 +48,21 @@ public:
     /// While editing: whether the list holds what may be saved. False after a fill that failed.
     [[nodiscard]] bool filled() const { return heldInEdit_; }
 
-    /// Releases every child that the file links to the variable. False when an operation failed and
-    /// has reported it; other failures are thrown. Runs inside the caller's unit of work, as
-    /// saveLinks does.
-    bool releaseChildren(const std::string& listId);
+    /// Releases every child that the file links to the variable. Throws RunTimeError. Runs inside
+    /// the caller's unit of work, as saveLinks does.
+    void releaseChildren(const std::string& listId);
     /// Releases the present children, then links the rows of lvwChildItems, 1 to n, with their
     /// flags.
-    bool saveLinks(const std::string& listId);
+    void saveLinks(const std::string& listId);
 
 private:
     void fillPool();
-    [[nodiscard]] bool fillList();
-    [[nodiscard]] bool hasNumericId() const;
-    /// One UPDATE of the child for each assignment, over a connection of its own.
-    void execute(std::int32_t childId, const std::vector<std::string>& assignments);
+    void fillList();
+    [[nodiscard]] std::string listId() const;
+    /// Statements about one child, over a connection of its own.
+    void execute(std::int32_t childId, std::span<const std::string> statements) const;
 
-    const form::VarFrame& frame_;
-    const form::MainState& state_;
-    db::Operations& operations_;
-    base::ErrorInfo& errors_;
-    form::Dialogs& dialogs_;
+    form::Window& window_;
     std::optional<QString> filledFor_;  // the id whose children the shown list holds
     bool editing_ = false;
     bool heldInEdit_ = false;

@@ -2,8 +2,6 @@
 
 #include <QPushButton>
 
-#include "checks/record_checks.h"
-
 namespace stelvan::links {
 namespace {
 
@@ -33,19 +31,17 @@ bool holdsChecked(const form::ListView& list) {
 
 }  // namespace
 
-SelectionLists::SelectionLists(const form::MainForm& form, const form::MainState& state,
-                               base::ErrorInfo& errors, form::Dialogs& dialogs,
-                               checks::RecordChecks& recordChecks)
-    : form_(form), state_(state), errors_(errors), dialogs_(dialogs), recordChecks_(recordChecks) {}
+SelectionLists::SelectionLists(checks::Checks& checks)
+    : window_(checks.window), recordChecks_(checks.records) {}
 
 void SelectionLists::connectControls() {
-    connectEditor(form_.evt.reports,
+    connectEditor(window_.form.reports,
                   {&SelectionLists::cmdRptSelect_Click, &SelectionLists::cmdRptDeselect_Click,
                    &SelectionLists::cmdRptOrderUp_Click, &SelectionLists::cmdRptOrderDown_Click});
-    connectEditor(form_.rpt.variables,
+    connectEditor(window_.form.variables,
                   {&SelectionLists::cmdVarSelect_Click, &SelectionLists::cmdVarDeselect_Click,
                    &SelectionLists::cmdVarOrderUp_Click, &SelectionLists::cmdVarOrderDown_Click});
-    connectEditor(form_.var.children,
+    connectEditor(window_.form.children,
                   {&SelectionLists::cmdSelect_Click, &SelectionLists::cmdDeselect_Click,
                    &SelectionLists::cmdOrderUp_Click, &SelectionLists::cmdOrderDown_Click});
 }
@@ -62,13 +58,13 @@ void SelectionLists::connectEditor(const form::TwoListEditor& editor,
 }
 
 void SelectionLists::lSelectItem(form::ListView& selected, form::ListView& pool) {
-    errors_.trap("lSelectItem", [&] {
+    base::trap("lSelectItem", [&] {
         const form::ListRow chosen = pool.row(selectedOf(pool));
-        const bool children = form::isCustomVariable(state_.category);
+        const bool children = gem::isCustomVariable(window_.state.category);
         if (holds(selected, children ? kShiftedId : kPoolId, chosen.texts.value(kPoolId))) {
-            dialogs_.message(QLatin1String(kDuplicate));
+            window_.dialogs.message(QLatin1String(kDuplicate));
         } else if (children && holdsChecked(selected)) {
-            dialogs_.message(QLatin1String(kHoldsOnlyChild));
+            window_.dialogs.message(QLatin1String(kHoldsOnlyChild));
         } else {
             const auto columns = pool.headers().size();
             QStringList texts = children ? QStringList{QString()} : QStringList{};
@@ -79,17 +75,17 @@ void SelectionLists::lSelectItem(form::ListView& selected, form::ListView& pool)
 }
 
 void SelectionLists::lDeselectItem(form::ListView& selected) {
-    errors_.trap("lDeselectItem", [&] {
+    base::trap("lDeselectItem", [&] {
         if (selected.rowCount() > 0) selected.removeRow(selectedOf(selected));
     });
 }
 
 void SelectionLists::lOrderUp(form::ListView& selected) {
-    errors_.trap("lOrderUp", [&] { moveBy(selected, -1); });
+    base::trap("lOrderUp", [&] { moveBy(selected, -1); });
 }
 
 void SelectionLists::lOrderDown(form::ListView& selected) {
-    errors_.trap("lOrderDown", [&] { moveBy(selected, 1); });
+    base::trap("lOrderDown", [&] { moveBy(selected, 1); });
 }
 
 void SelectionLists::moveBy(form::ListView& selected, int step) {
@@ -108,64 +104,72 @@ void SelectionLists::moveBy(form::ListView& selected, int step) {
 }
 
 void SelectionLists::verifyReport() {
-    if (state_.editing()) recordChecks_.lVerifyRpt();
+    if (window_.state.editing()) recordChecks_.lVerifyRpt();
 }
 
 void SelectionLists::cmdRptSelect_Click() {
-    const form::TwoListEditor& reports = form_.evt.reports;
-    errors_.trap("cmdRptSelect_Click", [&] { lSelectItem(*reports.selected, *reports.pool); });
+    const form::TwoListEditor& reports = window_.form.reports;
+    window_.errors.handle("cmdRptSelect_Click",
+                          [&] { lSelectItem(*reports.selected, *reports.pool); });
 }
 
 void SelectionLists::cmdRptDeselect_Click() {
-    errors_.trap("cmdRptDeselect_Click", [&] { lDeselectItem(*form_.evt.reports.selected); });
+    window_.errors.handle("cmdRptDeselect_Click",
+                          [&] { lDeselectItem(*window_.form.reports.selected); });
 }
 
 void SelectionLists::cmdRptOrderUp_Click() {
-    errors_.trap("cmdRptOrderUp_Click", [&] { lOrderUp(*form_.evt.reports.selected); });
+    window_.errors.handle("cmdRptOrderUp_Click", [&] { lOrderUp(*window_.form.reports.selected); });
 }
 
 void SelectionLists::cmdRptOrderDown_Click() {
-    errors_.trap("cmdRptOrderDown_Click", [&] { lOrderDown(*form_.evt.reports.selected); });
+    window_.errors.handle("cmdRptOrderDown_Click",
+                          [&] { lOrderDown(*window_.form.reports.selected); });
 }
 
 void SelectionLists::cmdVarSelect_Click() {
-    const form::TwoListEditor& variables = form_.rpt.variables;
-    errors_.trap("cmdVarSelect_Click", [&] {
+    const form::TwoListEditor& variables = window_.form.variables;
+    window_.errors.handle("cmdVarSelect_Click", [&] {
         lSelectItem(*variables.selected, *variables.pool);
         verifyReport();
     });
 }
 
 void SelectionLists::cmdVarDeselect_Click() {
-    errors_.trap("cmdVarDeselect_Click", [&] {
-        lDeselectItem(*form_.rpt.variables.selected);
+    window_.errors.handle("cmdVarDeselect_Click", [&] {
+        lDeselectItem(*window_.form.variables.selected);
         verifyReport();
     });
 }
 
 void SelectionLists::cmdVarOrderUp_Click() {
-    errors_.trap("cmdVarOrderUp_Click", [&] { lOrderUp(*form_.rpt.variables.selected); });
+    window_.errors.handle("cmdVarOrderUp_Click",
+                          [&] { lOrderUp(*window_.form.variables.selected); });
 }
 
 void SelectionLists::cmdVarOrderDown_Click() {
-    errors_.trap("cmdVarOrderDown_Click", [&] { lOrderDown(*form_.rpt.variables.selected); });
+    window_.errors.handle("cmdVarOrderDown_Click",
+                          [&] { lOrderDown(*window_.form.variables.selected); });
 }
 
 void SelectionLists::cmdSelect_Click() {
-    const form::TwoListEditor& children = form_.var.children;
-    errors_.trap("cmdSelect_Click", [&] { lSelectItem(*children.selected, *children.pool); });
+    const form::TwoListEditor& children = window_.form.children;
+    window_.errors.handle("cmdSelect_Click",
+                          [&] { lSelectItem(*children.selected, *children.pool); });
 }
 
 void SelectionLists::cmdDeselect_Click() {
-    errors_.trap("cmdDeselect_Click", [&] { lDeselectItem(*form_.var.children.selected); });
+    window_.errors.handle("cmdDeselect_Click",
+                          [&] { lDeselectItem(*window_.form.children.selected); });
 }
 
 void SelectionLists::cmdOrderUp_Click() {
-    errors_.trap("cmdOrderUp_Click", [&] { lOrderUp(*form_.var.children.selected); });
+    window_.errors.handle("cmdOrderUp_Click", [&] { lOrderUp(*window_.form.children.selected); });
 }
 
 void SelectionLists::cmdOrderDown_Click() {
-    errors_.trap("cmdOrderDown_Click", [&] { lOrderDown(*form_.var.children.selected); });
+    window_.errors.handle("cmdOrderDown_Click",
+                          [&] { lOrderDown(*window_.form.children.selected); });
 }
 
 }  // namespace stelvan::links

@@ -6,23 +6,15 @@
 
 #include <QObject>
 
-#include "base/error_info.h"
-#include "form/dialogs.h"
-#include "form/frames.h"
-#include "form/main_state.h"
-
-namespace stelvan::checks {
-class RecordChecks;
-}
+#include "checks/checks.h"
 
 namespace stelvan::links {
 
 class SelectionLists : public QObject {
     Q_OBJECT
 public:
-    SelectionLists(const form::MainForm& form, const form::MainState& state,
-                   base::ErrorInfo& errors, form::Dialogs& dialogs,
-                   checks::RecordChecks& recordChecks);
+    /// `checks` must outlive the object.
+    explicit SelectionLists(checks::Checks& checks);
 
     /// Connects buttons, double clicks in pools and Delete in selected lists; once.
     void connectControls();
@@ -60,10 +52,7 @@ private:
     void moveBy(form::ListView& selected, int step);
     void verifyReport();
 
-    const form::MainForm& form_;
-    const form::MainState& state_;
-    base::ErrorInfo& errors_;
-    form::Dialogs& dialogs_;
+    form::Window& window_;
     checks::RecordChecks& recordChecks_;
 };
 

@@ -1,12 +1,8 @@
 #include "settings/setting_inputs.h"
 
 #include <QPushButton>
-#include <span>
 
-#include "form/dialogs.h"
-#include "form/fixed_lists.h"
 #include "form/text.h"
-#include "gem/settings.h"
 
 namespace stelvan::settings {
 
@@ -14,130 +10,111 @@ using form::Field;
 
 namespace {
 
-QStringList textsOf(std::span<const std::string_view> entries) {
-    QStringList texts;
-    for (const std::string_view entry : entries) texts << form::toQt(entry);
-    return texts;
-}
-
-QStringList entriesOf(gem::ChoiceList list) {
-    switch (list) {
-        case gem::ChoiceList::BaudRates:
-            return textsOf(form::kBaudRates);
-        case gem::ChoiceList::ConnectionTypes:
-            return textsOf(form::kConnectionTypes);
-        case gem::ChoiceList::HsmsModes:
-            return textsOf(form::kHsmsModes);
-        case gem::ChoiceList::TrueFalse:
-            return {QStringLiteral("TRUE"), QStringLiteral("FALSE")};
-        case gem::ChoiceList::None:
-            break;
-    }
-    return {};
-}
+using enum gem::Control;
 
 const QString kNoException = QStringLiteral("0");
 
 }  // namespace
 
-SettingInputs::SettingInputs(const form::SttFrame& frame, form::MainState& state,
-                             base::ErrorInfo& errors, checks::ExceptionBox& box,
-                             form::Dialogs& dialogs)
-    : frame_(frame), state_(state), errors_(errors), box_(box), dialogs_(dialogs) {}
+SettingInputs::SettingInputs(checks::Checks& checks) : window_(checks.window), box_(checks.box) {}
 
 void SettingInputs::connectFields() {
     const auto on = [](Field* field, void (Field::*signal)(), auto handler) {
         QObject::connect(field, signal, field, handler);
     };
-    on(frame_.txtSttValue, &Field::lostFocus, [this] { txtSttValue_LostFocus(); });
-    on(frame_.txtSttDefValue, &Field::lostFocus, [this] { txtSttDefValue_LostFocus(); });
-    on(frame_.cmbSttValue, &Field::chosen, [this] { cmbSttValue_Click(); });
-    on(frame_.cmbSttDefValue, &Field::chosen, [this] { cmbSttDefValue_Click(); });
-    QObject::connect(frame_.cmdSttBrowse, &QPushButton::clicked, frame_.cmdSttBrowse,
+    on(&window_.form[txtSttValue], &Field::lostFocus, [this] { txtSttValue_LostFocus(); });
+    on(&window_.form[txtSttDefValue], &Field::lostFocus, [this] { txtSttDefValue_LostFocus(); });
+    on(&window_.form[cmbSttValue], &Field::chosen, [this] { cmbSttValue_Click(); });
+    on(&window_.form[cmbSttDefValue], &Field::chosen, [this] { cmbSttDefValue_Click(); });
+    QObject::connect(window_.form.cmdSttBrowse, &QPushButton::clicked, window_.form.cmdSttBrowse,
                      [this] { cmdSttBrowse_Click(); });
-    QObject::connect(frame_.cmdSttDefBrowse, &QPushButton::clicked, frame_.cmdSttDefBrowse,
-                     [this] { cmdSttDefBrowse_Click(); });
+    QObject::connect(window_.form.cmdSttDefBrowse, &QPushButton::clicked,
+                     window_.form.cmdSttDefBrowse, [this] { cmdSttDefBrowse_Click(); });
 }
 
 std::string SettingInputs::name() const {
-    return form::toUtf8(frame_.txtSttName->text());
+    return form::toUtf8(window_.form[txtSttName].text());
 }
 
 void SettingInputs::lInitSttInput(bool show) {
-    errors_.trap("lInitSttInput", [&] {
+    base::trap("lInitSttInput", [&] {
         const gem::SettingRule* const rule = gem::ruleFor(name());
         const gem::InputKind kind = rule == nullptr ? gem::InputKind::NameOnly : rule->input;
-        fillChoices(rule == nullptr ? gem::ChoiceList::None : rule->choices);
+        fillChoices(rule == nullptr ? std::span<const std::string_view>() : rule->choices);
         // Every input is either shown or hidden here; hiding all of them first would only cost the
         // focus.
         showInputs(kind);
         lSttSetRightByRecord();
         if (!show || kind == gem::InputKind::NameOnly) return;
-        Field& first = kind == gem::InputKind::Combo ? *frame_.cmbSttValue : *frame_.txtSttValue;
+        Field& first =
+            kind == gem::InputKind::Combo ? window_.form[cmbSttValue] : window_.form[txtSttValue];
         first.setFocus();
     });
 }
 
-void SettingInputs::fillChoices(gem::ChoiceList list) {
-    const QStringList entries = entriesOf(list);
+void SettingInputs::fillChoices(std::span<const std::string_view> choices) {
+    QStringList entries;
+    for (const std::string_view choice : choices) entries << form::toQt(choice);
     const auto fill = [&](Field& combo, const Field& value) {
         combo.setEntries(entries);
         // A value that is no entry is shown as the box's hint and stays in its text field.
         combo.setText(value.text());
     };
-    fill(*frame_.cmbSttValue, *frame_.txtSttValue);
-    fill(*frame_.cmbSttDefValue, *frame_.txtSttDefValue);
+    fill(window_.form[cmbSttValue], window_.form[txtSttValue]);
+    fill(window_.form[cmbSttDefValue], window_.form[txtSttDefValue]);
 }
 
 void SettingInputs::showInputs(gem::InputKind kind) {
     const bool combos = kind == gem::InputKind::Combo;
     const bool browse = kind == gem::InputKind::File || kind == gem::InputKind::Folder;
     const bool texts = browse || kind == gem::InputKind::Text;
-    frame_.txtSttValue->setVisible(texts);
-    frame_.txtSttDefValue->setVisible(texts);
-    frame_.cmbSttValue->setVisible(combos);
-    frame_.cmbSttDefValue->setVisible(combos);
-    frame_.chkSttValue->setVisible(false);
-    frame_.chkSttDefValue->setVisible(false);
-    frame_.cmdSttBrowse->setVisible(browse);
-    frame_.cmdSttDefBrowse->setVisible(browse);
+    window_.form[txtSttValue].setVisible(texts);
+    window_.form[txtSttDefValue].setVisible(texts);
+    window_.form[cmbSttValue].setVisible(combos);
+    window_.form[cmbSttDefValue].setVisible(combos);
+    window_.form[chkSttValue].setVisible(false);
+    window_.form[chkSttDefValue].setVisible(false);
+    window_.form.cmdSttBrowse->setVisible(browse);
+    window_.form.cmdSttDefBrowse->setVisible(browse);
 }
 
 void SettingInputs::lSttSetRightByRecord() {
-    errors_.trap("lSttSetRightByRecord", [&] {
+    base::trap("lSttSetRightByRecord", [&] {
         // A cancel switches the checks off before the mode changes; the edit is over from there.
-        const bool open = state_.editMode == form::EditMode::Editing && state_.checksEnabled;
+        const bool open = window_.judging() && window_.state.editMode == form::EditMode::Editing;
         const form::Colour colour =
             open ? form::Colour::ToolTipBackground : form::Colour::WindowBackground;
-        for (Field* text : {frame_.txtSttValue, frame_.txtSttDefValue}) {
+        for (Field* text : {&window_.form[txtSttValue], &window_.form[txtSttDefValue]}) {
             text->setLocked(!open);
             text->setColour(colour);
         }
-        for (Field* combo : {frame_.cmbSttValue, frame_.cmbSttDefValue}) {
+        for (Field* combo : {&window_.form[cmbSttValue], &window_.form[cmbSttDefValue]}) {
             combo->setLocked(!open);
             combo->setEnabled(open);
             combo->setColour(colour);
         }
-        frame_.cmdSttBrowse->setEnabled(open);
-        frame_.cmdSttDefBrowse->setEnabled(open);
+        window_.form.cmdSttBrowse->setEnabled(open);
+        window_.form.cmdSttDefBrowse->setEnabled(open);
     });
 }
 
 bool SettingInputs::lVerifySetting(Field& value) {
-    bool valid = true;
-    errors_.trap("lVerifySetting", [&] {
+    return base::trap("lVerifySetting", [&] {
         box_.clear();
         value.setMarker(form::toQt(gem::checkSetting(name(), form::toUtf8(value.text()))));
-        valid = !listFault(*frame_.txtSttValue, QStringLiteral("Value::"));
-        valid = !listFault(*frame_.txtSttDefValue, QStringLiteral("Default Value::")) && valid;
+        bool valid = true;
+        for (const gem::FieldFacts* facts :
+             gem::inOrder(gem::Kind::ProtocolSettings, &gem::Places::verified))
+            valid = !listFault(*facts) && valid;
+        return valid;
     });
-    return valid;
 }
 
-bool SettingInputs::listFault(const Field& value, const QString& suffix) {
-    if (!value.hasException()) return false;
-    const QString caption = form::toQt(name()) + suffix;
-    const QString marker = value.marker();
+bool SettingInputs::listFault(const gem::FieldFacts& value) {
+    const Field& field = window_.form[value.control];
+    if (!field.hasException()) return false;
+    const QString caption = form::toQt(name()) + form::toQt(value.caption);
+    const QString marker = field.marker();
     if (marker == form::toQt(gem::kDatabaseMissing)) {
         box_.lLogError(caption, marker);
     } else {
@@ -147,50 +124,54 @@ bool SettingInputs::listFault(const Field& value, const QString& suffix) {
 }
 
 bool SettingInputs::checkForSave() {
-    const base::FailureWatch watch(errors_);
-    frame_.txtSttValue->setMarker(kNoException);
-    frame_.txtSttDefValue->setMarker(kNoException);
-    lVerifySetting(*frame_.txtSttValue);
-    const bool valid = lVerifySetting(*frame_.txtSttDefValue);  // sees both markers
-    return valid && !watch.failed();
-}
-
-QString SettingInputs::storedValue(const Field& value) const {
-    return form::toQt(gem::storedText(name(), form::toUtf8(value.text())));
+    const auto values = gem::inOrder(gem::Kind::ProtocolSettings, &gem::Places::judged);
+    for (const gem::FieldFacts* facts : values)
+        window_.form[facts->control].setMarker(kNoException);
+    bool judged = true;
+    bool valid = false;
+    for (const gem::FieldFacts* facts : values) {
+        // The last one sees the markers of both.
+        judged = window_.errors.handle("cmdSave_Click", [&] {
+            valid = lVerifySetting(window_.form[facts->control]);
+        }) && judged;
+    }
+    return judged && valid;
 }
 
 void SettingInputs::leave(const char* procedure, Field& value) {
-    if (!state_.editing() || !state_.checksEnabled) return;
-    errors_.trap(procedure, [&] { lVerifySetting(value); });
+    if (!window_.judging()) return;
+    window_.errors.handle(procedure, [&] { lVerifySetting(value); });
 }
 
 void SettingInputs::txtSttValue_LostFocus() {
-    leave("txtSttValue_LostFocus", *frame_.txtSttValue);
+    leave("txtSttValue_LostFocus", window_.form[txtSttValue]);
 }
 
 void SettingInputs::txtSttDefValue_LostFocus() {
-    leave("txtSttDefValue_LostFocus", *frame_.txtSttDefValue);
+    leave("txtSttDefValue_LostFocus", window_.form[txtSttDefValue]);
 }
 
 void SettingInputs::cmbSttValue_Click() {
-    errors_.trap("cmbSttValue_Click",
-                 [&] { frame_.txtSttValue->setText(frame_.cmbSttValue->text()); });
+    window_.errors.handle("cmbSttValue_Click", [&] {
+        window_.form[txtSttValue].setText(window_.form[cmbSttValue].text());
+    });
 }
 
 void SettingInputs::cmbSttDefValue_Click() {
-    errors_.trap("cmbSttDefValue_Click",
-                 [&] { frame_.txtSttDefValue->setText(frame_.cmbSttDefValue->text()); });
+    window_.errors.handle("cmbSttDefValue_Click", [&] {
+        window_.form[txtSttDefValue].setText(window_.form[cmbSttDefValue].text());
+    });
 }
 
 void SettingInputs::browse(const char* procedure, Field& value) {
-    errors_.trap(procedure, [&] {
+    window_.errors.handle(procedure, [&] {
         const gem::SettingRule* const rule = gem::ruleFor(name());
         const QString title = QStringLiteral("Select file...");
         // A file can never be what a folder setting asks for.
         const QString chosen =
             rule != nullptr && rule->input == gem::InputKind::Folder
-                ? dialogs_.openFolder(title, value.text())
-                : dialogs_.openFile(title, QStringLiteral("All files (*)"), value.text());
+                ? window_.dialogs.openFolder(title, value.text())
+                : window_.dialogs.openFile(title, QStringLiteral("All files (*)"), value.text());
         if (chosen.isEmpty()) return;
         value.setText(chosen);
         // The fault of the former text may still be listed.
@@ -199,11 +180,11 @@ void SettingInputs::browse(const char* procedure, Field& value) {
 }
 
 void SettingInputs::cmdSttBrowse_Click() {
-    browse("cmdSttBrowse_Click", *frame_.txtSttValue);
+    browse("cmdSttBrowse_Click", window_.form[txtSttValue]);
 }
 
 void SettingInputs::cmdSttDefBrowse_Click() {
-    browse("cmdSttDefBrowse_Click", *frame_.txtSttDefValue);
+    browse("cmdSttDefBrowse_Click", window_.form[txtSttDefValue]);
 }
 
 }  // namespace stelvan::settings

@@ -6,23 +6,20 @@
 #pragma once
 
 #include <QString>
+#include <span>
 #include <string>
+#include <string_view>
 
-#include "checks/exception_box.h"
-#include "form/frames.h"
-#include "form/main_state.h"
+#include "checks/checks.h"
+#include "gem/kinds.h"
 #include "gem/settings.h"
-
-namespace stelvan::form {
-class Dialogs;
-}
 
 namespace stelvan::settings {
 
 class SettingInputs {
 public:
-    SettingInputs(const form::SttFrame& frame, form::MainState& state, base::ErrorInfo& errors,
-                  checks::ExceptionBox& box, form::Dialogs& dialogs);
+    /// `checks` must outlive the object.
+    explicit SettingInputs(checks::Checks& checks);
 
     /// Connects combo boxes, browse buttons and focus loss. Once, when the window is built.
     void connectFields();
@@ -43,9 +40,6 @@ public:
     /// judged.
     [[nodiscard]] bool checkForSave();
 
-    /// What is stored for one of the two text fields.
-    [[nodiscard]] QString storedValue(const form::Field& value) const;
-
     void txtSttValue_LostFocus();
     void txtSttDefValue_LostFocus();
     void cmbSttValue_Click();
@@ -56,17 +50,14 @@ public:
 private:
     [[nodiscard]] std::string name() const;
     void showInputs(gem::InputKind kind);
-    void fillChoices(gem::ChoiceList list);
+    void fillChoices(std::span<const std::string_view> choices);
     /// True when the field is at fault, which is then listed.
-    [[nodiscard]] bool listFault(const form::Field& value, const QString& suffix);
+    [[nodiscard]] bool listFault(const gem::FieldFacts& value);
     void leave(const char* procedure, form::Field& value);
     void browse(const char* procedure, form::Field& value);
 
-    const form::SttFrame& frame_;
-    form::MainState& state_;
-    base::ErrorInfo& errors_;
+    form::Window& window_;
     checks::ExceptionBox& box_;
-    form::Dialogs& dialogs_;
 };
 
 }  // namespace stelvan::settings

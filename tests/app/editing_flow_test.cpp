@@ -31,10 +31,10 @@ protected:
 };
 
 TEST_F(EditingFlow, AlarmIsAddedEditedAndDeleted) {
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     press(nav().cmdNew);
     EXPECT_EQ(position(), "91 of 91");
-    EXPECT_EQ(form().alm.txtAlmID->text(), "");  // the highest identifier is taken
+    EXPECT_EQ(form()[txtAlmID].text(), "");  // the highest identifier is taken
     typeAll({{"txtAlmName", "DoorOpen"},
              {"txtAlmID", "900"},
              {"txtAlmGroup", "Door"},
@@ -47,7 +47,7 @@ TEST_F(EditingFlow, AlarmIsAddedEditedAndDeleted) {
         QStringList{"DoorOpen|Door|Open.|0|NULL"});
 
     press(nav().cmdUpdate);
-    EXPECT_FALSE(form().alm.txtAlmID->isOpen());
+    EXPECT_FALSE(form()[txtAlmID].isOpen());
     typeAndLeave("txtAlmGroup", "Doors");
     save();
     EXPECT_EQ(query("SELECT alm_group FROM secs_alarm WHERE alm_id = 900"), QStringList{"Doors"});
@@ -60,15 +60,15 @@ TEST_F(EditingFlow, AlarmIsAddedEditedAndDeleted) {
 }
 
 TEST_F(EditingFlow, RefusedSaveKeepsEverythingTypedAndWritesNothing) {
-    clickCategory(form::CSTEVT);
+    clickCategory(gem::CSTEVT);
     press(nav().cmdNew);
     typeAll({{"txtEvtName", "Has Blank"}, {"txtEvtGroup", "G"}});
     press(nav().cmdSave);
     EXPECT_EQ(dialogs.texts(),
               QStringList{"Record cannot be saved. Please correct the exception."});
     EXPECT_EQ(state().editMode, form::EditMode::Adding);
-    EXPECT_EQ(form().evt.txtEvtName->text(), "Has Blank");
-    EXPECT_TRUE(form().evt.txtEvtName->isOpen());
+    EXPECT_EQ(form()[txtEvtName].text(), "Has Blank");
+    EXPECT_TRUE(form()[txtEvtName].isOpen());
     EXPECT_EQ(query("SELECT evt_id FROM secs_cusevent").size(), 70);
     press(nav().cmdCancel);
     EXPECT_EQ(position(), "1 of 70");
@@ -76,10 +76,10 @@ TEST_F(EditingFlow, RefusedSaveKeepsEverythingTypedAndWritesNothing) {
 }
 
 TEST_F(EditingFlow, ReportsOfAnEventAreLinkedInTheOrderOfTheList) {
-    clickCategory(form::CSTEVT);
+    clickCategory(gem::CSTEVT);
     press(nav().cmdUpdate);
-    const QString id = form().evt.txtEvtID->text();
-    const form::TwoListEditor& reports = form().evt.reports;
+    const QString id = form()[txtEvtID].text();
+    const form::TwoListEditor& reports = form().reports;
     while (reports.selected->rowCount() > 0) press(reports.deselect);
     for (const int row : {4, 3, 5}) {
         reports.pool->selectRow(row);
@@ -99,69 +99,69 @@ TEST_F(EditingFlow, ReportsOfAnEventAreLinkedInTheOrderOfTheList) {
 }
 
 TEST_F(EditingFlow, VariableIsAddedWithItsFormatChosenFromTheList) {
-    clickCategory(form::CSTVDV);
+    clickCategory(gem::CSTVDV);
     press(nav().cmdNew);
-    EXPECT_FALSE(form().var.txtVarMin->isOpen());
+    EXPECT_FALSE(form()[txtVarMin].isOpen());
     typeAll({{"txtVarName", "NewOne"}, {"txtVarGroup", "G"}, {"txtVarDesc", "Text"}});
-    type(*form().var.cmbVarFormat, "u4");
-    leave(*form().var.cmbVarFormat);
-    EXPECT_EQ(form().var.cmbVarFormat->text(), "U4");
-    EXPECT_TRUE(form().var.txtVarMin->isOpen());
+    type(form()[cmbVarFormat], "u4");
+    leave(form()[cmbVarFormat]);
+    EXPECT_EQ(form()[cmbVarFormat].text(), "U4");
+    EXPECT_TRUE(form()[txtVarMin].isOpen());
     typeAndLeave("txtVarValue", "12");
-    const std::string id = form().var.txtVarID->text().toStdString();
+    const std::string id = form()[txtVarID].text().toStdString();
     save();
     EXPECT_EQ(
         query("SELECT var_type, var_format, var_min, var_max, var_unit, var_val, var_defaultval, "
               "var_parentkey FROM secs_cusvar WHERE var_id = " +
               id),
         QStringList{"DV|U4|0|0|NULL|12|0|0"});
-    EXPECT_EQ(form().var.txtVarMin->text(), "");
+    EXPECT_EQ(form()[txtVarMin].text(), "");
 }
 
 TEST_F(EditingFlow, GemEventSavesItsEnableFlagOnly) {
-    clickCategory(form::GEMEVT);
+    clickCategory(gem::GEMEVT);
     const QString before = query("SELECT * FROM secs_gemevent").join("\n");
     press(nav().cmdUpdate);
-    EXPECT_TRUE(form().evt.chkEvtEnable->widget()->hasFocus());
-    const bool on = form().evt.chkEvtEnable->checked();
-    QTest::keyClick(form().evt.chkEvtEnable->widget(), Qt::Key_Space);
+    EXPECT_TRUE(form()[chkEvtEnable].widget()->hasFocus());
+    const bool on = form()[chkEvtEnable].checked();
+    QTest::keyClick(form()[chkEvtEnable].widget(), Qt::Key_Space);
     save();
-    EXPECT_EQ(form().evt.chkEvtEnable->checked(), !on);
+    EXPECT_EQ(form()[chkEvtEnable].checked(), !on);
     press(nav().cmdUpdate);
-    QTest::keyClick(form().evt.chkEvtEnable->widget(), Qt::Key_Space);
+    QTest::keyClick(form()[chkEvtEnable].widget(), Qt::Key_Space);
     save();
     EXPECT_EQ(query("SELECT * FROM secs_gemevent").join("\n"), before);
 }
 
 TEST_F(EditingFlow, SettingIsChosenInItsComboBox) {
-    clickCategory(form::GEMSTT);
+    clickCategory(gem::GEMSTT);
     goTo("txtSttName", "BaudRate");
     press(nav().cmdUpdate);
-    EXPECT_TRUE(form().stt.cmbSttValue->widget()->hasFocus());
-    QTest::keyClick(form().stt.cmbSttValue->widget(), Qt::Key_Home);
+    EXPECT_TRUE(form()[cmbSttValue].widget()->hasFocus());
+    QTest::keyClick(form()[cmbSttValue].widget(), Qt::Key_Home);
     save();
     EXPECT_EQ(query("SELECT set_value FROM secs_setting WHERE set_field = 'BaudRate'"),
               QStringList{"19200"});
 }
 
 TEST_F(EditingFlow, CancelShowsTheStoredRecordAgain) {
-    clickCategory(form::CSTRPT);
+    clickCategory(gem::CSTRPT);
     for (int i = 0; i < 4; ++i) press(nav().cmdNext);
-    const QString name = form().rpt.txtRptName->text();
-    const int variables = form().rpt.variables.selected->rowCount();
+    const QString name = form()[txtRptName].text();
+    const int variables = form().variables.selected->rowCount();
     press(nav().cmdUpdate);
-    type(*form().rpt.txtRptName, "Other");
-    press(form().rpt.variables.select);
+    type(form()[txtRptName], "Other");
+    press(form().variables.select);
     press(nav().cmdCancel);
     EXPECT_EQ(position(), "5 of 60");
-    EXPECT_EQ(form().rpt.txtRptName->text(), name);
-    EXPECT_EQ(form().rpt.variables.selected->rowCount(), variables);
+    EXPECT_EQ(form()[txtRptName].text(), name);
+    EXPECT_EQ(form().variables.selected->rowCount(), variables);
     EXPECT_TRUE(dialogs.texts().isEmpty());
     EXPECT_TRUE(form().tvwSECSItem->isEnabled());
 }
 
 TEST_F(EditingFlow, ViewingAllWhileAddingLeavesThePendingRecordAlone) {
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     press(nav().cmdNew);
     typeAll({{"txtAlmName", "Pending"}, {"txtAlmID", "901"}});
     form().tspData->setCurrentIndex(1);
@@ -171,14 +171,14 @@ TEST_F(EditingFlow, ViewingAllWhileAddingLeavesThePendingRecordAlone) {
     EXPECT_EQ(state().editMode, form::EditMode::Adding);
     form().tspData->setCurrentIndex(0);
     EXPECT_TRUE(nav().cmdSave->isEnabled());
-    EXPECT_EQ(form().alm.txtAlmName->text(), "Pending");
+    EXPECT_EQ(form()[txtAlmName].text(), "Pending");
     typeAll({{"txtAlmGroup", "G"}, {"txtAlmText", "T"}});
     save();
     EXPECT_EQ(query("SELECT alm_name FROM secs_alarm WHERE alm_id = 901"), QStringList{"Pending"});
 }
 
 TEST_F(EditingFlow, RecordWithNullsIsShownWholeBeforeItIsEdited) {
-    clickCategory(form::CSTVSV);
+    clickCategory(gem::CSTVSV);
     goTo("txtVarID", "252");
     press(nav().cmdNext);
     ASSERT_EQ(dialogs.texts().size(), 1);
@@ -186,15 +186,15 @@ TEST_F(EditingFlow, RecordWithNullsIsShownWholeBeforeItIsEdited) {
     dialogs.messages.clear();
     press(nav().cmdUpdate);
     EXPECT_EQ(state().editMode, form::EditMode::Editing);
-    EXPECT_EQ(form().var.txtVarID->text(), "253");
+    EXPECT_EQ(form()[txtVarID].text(), "253");
     EXPECT_TRUE(dialogs.texts().isEmpty());
 }
 
 TEST_F(EditingFlow, ShortcutsReachSaveAndCancel) {
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     for (const Qt::Key key : {Qt::Key_S, Qt::Key_C}) {
         press(nav().cmdUpdate);
-        QTest::keyClick(form().alm.txtAlmText->widget(), key, Qt::AltModifier);
+        QTest::keyClick(form()[txtAlmText].widget(), key, Qt::AltModifier);
         ASSERT_TRUE(
             QTest::qWaitFor([this] { return state().editMode == form::EditMode::Browsing; }));
         EXPECT_TRUE(nav().cmdUpdate->hasFocus());

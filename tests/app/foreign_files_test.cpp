@@ -28,10 +28,10 @@ protected:
     /// Looks at every category in both views; how many could be loaded.
     int browseAll() {
         int loaded = 0;
-        for (std::int16_t index = 1; index <= browser::kCategories; ++index) {
+        for (std::int16_t index = 1; index <= gem::kCategories; ++index) {
             const auto before = dialogs.messages.size();
-            all().categoryTree.tvwSECSItem_NodeClick(form::toQt(all().categories.at(index).key));
-            if (state().category == form::NO_CATEGORY) {
+            all().browser.tree.tvwSECSItem_NodeClick(form::toQt(gem::categoryAt(index).key));
+            if (state().category == gem::NO_CATEGORY) {
                 EXPECT_EQ(dialogs.messages.size(), before + 1);
                 EXPECT_EQ(form().frontFrame(), 0);
                 EXPECT_EQ(form().nav.lblRecNumber->text(), "0 of 0");
@@ -86,7 +86,7 @@ TEST_F(ForeignFiles, MissingFileAndFolderAreReported) {
         dialogs.messages.clear();
         window->start(form::toQt(path));
         EXPECT_EQ(browseAll(), 0);
-        EXPECT_EQ(dialogs.messages.size(), static_cast<std::size_t>(browser::kCategories));
+        EXPECT_EQ(dialogs.messages.size(), static_cast<std::size_t>(gem::kCategories));
     }
 }
 

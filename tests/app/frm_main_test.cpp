@@ -46,7 +46,7 @@ protected:
         EXPECT_EQ(position(), "0 of 0");
         EXPECT_EQ(state().current.records, nullptr);
         EXPECT_EQ(state().current.position, 0);
-        EXPECT_EQ(state().category, form::NO_CATEGORY);
+        EXPECT_EQ(state().category, gem::NO_CATEGORY);
         EXPECT_EQ(state().editMode, form::EditMode::Browsing);
         EXPECT_EQ(form().frontFrame(), 0);
         EXPECT_EQ(form().tspData->currentIndex(), 0);
@@ -60,8 +60,7 @@ protected:
             EXPECT_FALSE(field->isOpen());
             EXPECT_EQ(field->text(), field->kind() == form::Field::Kind::Check ? "0" : "");
         }
-        for (const auto* editor :
-             {&form().var.children, &form().rpt.variables, &form().evt.reports}) {
+        for (const auto* editor : {&form().children, &form().variables, &form().reports}) {
             EXPECT_TRUE(editor->pool->isHidden());
             EXPECT_EQ(editor->selected->rowCount(), 0);
         }
@@ -100,11 +99,11 @@ TEST_F(FrmMainTest, CancelFromTheFileMenuKeepsDatabaseAndDisplay) {
     clickCategory(5);
     press(nav().cmdNext);
     const std::string path = state().databasePath;
-    const QString name = form().alm.txtAlmName->text();
+    const QString name = form()[txtAlmName].text();
     answerDialog(QString());
     form().mnuFileDB->trigger();
     EXPECT_EQ(state().databasePath, path);
-    EXPECT_EQ(form().alm.txtAlmName->text(), name);
+    EXPECT_EQ(form()[txtAlmName].text(), name);
     EXPECT_EQ(state().current.position, 2);
     EXPECT_EQ(form().frontFrame(), 2);
     EXPECT_TRUE(window->isVisible());
@@ -115,9 +114,9 @@ TEST_F(FrmMainTest, AfterAChangeOfDatabaseNothingOfTheOldOneIsLeft) {
     const ScratchDir other;
     const QString path = form::toQt(other.copyOf(sample("gem.mdb")).string());
     for (const auto category :
-         {form::GEMSDV, form::CSTALM, form::CSTEVT, form::CSTVSV, form::GEMSTT, form::CSTRPT}) {
+         {gem::GEMSDV, gem::CSTALM, gem::CSTEVT, gem::CSTVSV, gem::GEMSTT, gem::CSTRPT}) {
         clickCategory(category);
-        if (category == form::CSTVSV) {
+        if (category == gem::CSTVSV) {
             goTo("txtVarID", "227");
         }
         form().tspData->setCurrentIndex(category % 2);
@@ -136,17 +135,17 @@ TEST_F(FrmMainTest, InputLengthsAreLimited) {
     open();
     clickCategory(5);
     press(nav().cmdNew);
-    type(*form().alm.txtAlmName, QString(105, 'n'));
-    type(*form().alm.txtAlmText, QString(1003, 't'));
-    EXPECT_EQ(form().alm.txtAlmName->text().size(), 100);
-    EXPECT_EQ(form().alm.txtAlmText->text().size(), 1000);
+    type(form()[txtAlmName], QString(105, 'n'));
+    type(form()[txtAlmText], QString(1003, 't'));
+    EXPECT_EQ(form()[txtAlmName].text().size(), 100);
+    EXPECT_EQ(form()[txtAlmText].text().size(), 1000);
 }
 
 TEST_F(FrmMainTest, ClosingWhileEditingAsksNothingAndDiscards) {
     open();
     clickCategory(5);
     press(nav().cmdUpdate);
-    type(*form().alm.txtAlmName, "Has Blank");
+    type(form()[txtAlmName], "Has Blank");
     EXPECT_TRUE(window->close());
     EXPECT_TRUE(dialogs.messages.empty());
     EXPECT_TRUE(dialogs.questions.empty());
@@ -185,7 +184,7 @@ TEST_F(FrmMainTest, AboutShowsFourLinesAndEnterOrEscapeClosesIt) {
 TEST_F(FrmMainTest, FailuresAreShownWithTheExclamationIconAndTheDefaultTitle) {
     window->start("/no/such/folder/gem.mdb");
     window->show();
-    all().categoryTree.tvwSECSItem_NodeClick("GEMEVT");
+    all().browser.tree.tvwSECSItem_NodeClick("GEMEVT");
     ASSERT_EQ(dialogs.messages.size(), 1U);
     EXPECT_TRUE(dialogs.messages.front().text.startsWith("ERROR("));
     EXPECT_EQ(dialogs.messages.front().icon, form::Icon::Exclamation);

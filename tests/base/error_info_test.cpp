@@ -69,20 +69,20 @@ TEST_F(ErrorInfoTest, theTrapShowsReportAndLogFailureOnceEach) {
     const std::string log = scratch.path() / "no" / "app.log";
     errors.LogFilename(log);
     errors.LogToFile(true);
-    EXPECT_FALSE(errors.trap("lLoadData", [] { throw RunTimeError(3265, "D"); }));
+    EXPECT_FALSE(errors.handle("lLoadData", [] { throw RunTimeError(3265, "D"); }));
     ASSERT_EQ(shown.size(), 2u);
     EXPECT_EQ(shown[0], "ERROR(3265) [frmMain.lLoadData.0]: D");
     EXPECT_EQ(shown[1], "ERROR(75) [frmMain.lLoadData.0]: Cannot write the error log: " + log);
 }
 
 TEST_F(ErrorInfoTest, theTrapReportsUnderWindowAndProcedureAndClearsTheFailure) {
-    EXPECT_FALSE(errors.trap("frmGEMDatabase", "cmdLoad_Click", [] { throw objectNotSet(); }));
+    EXPECT_FALSE(errors.handle("frmGEMDatabase", "cmdLoad_Click", [] { throw objectNotSet(); }));
     EXPECT_EQ(shown.at(0), "ERROR(91) [frmGEMDatabase.cmdLoad_Click.0]: Object not set");
 }
 
 TEST_F(ErrorInfoTest, whatWasDecidedBeforeTheFailureStands) {
     bool valid = true;
-    errors.trap("lVerifyVar", [&] {
+    errors.handle("lVerifyVar", [&] {
         valid = false;
         throw typeMismatch();
     });
@@ -90,23 +90,50 @@ TEST_F(ErrorInfoTest, whatWasDecidedBeforeTheFailureStands) {
 }
 
 TEST_F(ErrorInfoTest, aBodyThatEndsWellReportsNothing) {
-    const FailureWatch watch(errors);
-    EXPECT_TRUE(errors.trap("lVerifyVar", [] {}));
+    EXPECT_TRUE(errors.handle("lVerifyVar", [] {}));
     EXPECT_TRUE(shown.empty());
-    EXPECT_FALSE(watch.failed());
 }
 
-TEST_F(ErrorInfoTest, aCallerSeesThatSomethingInsideItFailed) {
-    const FailureWatch watch(errors);
-    errors.trap("lGetRecordSet", [] { throw RunTimeError(3021, "No current record."); });
-    EXPECT_TRUE(watch.failed());
-    const FailureWatch later(errors);
-    EXPECT_FALSE(later.failed());
+TEST_F(ErrorInfoTest, aFailureFliesToItsHandlerAndIsReportedUnderTheInnermostProcedure) {
+    bool wentOn = false;
+    EXPECT_FALSE(errors.handle("tvwSECSItem_NodeClick", [&] {
+        trap("lUpdatePropInfo", [&] {
+            trap("lGetRecordSet", [] { throw RunTimeError(3021, "No current record."); });
+            wentOn = true;
+        });
+        wentOn = true;
+    }));
+    EXPECT_FALSE(wentOn) << "nobody takes a missing answer for an answer";
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0], "ERROR(3021) [frmMain.lGetRecordSet.0]: No current record.");
+}
+
+TEST_F(ErrorInfoTest, whatAProcedureAnswersComesThroughItsTrap) {
+    EXPECT_EQ(trap("lGetNextID", [] { return std::string("101"); }), "101");
+    int number = 1;
+    int& same = trap("lCheckDuplicate", [&]() -> int& { return number; });
+    EXPECT_EQ(&same, &number);
+}
+
+TEST_F(ErrorInfoTest, nothingIsShownBeforeEverythingInBetweenIsUnwound) {
+    bool unitIsOpen = false;
+    struct Unit {
+        bool& open;
+        explicit Unit(bool& isOpen) : open(isOpen) { open = true; }
+        ~Unit() { open = false; }
+    };
+    bool openWhileShown = true;
+    ErrorInfo watching([&](const std::string&) { openWhileShown = unitIsOpen; });
+    watching.handle("cmdSave_Click", [&] {
+        const Unit unit(unitIsOpen);
+        trap("lExecCommand", [] { throw objectNotSet(); });
+    });
+    EXPECT_FALSE(openWhileShown);
 }
 
 TEST_F(ErrorInfoTest, failuresOfTheLanguageAreReportedToo) {
-    errors.trap("a", [] { throw std::out_of_range("vector"); });
-    errors.trap("b", [] { throw std::bad_alloc(); });
+    errors.handle("a", [] { throw std::out_of_range("vector"); });
+    errors.handle("b", [] { throw std::bad_alloc(); });
     EXPECT_EQ(shown.at(0), "ERROR(51) [frmMain.a.0]: Internal error: vector");
     EXPECT_EQ(shown.at(1), "ERROR(7) [frmMain.b.0]: Out of memory");
 }

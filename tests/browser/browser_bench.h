@@ -13,11 +13,7 @@
 #include <QTest>
 #include <QTreeWidget>
 
-#include "browser/category_table.h"
-#include "browser/category_tree.h"
-#include "browser/grid_view.h"
-#include "browser/record_view.h"
-#include "checks/value_checks.h"
+#include "browser/browser.h"
 #include "form/text.h"
 #include "tests/support/samples.h"
 #include "tests/support/scripted_dialogs.h"
@@ -26,33 +22,30 @@ namespace stelvan::test {
 
 class BrowserBench : public ::testing::Test {
 protected:
+    using enum gem::Control;
+
     QMainWindow window;
-    form::MainForm form = form::buildForm(window);
-    form::MainState state;
     ScriptedDialogs dialogs;
     QStringList failures;
-    base::ErrorInfo errors{[this](const std::string& line) { failures << form::toQt(line); }};
-    gem::ErrorCatalogue catalogue = gem::lInitErrInfo();
-    db::DataSource adoGEM;
-    db::Operations operations{errors, state.databasePath, adoGEM, state.current};
-    checks::ExceptionBox box{*form.txtErrLog, dialogs, errors, catalogue};
-    checks::RecordChecks checks{form, errors, box};
-    checks::VariableFormat format{form.var, state, checks};
-    links::EventReports eventReports{form.evt, operations};
-    links::ReportVariables reportVariables{form.rpt, form.nav, operations};
-    links::ListChildren listChildren{form.var, state, operations, dialogs};
-    settings::SettingInputs settingInputs{form.stt, state, errors, box, dialogs};
-    browser::RecordView view{
-        form, state, errors, {eventReports, reportVariables, listChildren}, settingInputs};
-    browser::GridView grid{form, state, errors, adoGEM};
-    browser::CategoryTable categories;
-    browser::CategoryTree tree{form, state, categories, operations, view, grid, format};
+    form::Window main{window, dialogs,
+                      [this](const std::string& line) { failures << form::toQt(line); }};
+    checks::Checks checks{main};
+    links::LinkEditors links{checks};
+    settings::SettingInputs settingInputs{checks};
+    browser::Browser browser{links, settingInputs};
+    form::MainForm& form = main.form;
+    form::MainState& state = main.state;
+    base::ErrorInfo& errors = main.errors;
+    db::Operations& operations = main.operations;
+    browser::RecordView& view = browser.records;
+    browser::GridView& grid = browser.grid;
+    browser::CategoryTree& tree = browser.tree;
     QStringList upward;  // calls of edit mode and control access
     int loads = 0;
     ScratchDir scratch;
 
     void SetUp() override {
-        categories.lInitPropInfo();
+        checks.catalogue = gem::lInitErrInfo();
         tree.buildNodes();
         tree.connectTree();
         tree.lSetEditMode = [this](std::int16_t c, bool editing) {

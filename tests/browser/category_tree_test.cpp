@@ -39,14 +39,14 @@ TEST_F(CategoryTreeTest, TreeHoldsElevenNodesWithPicturesAndNoChildren) {
 
 TEST_F(CategoryTreeTest, ClickingGemStatusVariablesRunsItsQueryAndShowsTheCaptionedVariableFrame) {
     clickNode(3);
-    EXPECT_EQ(adoGEM.recordSource, "select * from secs_gemvar where var_type = 'SV'");
+    EXPECT_EQ(state.current.adoGEM.recordSource, "select * from secs_gemvar where var_type = 'SV'");
     EXPECT_EQ(form.frontFrame(), 1);
     EXPECT_EQ(form.Frame[1]->title(), "GEM Status Variables");
     EXPECT_EQ(form.lblPropertyType->text(), "GEM Status Variables");
     EXPECT_EQ(form.statusPanel->text(), "GEM Status Variables");
-    EXPECT_EQ(state.category, form::GEMSDV);
+    EXPECT_EQ(state.category, gem::GEMSDV);
     EXPECT_EQ(state.current.position, 1);
-    EXPECT_FALSE(form.var.txtVarName->text().isEmpty());
+    EXPECT_FALSE(form[txtVarName].text().isEmpty());
     EXPECT_EQ(upward, (QStringList{"lSetEditMode 3 0", "lSetCtrlAccess 3 1"}));
     EXPECT_TRUE(failures.isEmpty()) << failures.join("\n").toStdString();
 }
@@ -54,13 +54,13 @@ TEST_F(CategoryTreeTest, ClickingGemStatusVariablesRunsItsQueryAndShowsTheCaptio
 TEST_F(CategoryTreeTest, ClickingProtocolSettingsShowsFrameFive) {
     clickNode(10);
     EXPECT_EQ(form.frontFrame(), 5);
-    EXPECT_FALSE(form.stt.txtSttName->text().isEmpty());
+    EXPECT_FALSE(form[txtSttName].text().isEmpty());
 }
 
 TEST_F(CategoryTreeTest, ClickingCustomReportsShowsFrameSixWithTheColumnsOfItsVariables) {
     clickNode(11);
     EXPECT_EQ(form.frontFrame(), 6);
-    EXPECT_EQ(form.rpt.variables.selected->headers(),
+    EXPECT_EQ(form.variables.selected->headers(),
               (QStringList{"Name", "ID", "Type", "Gem", "Order"}));
 }
 
@@ -68,19 +68,19 @@ TEST_F(CategoryTreeTest, ClickingEventsGivesTheReportListItsTwoColumnsAndRows) {
     for (const int index : {1, 6}) {
         clickNode(index);
         EXPECT_EQ(form.frontFrame(), 3);
-        EXPECT_EQ(form.evt.reports.selected->headers(), (QStringList{"Name", "ID"}));
+        EXPECT_EQ(form.reports.selected->headers(), (QStringList{"Name", "ID"}));
     }
     click("CSTEVT");
-    ASSERT_TRUE(moveToText(*form.evt.txtEvtID, "162"));
-    EXPECT_EQ(form.evt.reports.selected->rowCount(), 12);
+    ASSERT_TRUE(moveToText(form[txtEvtID], "162"));
+    EXPECT_EQ(form.reports.selected->rowCount(), 12);
 }
 
 TEST_F(CategoryTreeTest, EmptyCategoryShowsItsFrameWithTheNavigatorAtZero) {
     STELVAN_NEEDS_SAMPLE("gem_empty.mdb");
     useModel("gem_empty.mdb");
-    for (std::int16_t index = 1; index <= browser::kCategories; ++index) {
+    for (std::int16_t index = 1; index <= gem::kCategories; ++index) {
         clickNode(index);
-        EXPECT_EQ(form.frontFrame(), static_cast<int>(categories.at(index).kind));
+        EXPECT_EQ(form.frontFrame(), static_cast<int>(gem::categoryAt(index).kind));
         EXPECT_EQ(position(), "0 of 0");
         EXPECT_FALSE(form.nav.cmdNext->isEnabled());
         EXPECT_FALSE(form.nav.cmdPrevious->isEnabled());
@@ -90,11 +90,11 @@ TEST_F(CategoryTreeTest, EmptyCategoryShowsItsFrameWithTheNavigatorAtZero) {
 
 TEST_F(CategoryTreeTest, FormatInLowerCaseCountsAsAList) {
     click("CSTVSV");
-    ASSERT_TRUE(moveToText(*form.var.txtVarID, "244"));
-    EXPECT_EQ(form.var.cmbVarFormat->text(), "l");
-    EXPECT_FALSE(form.var.children.selected->isHidden());
+    ASSERT_TRUE(moveToText(form[txtVarID], "244"));
+    EXPECT_EQ(form[cmbVarFormat].text(), "l");
+    EXPECT_FALSE(form.children.selected->isHidden());
     view.cmdNext_Click();
-    EXPECT_TRUE(form.var.children.selected->isHidden());
+    EXPECT_TRUE(form.children.selected->isHidden());
 }
 
 TEST_F(CategoryTreeTest, LimitFrameIsNeverBroughtToTheFront) {
@@ -118,9 +118,9 @@ TEST_F(CategoryTreeTest, KeysThatSelectAnotherNodeLoadItOnce) {
     form.tvwSECSItem->setFocus();
     QTest::keyClick(form.tvwSECSItem, Qt::Key_Down);
     EXPECT_EQ(loads, 2);
-    EXPECT_EQ(state.category, form::GEMVDV);
+    EXPECT_EQ(state.category, gem::GEMVDV);
     QTest::keyClick(form.tvwSECSItem, Qt::Key_End);
-    EXPECT_EQ(state.category, form::CSTRPT);
+    EXPECT_EQ(state.category, gem::CSTRPT);
     QTest::keyClick(form.tvwSECSItem, Qt::Key_End);
     EXPECT_EQ(loads, 3);
 }
@@ -151,7 +151,7 @@ TEST_F(CategoryTreeTest, DraggingOverNodesSelectsNoneWithoutALoad) {
 TEST_F(CategoryTreeTest, UnknownKeyOnlyAppliesBrowseMode) {
     click("gemsdv");
     EXPECT_EQ(loads, 0);
-    EXPECT_EQ(state.category, form::NO_CATEGORY);
+    EXPECT_EQ(state.category, gem::NO_CATEGORY);
     EXPECT_EQ(upward, (QStringList{"lSetEditMode 0 0", "lSetCtrlAccess 0 1"}));
 }
 
@@ -169,12 +169,12 @@ TEST_F(CategoryTreeTest, FailedLoadIsReportedOnceAndLeavesNothingOfAnyRecord) {
     clickNode(7);
     ASSERT_EQ(failures.size(), 1) << failures.join("\n").toStdString();
     EXPECT_TRUE(failures.first().contains("[frmMain.lLoadData.0]:"));
-    EXPECT_EQ(state.category, form::NO_CATEGORY);
+    EXPECT_EQ(state.category, gem::NO_CATEGORY);
     EXPECT_EQ(state.current.records, nullptr);
     EXPECT_EQ(position(), "0 of 0");
     EXPECT_EQ(form.frontFrame(), 0);
     EXPECT_EQ(form.statusPanel->text(), "");
-    EXPECT_EQ(form.alm.txtAlmName->text(), "");
+    EXPECT_EQ(form[txtAlmName].text(), "");
     EXPECT_EQ(form.tspData->currentIndex(), 0);
     for (const QPushButton* button : {form.nav.cmdNew, form.nav.cmdUpdate, form.nav.cmdDelete,
                                       form.nav.cmdPrevious, form.nav.cmdNext})
@@ -182,15 +182,15 @@ TEST_F(CategoryTreeTest, FailedLoadIsReportedOnceAndLeavesNothingOfAnyRecord) {
     state.databasePath = good;
     clickNode(7);
     EXPECT_EQ(failures.size(), 1);
-    EXPECT_EQ(state.category, form::CSTVDV);
+    EXPECT_EQ(state.category, gem::CSTVDV);
 }
 
 TEST_F(CategoryTreeTest, FormatListIsLoadedForCustomVariables) {
     click("CSTVSV");
-    EXPECT_EQ(form.var.cmbVarFormat->entries().size(), 15);
+    EXPECT_EQ(form[cmbVarFormat].entries().size(), 15);
     click("CSTVEC");
-    EXPECT_EQ(form.var.cmbVarFormat->entries().size(), 14);
-    EXPECT_FALSE(form.var.cmbVarFormat->entries().contains("L"));
+    EXPECT_EQ(form[cmbVarFormat].entries().size(), 14);
+    EXPECT_FALSE(form[cmbVarFormat].entries().contains("L"));
 }
 
 }  // namespace

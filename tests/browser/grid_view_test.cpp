@@ -35,7 +35,7 @@ TEST_F(GridViewTest, VariableCategoryShowsItsRowsWithTwoColumnsHiddenAndFlagsAsW
     EXPECT_EQ(form.frontFrame(), 7);
     ASSERT_NE(rows(), nullptr);
     EXPECT_EQ(rows()->rowCount(), state.current.records->recordCount());
-    EXPECT_EQ(cell(0, "var_id"), form.var.txtVarID->text());
+    EXPECT_EQ(cell(0, "var_id"), form[txtVarID].text());
     for (int c = 0; c < rows()->columnCount(); ++c) {
         const QString name = rows()->headerData(c, Qt::Horizontal).toString();
         EXPECT_EQ(form.DBGridGEM->isColumnHidden(c),
@@ -154,8 +154,8 @@ TEST_F(GridViewTest, NullIsAnEmptyCell) {
     STELVAN_NEEDS_SAMPLE("gem_int_flags.mdb");
     for (const char* model : {"gem.mdb", "gem_int_flags.mdb"}) {
         useModel(model);
-        for (std::int16_t index = 1; index <= browser::kCategories; ++index) {
-            tree.tvwSECSItem_NodeClick(form::toQt(categories.at(index).key));
+        for (std::int16_t index = 1; index <= gem::kCategories; ++index) {
+            tree.tvwSECSItem_NodeClick(form::toQt(gem::categoryAt(index).key));
             viewAll();
             for (int r = 0; r < rows()->rowCount(); ++r) {
                 for (int c = 0; c < rows()->columnCount(); ++c) {

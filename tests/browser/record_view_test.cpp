@@ -1,5 +1,5 @@
 // The record on screen: moving, displaying, clearing.
-#include "browser/field_map.h"
+#include "gem/kinds.h"
 #include "tests/browser/browser_bench.h"
 
 namespace stelvan::test {
@@ -32,13 +32,13 @@ TEST_F(RecordViewTest, EmptyRecordSetGivesZeroOfZeroFourClosedButtonsAndBlankFie
     click("CSTALM");
     useModel("gem_empty.mdb");
     form.nav.cmdUpdate->setEnabled(true);
-    tree.lUpdatePropInfo(form::CSTALM);
+    tree.lUpdatePropInfo(gem::CSTALM);
     EXPECT_EQ(position(), "0 of 0");
     EXPECT_FALSE(canMove());
     EXPECT_FALSE(form.nav.cmdDelete->isEnabled());
     EXPECT_FALSE(form.nav.cmdUpdate->isEnabled());
-    EXPECT_EQ(form.alm.txtAlmName->text(), "");
-    EXPECT_FALSE(form.alm.chkAlmEnable->checked());
+    EXPECT_EQ(form[txtAlmName].text(), "");
+    EXPECT_FALSE(form[chkAlmEnable].checked());
 }
 
 TEST_F(RecordViewTest, OneRecordShowsOneOfOneWithBothMovesClosed) {
@@ -47,22 +47,22 @@ TEST_F(RecordViewTest, OneRecordShowsOneOfOneWithBothMovesClosed) {
     click("CSTALM");
     EXPECT_EQ(position(), "1 of 1");
     EXPECT_FALSE(canMove());
-    EXPECT_EQ(form.alm.txtAlmID->text(), "2147483647");
+    EXPECT_EQ(form[txtAlmID].text(), "2147483647");
 }
 
 TEST_F(RecordViewTest, NextOnTheLastAndPreviousOnTheFirstStay) {
     click("CSTRPT");
     const std::int32_t count = state.current.records->recordCount();
-    const QString first = form.rpt.txtRptID->text();
+    const QString first = form[txtRptID].text();
     view.cmdPrevious_Click();
     EXPECT_EQ(state.current.position, 1);
-    EXPECT_EQ(form.rpt.txtRptID->text(), first);
+    EXPECT_EQ(form[txtRptID].text(), first);
     EXPECT_FALSE(form.nav.cmdPrevious->isEnabled());
     moveTo(count);
-    const QString last = form.rpt.txtRptID->text();
+    const QString last = form[txtRptID].text();
     view.cmdNext_Click();
     EXPECT_EQ(position(), QString("%1 of %1").arg(count));
-    EXPECT_EQ(form.rpt.txtRptID->text(), last);
+    EXPECT_EQ(form[txtRptID].text(), last);
     EXPECT_FALSE(form.nav.cmdNext->isEnabled());
     EXPECT_TRUE(form.nav.cmdPrevious->isEnabled());
 }
@@ -70,17 +70,17 @@ TEST_F(RecordViewTest, NextOnTheLastAndPreviousOnTheFirstStay) {
 TEST_F(RecordViewTest, NextFromPastTheEndShowsTheFirstPreviousFromBeforeTheStartTheLast) {
     click("CSTRPT");
     const std::int32_t count = state.current.records->recordCount();
-    const QString first = form.rpt.txtRptID->text();
+    const QString first = form[txtRptID].text();
     state.current.records->moveLast();
     state.current.records->moveNext();
     view.cmdNext_Click();
     EXPECT_EQ(position(), QString("1 of %1").arg(count));
-    EXPECT_EQ(form.rpt.txtRptID->text(), first);
+    EXPECT_EQ(form[txtRptID].text(), first);
     state.current.records->moveFirst();
     state.current.records->movePrevious();
     view.cmdPrevious_Click();
     EXPECT_EQ(position(), QString("%1 of %1").arg(count));
-    EXPECT_NE(form.rpt.txtRptID->text(), first);
+    EXPECT_NE(form[txtRptID].text(), first);
 }
 
 TEST_F(RecordViewTest, GemListVariableClosesEditWhenReachedByMovingAnyOtherOpensIt) {
@@ -88,13 +88,12 @@ TEST_F(RecordViewTest, GemListVariableClosesEditWhenReachedByMovingAnyOtherOpens
         click(key);
         for (std::int32_t n = state.current.records->recordCount(); n > 1; --n) {
             view.cmdNext_Click();
-            EXPECT_EQ(form.nav.cmdUpdate->isEnabled(),
-                      form.var.cmbVarFormat->text().toUpper() != "L")
-                << form.var.txtVarID->text().toStdString();
+            EXPECT_EQ(form.nav.cmdUpdate->isEnabled(), form[cmbVarFormat].text().toUpper() != "L")
+                << form[txtVarID].text().toStdString();
         }
     }
     click("GEMSDV");
-    ASSERT_TRUE(moveToText(*form.var.cmbVarFormat, "L"));
+    ASSERT_TRUE(moveToText(form[cmbVarFormat], "L"));
 }
 
 TEST_F(RecordViewTest, DeleteStaysClosedForGemItemsAndSettings) {
@@ -119,57 +118,57 @@ TEST_F(RecordViewTest, PlaceholdersOfLimitsAndUnitShowAsBlank) {
                           {" null ", "", "", ""},   {"NULL", "5", "NULL", "5"},
                           {"-5", "0", "-5", "0"},   {"0", "0", "", ""}};
     click("CSTVSV");
-    const std::string id = form.var.txtVarID->text().toStdString();
+    const std::string id = form[txtVarID].text().toStdString();
     for (const Case& c : cases) {
         execute("UPDATE secs_cusvar SET var_min='" + std::string(c.minimum) + "', var_max='" +
                 c.maximum +
                 "', var_unit='null', var_val='0', var_defaultval=' Null ' WHERE var_id=" + id);
         click("CSTVSV");
-        EXPECT_EQ(form.var.txtVarMin->text(), c.shownMinimum) << c.minimum << "/" << c.maximum;
-        EXPECT_EQ(form.var.txtVarMax->text(), c.shownMaximum) << c.minimum << "/" << c.maximum;
-        EXPECT_EQ(form.var.txtVarUnit->text(), "");
-        EXPECT_EQ(form.var.txtVarValue->text(), "0");
-        EXPECT_EQ(form.var.txtVarDefValue->text(), "");
+        EXPECT_EQ(form[txtVarMin].text(), c.shownMinimum) << c.minimum << "/" << c.maximum;
+        EXPECT_EQ(form[txtVarMax].text(), c.shownMaximum) << c.minimum << "/" << c.maximum;
+        EXPECT_EQ(form[txtVarUnit].text(), "");
+        EXPECT_EQ(form[txtVarValue].text(), "0");
+        EXPECT_EQ(form[txtVarDefValue].text(), "");
     }
     EXPECT_TRUE(failures.isEmpty()) << failures.join("\n").toStdString();
 }
 
 TEST_F(RecordViewTest, AlarmWhoseSetEventIsZeroShowsItBlank) {
     click("CSTALM");
-    ASSERT_TRUE(moveToText(*form.alm.txtAlmID, "1"));
+    ASSERT_TRUE(moveToText(form[txtAlmID], "1"));
     const db::Value stored = state.current.records->field("alm_set_ceid");
     EXPECT_EQ(db::toText(stored), "0");
-    EXPECT_EQ(form.alm.txtAlmSetCEID->text(), "");
+    EXPECT_EQ(form[txtAlmSetCEID].text(), "");
 }
 
 TEST_F(RecordViewTest, ClearingInTheSettingsCategoryLeavesItsFields) {
     click("GEMSTT");
-    const QString name = form.stt.txtSttName->text();
-    const QString value = form.stt.txtSttValue->text();
+    const QString name = form[txtSttName].text();
+    const QString value = form[txtSttValue].text();
     view.lClearField();
     EXPECT_FALSE(name.isEmpty());
-    EXPECT_EQ(form.stt.txtSttName->text(), name);
-    EXPECT_EQ(form.stt.txtSttValue->text(), value);
+    EXPECT_EQ(form[txtSttName].text(), name);
+    EXPECT_EQ(form[txtSttValue].text(), value);
 }
 
 TEST_F(RecordViewTest, ClearingBlanksTheFieldsOfTheCategoryAndNothingWithoutARecordSet) {
     click("CSTVSV");
-    form.var.txtVarLmtCEID->setText("7");
-    form.alm.txtAlmName->setText("other category");
+    form[txtVarLmtCEID].setText("7");
+    form[txtAlmName].setText("other category");
     view.lClearField();
-    for (const browser::Binding& bound : browser::bindingsOf(form, form::CSTVSV))
-        EXPECT_EQ(bound.field->text(), "") << bound.column;
-    EXPECT_EQ(form.var.txtVarLmtCEID->text(), "");
-    EXPECT_EQ(form.alm.txtAlmName->text(), "other category");
-    state.category = form::CSTALM;
+    for (const gem::FieldFacts& facts : gem::fieldsOf(gem::CSTVSV))
+        EXPECT_EQ(form[facts.control].text(), "") << facts.column;
+    EXPECT_EQ(form[txtVarLmtCEID].text(), "");
+    EXPECT_EQ(form[txtAlmName].text(), "other category");
+    state.category = gem::CSTALM;
     state.current.drop();
     view.lClearField();
-    EXPECT_EQ(form.alm.txtAlmName->text(), "other category");
+    EXPECT_EQ(form[txtAlmName].text(), "other category");
 }
 
 TEST_F(RecordViewTest, NullInAShownColumnIsReportedAsNinetyFourAndMovingOnIsFree) {
     click("CSTVSV");
-    ASSERT_TRUE(moveToText(*form.var.txtVarID, "252"));
+    ASSERT_TRUE(moveToText(form[txtVarID], "252"));
     ASSERT_TRUE(failures.isEmpty()) << failures.join("\n").toStdString();
     view.cmdNext_Click();
     ASSERT_EQ(failures.size(), 1);
@@ -178,27 +177,27 @@ TEST_F(RecordViewTest, NullInAShownColumnIsReportedAsNinetyFourAndMovingOnIsFree
     view.cmdNext_Click();
     EXPECT_EQ(failures.size(), 1);
     EXPECT_FALSE(view.incomplete());
-    EXPECT_EQ(form.var.txtVarID->text(), "254");
+    EXPECT_EQ(form[txtVarID].text(), "254");
 }
 
 TEST_F(RecordViewTest, RecordWithNullsCanBeShownWholeWithoutAReport) {
     click("CSTVSV");
-    ASSERT_TRUE(moveToText(*form.var.txtVarID, "252"));
+    ASSERT_TRUE(moveToText(form[txtVarID], "252"));
     view.cmdNext_Click();
     view.displayNullsAsEmpty();
     EXPECT_EQ(failures.size(), 1);
     EXPECT_FALSE(view.incomplete());
-    EXPECT_EQ(form.var.txtVarID->text(), "253");
-    EXPECT_EQ(form.var.txtVarGroup->text(), "");
+    EXPECT_EQ(form[txtVarID].text(), "253");
+    EXPECT_EQ(form[txtVarGroup].text(), "");
 }
 
 TEST_F(RecordViewTest, EveryCategoryPagesFromFirstToLastAndBack) {
     for (const char* model : {"gem.mdb", "gem_int_flags.mdb"}) {
         STELVAN_NEEDS_SAMPLE(model);
         useModel(model);
-        for (std::int16_t index = 1; index <= browser::kCategories; ++index) {
+        for (std::int16_t index = 1; index <= gem::kCategories; ++index) {
             failures.clear();
-            tree.tvwSECSItem_NodeClick(form::toQt(categories.at(index).key));
+            tree.tvwSECSItem_NodeClick(form::toQt(gem::categoryAt(index).key));
             const std::int32_t count = state.current.records->recordCount();
             ASSERT_GT(count, 0) << model << index;
             for (std::int32_t n = 1; n <= count; ++n) {
@@ -209,7 +208,7 @@ TEST_F(RecordViewTest, EveryCategoryPagesFromFirstToLastAndBack) {
             EXPECT_EQ(position(), QString("1 of %1").arg(count));
             for (const QString& failure : failures) {
                 const bool knownNull =
-                    index == form::CSTVSV && failure.startsWith("ERROR(94) [frmMain.lDisplay");
+                    index == gem::CSTVSV && failure.startsWith("ERROR(94) [frmMain.lDisplay");
                 EXPECT_TRUE(knownNull || QLatin1String(model) == "gem_int_flags.mdb")
                     << model << index << failure.toStdString();
                 EXPECT_TRUE(failure.startsWith("ERROR(94) [frmMain.lDisplayField.0]:"))
@@ -230,49 +229,49 @@ TEST_F(RecordViewTest, AMoveButtonThatClosesHandsTheFocusToTheOther) {
 
 TEST_F(RecordViewTest, ChildrenOfAnotherVariableNeverStayInSight) {
     click("CSTVSV");
-    ASSERT_TRUE(moveToText(*form.var.txtVarID, "227"));
-    EXPECT_GT(form.var.children.selected->rowCount(), 0);
+    ASSERT_TRUE(moveToText(form[txtVarID], "227"));
+    EXPECT_GT(form.children.selected->rowCount(), 0);
     view.cmdPrevious_Click();
-    EXPECT_TRUE(form.var.children.selected->isHidden());
+    EXPECT_TRUE(form.children.selected->isHidden());
     click("GEMVEC");
-    EXPECT_TRUE(form.var.children.selected->isHidden());
+    EXPECT_TRUE(form.children.selected->isHidden());
 }
 
 TEST_F(RecordViewTest, ListsAreEmptyWhereNoRecordIsShown) {
     STELVAN_NEEDS_SAMPLE("gem_empty.mdb");
     click("CSTEVT");
-    ASSERT_TRUE(moveToText(*form.evt.txtEvtID, "162"));
+    ASSERT_TRUE(moveToText(form[txtEvtID], "162"));
     click("CSTRPT");
-    ASSERT_TRUE(moveToText(*form.rpt.txtRptID, "126"));
-    ASSERT_EQ(form.rpt.variables.selected->rowCount(), 14);
+    ASSERT_TRUE(moveToText(form[txtRptID], "126"));
+    ASSERT_EQ(form.variables.selected->rowCount(), 14);
     useModel("gem_empty.mdb");
     click("CSTEVT");
     click("CSTRPT");
-    EXPECT_EQ(form.evt.reports.selected->rowCount(), 0);
-    EXPECT_EQ(form.rpt.variables.selected->rowCount(), 0);
+    EXPECT_EQ(form.reports.selected->rowCount(), 0);
+    EXPECT_EQ(form.variables.selected->rowCount(), 0);
 }
 
 TEST_F(RecordViewTest, SettingsShowTheInputOfTheirKindAndNoOther) {
     click("GEMSTT");
-    ASSERT_TRUE(moveToText(*form.stt.txtSttName, "BaudRate"));
-    EXPECT_TRUE(form.stt.cmbSttValue->isVisible());
-    EXPECT_FALSE(form.stt.txtSttValue->isVisible());
-    ASSERT_TRUE(moveToText(*form.stt.txtSttName, "DeviceID"));
-    EXPECT_FALSE(form.stt.cmbSttValue->isVisible());
-    EXPECT_TRUE(form.stt.txtSttValue->isVisible());
-    EXPECT_FALSE(form.stt.txtSttValue->isOpen());
+    ASSERT_TRUE(moveToText(form[txtSttName], "BaudRate"));
+    EXPECT_TRUE(form[cmbSttValue].isVisible());
+    EXPECT_FALSE(form[txtSttValue].isVisible());
+    ASSERT_TRUE(moveToText(form[txtSttName], "DeviceID"));
+    EXPECT_FALSE(form[cmbSttValue].isVisible());
+    EXPECT_TRUE(form[txtSttValue].isVisible());
+    EXPECT_FALSE(form[txtSttValue].isOpen());
 }
 
 TEST_F(RecordViewTest, BindingNamesEachFieldsColumnAndRunsTheFormatChange) {
     int formatChanges = 0;
     view.cmbVarFormat_Change = [&formatChanges] { ++formatChanges; };
-    for (const std::int16_t category : {form::CSTALM, form::CSTVSV, form::LIMIT}) {
+    for (const std::int16_t category : {gem::CSTALM, gem::CSTVSV, gem::LIMIT}) {
         state.category = category;
         view.lLinkDataField();
     }
-    EXPECT_EQ(form.alm.txtAlmClrCEID->widget()->property("DataField").toString(), "alm_clr_ceid");
-    EXPECT_EQ(form.var.txtVarMin->widget()->property("DataField").toString(), "var_min");
-    EXPECT_EQ(form.lmt.txtLmtUBound->widget()->property("DataField").toString(), "upperdb");
+    EXPECT_EQ(form[txtAlmClrCEID].widget()->property("DataField").toString(), "alm_clr_ceid");
+    EXPECT_EQ(form[txtVarMin].widget()->property("DataField").toString(), "var_min");
+    EXPECT_EQ(form[txtLmtUBound].widget()->property("DataField").toString(), "upperdb");
     EXPECT_EQ(formatChanges, 1);
 }
 

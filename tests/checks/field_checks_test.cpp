@@ -38,7 +38,7 @@ TEST_F(FieldChecksTest, alarmFields) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     judge(
-        form::CSTALM, EditMode::Adding,
+        gem::CSTALM, EditMode::Adding,
         {
             {"txtAlmID", "", "1", "[Alarm ID]: Cannot be empty string."},
             {"txtAlmID", "1 5", "2", "[Alarm ID]: Cannot contain space in between."},
@@ -81,7 +81,7 @@ TEST_F(FieldChecksTest, alarmFields) {
 TEST_F(FieldChecksTest, eventFields) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
-    judge(form::CSTEVT, EditMode::Adding,
+    judge(gem::CSTEVT, EditMode::Adding,
           {
               {"txtEvtID", "", "1", "[Event ID]: Cannot be empty string."},
               {"txtEvtID", "1 5", "2", "[Event ID]: Cannot contain space in between."},
@@ -107,8 +107,8 @@ TEST_F(FieldChecksTest, eventFields) {
 TEST_F(FieldChecksTest, reportFields) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
-    form.rpt.variables.selected->appendRow({{"Clock", "1", "SV", "Y", ""}, false});
-    judge(form::CSTRPT, EditMode::Adding,
+    form.variables.selected->appendRow({{"Clock", "1", "SV", "Y", ""}, false});
+    judge(gem::CSTRPT, EditMode::Adding,
           {
               {"txtRptID", "", "1", "[Report ID]: Cannot be empty string."},
               {"txtRptID", "1 5", "2", "[Report ID]: Cannot contain space in between."},
@@ -131,7 +131,7 @@ TEST_F(FieldChecksTest, variableFields) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     judge(
-        form::CSTVSV, EditMode::Adding,
+        gem::CSTVSV, EditMode::Adding,
         {
             {"txtVarID", "", "1", "[Variable ID]: Cannot be empty string."},
             {"txtVarID", "1 5", "2", "[Variable ID]: Cannot contain space in between."},
@@ -159,20 +159,20 @@ TEST_F(FieldChecksTest, variableFields) {
 TEST_F(FieldChecksTest, anIdIsSearchedOnlyWhileAdding) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
-    judge(form::CSTVSV, EditMode::Editing, {{"txtVarID", "218", "0", ""}});
-    judge(form::CSTALM, EditMode::Editing, {{"txtAlmID", "101", "0", ""}});
+    judge(gem::CSTVSV, EditMode::Editing, {{"txtVarID", "218", "0", ""}});
+    judge(gem::CSTALM, EditMode::Editing, {{"txtAlmID", "101", "0", ""}});
 }
 
 TEST_F(FieldChecksTest, aRecordKeepsItsOwnNameWhateverItsLetterCaseAndOuterBlanks) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
-    state.loadedVariableName = "RobotState";
-    judge(form::CSTVSV, EditMode::Editing,
+    state.loadedName = "RobotState";
+    judge(gem::CSTVSV, EditMode::Editing,
           {{"txtVarName", "RobotState", "0", ""},
            {"txtVarName", "  ROBOTSTATE ", "0", ""},
            {"txtVarName", "RobotTheta", "6",
             "[Variable Name]: Name already exists. Please use other name. "}});
-    judge(form::CSTVSV, EditMode::Adding,
+    judge(gem::CSTVSV, EditMode::Adding,
           {{"txtVarName", "RobotState", "6",
             "[Variable Name]: Name already exists. Please use other name. "}});
 }
@@ -180,31 +180,31 @@ TEST_F(FieldChecksTest, aRecordKeepsItsOwnNameWhateverItsLetterCaseAndOuterBlank
 TEST_F(FieldChecksTest, aStoredNameWithAQuoteStaysEditable) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
-    state.loadedVariableName = "Pump'sHours";
-    judge(form::CSTVSV, EditMode::Editing, {{"txtVarName", "Pump'sHours", "0", ""}});
+    state.loadedName = "Pump'sHours";
+    judge(gem::CSTVSV, EditMode::Editing, {{"txtVarName", "Pump'sHours", "0", ""}});
 }
 
 TEST_F(FieldChecksTest, aNewNameWithAQuoteFailsOnceAndKeepsItsMarker) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
-    begin(form::CSTVSV, EditMode::Adding);
-    typeAndLeave(*form.var.txtVarName, "a b");
+    begin(gem::CSTVSV, EditMode::Adding);
+    typeAndLeave(form[txtVarName], "a b");
     const QString listed = box.text();
-    typeAndLeave(*form.var.txtVarName, "O'Brien");
+    typeAndLeave(form[txtVarName], "O'Brien");
     ASSERT_EQ(failures.size(), 1);
     EXPECT_TRUE(failures[0].contains("[frmMain.lGetRecordSet.0]") ||
                 failures[0].contains("[frmMain.lCheckDuplicate.0]"))
         << failures[0].toStdString();
-    EXPECT_EQ(form.var.txtVarName->marker(), "2");
+    EXPECT_EQ(form[txtVarName].marker(), "2");
     EXPECT_EQ(box.text(), listed);
 }
 
 TEST_F(FieldChecksTest, idsBeyond32BitsOverflowUnderTheHandlersName) {
-    const std::pair<std::int16_t, const char*> rows[] = {{form::CSTALM, "txtAlmID"},
-                                                         {form::CSTEVT, "txtEvtID"},
-                                                         {form::CSTRPT, "txtRptID"},
-                                                         {form::CSTVDV, "txtVarID"},
-                                                         {form::CSTALM, "txtAlmSetCEID"}};
+    const std::pair<std::int16_t, const char*> rows[] = {{gem::CSTALM, "txtAlmID"},
+                                                         {gem::CSTEVT, "txtEvtID"},
+                                                         {gem::CSTRPT, "txtRptID"},
+                                                         {gem::CSTVDV, "txtVarID"},
+                                                         {gem::CSTALM, "txtAlmSetCEID"}};
     for (const auto& [category, name] : rows) {
         begin(category, EditMode::Adding);
         failures.clear();
@@ -216,96 +216,96 @@ TEST_F(FieldChecksTest, idsBeyond32BitsOverflowUnderTheHandlersName) {
 }
 
 TEST_F(FieldChecksTest, twoHandlersReportUnderTheirOldNames) {
-    begin(form::CSTALM, EditMode::Adding);
-    typeAndLeave(*form.alm.txtAlmClrCEID, "2147483648");
+    begin(gem::CSTALM, EditMode::Adding);
+    typeAndLeave(form[txtAlmClrCEID], "2147483648");
     EXPECT_EQ(failures, QStringList("ERROR(6) [frmMain.txtAlmClrCEID_lostfocus.0]: Overflow"));
 }
 
 TEST_F(FieldChecksTest, nothingIsCheckedWhileBrowsing) {
-    begin(form::CSTALM, EditMode::Browsing);
-    typeAndLeave(*form.alm.txtAlmGroup, "a b");
-    EXPECT_EQ(form.alm.txtAlmGroup->marker(), "0");
+    begin(gem::CSTALM, EditMode::Browsing);
+    typeAndLeave(form[txtAlmGroup], "a b");
+    EXPECT_EQ(form[txtAlmGroup].marker(), "0");
     EXPECT_EQ(box.text(), "");
 }
 
 TEST_F(FieldChecksTest, nothingIsCheckedOnceTheEditIsOver) {
-    begin(form::CSTALM, EditMode::Editing);
+    begin(gem::CSTALM, EditMode::Editing);
     state.checksEnabled = false;
-    typeAndLeave(*form.alm.txtAlmGroup, "a b");
-    EXPECT_EQ(form.alm.txtAlmGroup->marker(), "0");
+    typeAndLeave(form[txtAlmGroup], "a b");
+    EXPECT_EQ(form[txtAlmGroup].marker(), "0");
     EXPECT_EQ(box.text(), "");
 }
 
 TEST_F(FieldChecksTest, aClosedFieldIsValid) {
-    begin(form::CSTALM, EditMode::Editing);
-    form.alm.txtAlmID->setText("0");
-    form.alm.txtAlmID->setLocked(true);
-    leave(*form.alm.txtAlmID);
-    EXPECT_EQ(form.alm.txtAlmID->marker(), "0");
+    begin(gem::CSTALM, EditMode::Editing);
+    form[txtAlmID].setText("0");
+    form[txtAlmID].setLocked(true);
+    leave(form[txtAlmID]);
+    EXPECT_EQ(form[txtAlmID].marker(), "0");
 }
 
 TEST_F(FieldChecksTest, theBoxListsTheWholeRecordInTableOrder) {
-    begin(form::CSTALM, EditMode::Adding);
-    typeAndLeave(*form.alm.txtAlmText, "");
-    typeAndLeave(*form.alm.txtAlmID, "0");
+    begin(gem::CSTALM, EditMode::Adding);
+    typeAndLeave(form[txtAlmText], "");
+    typeAndLeave(form[txtAlmID], "0");
     EXPECT_EQ(box.text(), line("Alarm ID", "Valid range is 1 to 2147483647. ") +
                               line("Alarm Text", "Cannot be empty string."));
 }
 
 TEST_F(FieldChecksTest, equalCeidsMarkBothSidesAndAreClearedTogether) {
-    begin(form::CSTALM, EditMode::Adding);
-    form.alm.txtAlmSetCEName->setText("A");
-    form.alm.txtAlmClrCEName->setText("B");
-    typeAndLeave(*form.alm.txtAlmSetCEID, "555");
-    typeAndLeave(*form.alm.txtAlmClrCEID, " 555 ");
+    begin(gem::CSTALM, EditMode::Adding);
+    form[txtAlmSetCEName].setText("A");
+    form[txtAlmClrCEName].setText("B");
+    typeAndLeave(form[txtAlmSetCEID], "555");
+    typeAndLeave(form[txtAlmClrCEID], " 555 ");
     EXPECT_EQ(
         box.text(),
         line("Alarm Set CEID", "Alarm Set CEID and Alarm Clear CEID cannot be the same. ") +
             line("Alarm Clear CEID", "Alarm Set CEID and Alarm Clear CEID cannot be the same. "));
-    typeAndLeave(*form.alm.txtAlmSetCEID, "556");
+    typeAndLeave(form[txtAlmSetCEID], "556");
     EXPECT_EQ(box.text(), "");
-    EXPECT_EQ(form.alm.txtAlmClrCEID->marker(), "0");
+    EXPECT_EQ(form[txtAlmClrCEID].marker(), "0");
 }
 
 TEST_F(FieldChecksTest, equalCeNamesMarkBothSidesAndAreClearedTogether) {
-    begin(form::CSTALM, EditMode::Adding);
-    form.alm.txtAlmSetCEID->setText("555");
-    form.alm.txtAlmClrCEID->setText("556");
-    typeAndLeave(*form.alm.txtAlmClrCEName, "Same");
-    typeAndLeave(*form.alm.txtAlmSetCEName, "Same ");
+    begin(gem::CSTALM, EditMode::Adding);
+    form[txtAlmSetCEID].setText("555");
+    form[txtAlmClrCEID].setText("556");
+    typeAndLeave(form[txtAlmClrCEName], "Same");
+    typeAndLeave(form[txtAlmSetCEName], "Same ");
     EXPECT_EQ(box.text(), line("Alarm Set CEName",
                                "Alarm Set CEName and Alarm Clear CEName cannot be the same. ") +
                               line("Alarm Clear CEName",
                                    "Alarm Set CEName and Alarm Clear CEName cannot be the same. "));
-    typeAndLeave(*form.alm.txtAlmClrCEName, "same");
+    typeAndLeave(form[txtAlmClrCEName], "same");
     EXPECT_EQ(box.text(), "");
 }
 
 TEST_F(FieldChecksTest, anEmptiedCeidKeepsItsMarkerUntilTheSave) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
-    begin(form::CSTALM, EditMode::Adding);
-    form.alm.txtAlmName->setText("New");
-    form.alm.txtAlmID->setText("7777");
-    form.alm.txtAlmGroup->setText("G");
-    form.alm.txtAlmText->setText("T");
-    typeAndLeave(*form.alm.txtAlmSetCEID, "x");
-    typeAndLeave(*form.alm.txtAlmSetCEID, "");
-    EXPECT_EQ(form.alm.txtAlmSetCEID->marker(), "3");
+    begin(gem::CSTALM, EditMode::Adding);
+    form[txtAlmName].setText("New");
+    form[txtAlmID].setText("7777");
+    form[txtAlmGroup].setText("G");
+    form[txtAlmText].setText("T");
+    typeAndLeave(form[txtAlmSetCEID], "x");
+    typeAndLeave(form[txtAlmSetCEID], "");
+    EXPECT_EQ(form[txtAlmSetCEID].marker(), "3");
     EXPECT_EQ(box.text(), line("Alarm Set CEID", "Must be numeric."));
-    EXPECT_TRUE(checks.checkForSave(form::CSTALM));
-    EXPECT_EQ(form.alm.txtAlmSetCEID->marker(), "0");
+    EXPECT_TRUE(checks.checkForSave(gem::CSTALM));
+    EXPECT_EQ(form[txtAlmSetCEID].marker(), "0");
 }
 
 TEST_F(FieldChecksTest, ceidAndCeNameFillEachOtherIn) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
-    begin(form::CSTALM, EditMode::Adding);
-    typeAndLeave(*form.alm.txtAlmSetCEID, "101");
-    EXPECT_EQ(form.alm.txtAlmSetCEName->text(), "Sc1AlarmSet");
-    typeAndLeave(*form.alm.txtAlmClrCEName, "sc1alarmcleared");
-    EXPECT_EQ(form.alm.txtAlmClrCEID->text(), "102");
-    EXPECT_EQ(form.alm.txtAlmClrCEName->text(), "sc1alarmcleared");
+    begin(gem::CSTALM, EditMode::Adding);
+    typeAndLeave(form[txtAlmSetCEID], "101");
+    EXPECT_EQ(form[txtAlmSetCEName].text(), "Sc1AlarmSet");
+    typeAndLeave(form[txtAlmClrCEName], "sc1alarmcleared");
+    EXPECT_EQ(form[txtAlmClrCEID].text(), "102");
+    EXPECT_EQ(form[txtAlmClrCEName].text(), "sc1alarmcleared");
     EXPECT_EQ(box.text(), "");
     EXPECT_EQ(failures, QStringList());
 }
@@ -313,104 +313,104 @@ TEST_F(FieldChecksTest, ceidAndCeNameFillEachOtherIn) {
 TEST_F(FieldChecksTest, whatWasFilledInIsChecked) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
-    begin(form::CSTALM, EditMode::Adding);
-    form.alm.txtAlmClrCEName->setText("Sc1AlarmSet");
-    typeAndLeave(*form.alm.txtAlmSetCEID, "101");
-    EXPECT_EQ(form.alm.txtAlmSetCEName->marker(), "22");
-    EXPECT_EQ(form.alm.txtAlmClrCEName->marker(), "22");
+    begin(gem::CSTALM, EditMode::Adding);
+    form[txtAlmClrCEName].setText("Sc1AlarmSet");
+    typeAndLeave(form[txtAlmSetCEID], "101");
+    EXPECT_EQ(form[txtAlmSetCEName].marker(), "22");
+    EXPECT_EQ(form[txtAlmClrCEName].marker(), "22");
 }
 
 TEST_F(FieldChecksTest, nothingTypedIsOverwrittenAndUnknownEventsFillNothing) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
-    begin(form::CSTALM, EditMode::Adding);
-    form.alm.txtAlmSetCEName->setText("Mine");
-    typeAndLeave(*form.alm.txtAlmSetCEID, "101");
-    EXPECT_EQ(form.alm.txtAlmSetCEName->text(), "Mine");
-    typeAndLeave(*form.alm.txtAlmClrCEID, "9999");
-    EXPECT_EQ(form.alm.txtAlmClrCEName->text(), "");
-    form.alm.txtAlmClrCEID->setText("");
-    typeAndLeave(*form.alm.txtAlmClrCEName, "EquipmentOffline");  // an event below 101
-    EXPECT_EQ(form.alm.txtAlmClrCEID->text(), "");
-    typeAndLeave(*form.alm.txtAlmClrCEName, "O'Brien");
+    begin(gem::CSTALM, EditMode::Adding);
+    form[txtAlmSetCEName].setText("Mine");
+    typeAndLeave(form[txtAlmSetCEID], "101");
+    EXPECT_EQ(form[txtAlmSetCEName].text(), "Mine");
+    typeAndLeave(form[txtAlmClrCEID], "9999");
+    EXPECT_EQ(form[txtAlmClrCEName].text(), "");
+    form[txtAlmClrCEID].setText("");
+    typeAndLeave(form[txtAlmClrCEName], "EquipmentOffline");  // an event below 101
+    EXPECT_EQ(form[txtAlmClrCEID].text(), "");
+    typeAndLeave(form[txtAlmClrCEName], "O'Brien");
     EXPECT_EQ(failures, QStringList());
 }
 
 TEST_F(FieldChecksTest, leavingAnUnchangedCeidFillsNothing) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
-    begin(form::CSTALM, EditMode::Editing);
-    form.alm.txtAlmSetCEID->setText("101");
-    leave(*form.alm.txtAlmSetCEID);
-    EXPECT_EQ(form.alm.txtAlmSetCEName->text(), "");
+    begin(gem::CSTALM, EditMode::Editing);
+    form[txtAlmSetCEID].setText("101");
+    leave(form[txtAlmSetCEID]);
+    EXPECT_EQ(form[txtAlmSetCEName].text(), "");
     EXPECT_TRUE(failures.isEmpty());
 }
 
 TEST_F(FieldChecksTest, theSaveFillsNothingIn) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
-    begin(form::CSTALM, EditMode::Adding);
-    type(*form.alm.txtAlmSetCEID, "101");
-    static_cast<void>(checks.checkForSave(form::CSTALM));
-    EXPECT_EQ(form.alm.txtAlmSetCEName->text(), "");
+    begin(gem::CSTALM, EditMode::Adding);
+    type(form[txtAlmSetCEID], "101");
+    static_cast<void>(checks.checkForSave(gem::CSTALM));
+    EXPECT_EQ(form[txtAlmSetCEName].text(), "");
 }
 
 TEST_F(FieldChecksTest, theSaveRunsAllChecksAfterAFailureAndIsRefused) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
-    begin(form::CSTALM, EditMode::Adding);
-    form.alm.txtAlmName->setText("New");
-    form.alm.txtAlmID->setText("2147483648");
-    form.alm.txtAlmGroup->setText("G");
-    form.alm.txtAlmText->setText("");
-    EXPECT_FALSE(checks.checkForSave(form::CSTALM));
+    begin(gem::CSTALM, EditMode::Adding);
+    form[txtAlmName].setText("New");
+    form[txtAlmID].setText("2147483648");
+    form[txtAlmGroup].setText("G");
+    form[txtAlmText].setText("");
+    EXPECT_FALSE(checks.checkForSave(gem::CSTALM));
     EXPECT_EQ(failures, QStringList("ERROR(6) [frmMain.txtAlmID_LostFocus.0]: Overflow"));
     EXPECT_EQ(box.text(), line("Alarm Text", "Cannot be empty string."));
-    form.alm.txtAlmText->setText("T");
-    EXPECT_FALSE(checks.checkForSave(form::CSTALM));
+    form[txtAlmText].setText("T");
+    EXPECT_FALSE(checks.checkForSave(gem::CSTALM));
     EXPECT_EQ(box.text(), "");  // no field is at fault, yet what could not be judged is not saved
-    form.alm.txtAlmID->setText("7777");
-    EXPECT_TRUE(checks.checkForSave(form::CSTALM));
+    form[txtAlmID].setText("7777");
+    EXPECT_TRUE(checks.checkForSave(gem::CSTALM));
 }
 
 TEST_F(FieldChecksTest, everyCategorysChecksRunForTheSave) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     const QString empty = "Cannot be empty string.";
-    begin(form::CSTVDV, EditMode::Adding);
-    EXPECT_FALSE(checks.checkForSave(form::CSTVDV));
+    begin(gem::CSTVDV, EditMode::Adding);
+    EXPECT_FALSE(checks.checkForSave(gem::CSTVDV));
     EXPECT_EQ(box.text(), line("Variable Name", empty) + line("Variable ID", empty) +
                               line("Variable Group", empty) + line("Variable Desc", empty) +
                               line("Variable Format", empty));
-    begin(form::CSTALM, EditMode::Adding);
-    EXPECT_FALSE(checks.checkForSave(form::CSTALM));
+    begin(gem::CSTALM, EditMode::Adding);
+    EXPECT_FALSE(checks.checkForSave(gem::CSTALM));
     EXPECT_EQ(box.text(), line("Alarm Name", empty) + line("Alarm ID", empty) +
                               line("Alarm Group", empty) + line("Alarm Text", empty));
-    begin(form::CSTEVT, EditMode::Adding);
-    EXPECT_FALSE(checks.checkForSave(form::CSTEVT));
+    begin(gem::CSTEVT, EditMode::Adding);
+    EXPECT_FALSE(checks.checkForSave(gem::CSTEVT));
     EXPECT_EQ(box.text(), line("Event Name", empty) + line("Event ID", empty) +
                               line("Event Group", empty) + line("Event Desc", empty));
-    begin(form::CSTRPT, EditMode::Adding);
-    EXPECT_FALSE(checks.checkForSave(form::CSTRPT));
+    begin(gem::CSTRPT, EditMode::Adding);
+    EXPECT_FALSE(checks.checkForSave(gem::CSTRPT));
     EXPECT_EQ(box.text(), line("Report Name", empty) + line("Report ID", empty) +
                               line("Report Desc", empty) +
                               line("Report Variable List", "Must contain item."));
-    EXPECT_TRUE(checks.checkForSave(form::GEMEVT));
+    EXPECT_TRUE(checks.checkForSave(gem::GEMEVT));
     EXPECT_EQ(failures, QStringList());
 }
 
 TEST_F(FieldChecksTest, theSaveTakesOverTheListsSpellingOfAFormat) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
-    begin(form::CSTVDV, EditMode::Adding);
+    begin(gem::CSTVDV, EditMode::Adding);
     chooseFormat("u4");
-    static_cast<void>(checks.checkForSave(form::CSTVDV));
-    EXPECT_EQ(form.var.cmbVarFormat->text(), "U4");
+    static_cast<void>(checks.checkForSave(gem::CSTVDV));
+    EXPECT_EQ(form[cmbVarFormat].text(), "U4");
 }
 
 TEST_F(FieldChecksTest, theLimitEventMustBeNumericToBeLeft) {
-    begin(form::CSTVDV, EditMode::Editing);
-    form::Field& ceid = *form.var.txtVarLmtCEID;
+    begin(gem::CSTVDV, EditMode::Editing);
+    form::Field& ceid = form[txtVarLmtCEID];
     type(ceid, "abc");
     QTest::keyClick(ceid.widget(), Qt::Key_Tab);
     ASSERT_EQ(dialogs.messages.size(), 1u);
@@ -425,8 +425,8 @@ TEST_F(FieldChecksTest, theLimitEventMustBeNumericToBeLeft) {
 }
 
 TEST_F(FieldChecksTest, theLimitEventIsNotJudgedOnTheWayToCancelOrWhileBrowsing) {
-    begin(form::CSTVDV, EditMode::Editing);
-    form::Field& ceid = *form.var.txtVarLmtCEID;
+    begin(gem::CSTVDV, EditMode::Editing);
+    form::Field& ceid = form[txtVarLmtCEID];
     form.nav.cmdCancel->show();
     type(ceid, "abc");
     form.nav.cmdCancel->setFocus(Qt::MouseFocusReason);
@@ -438,12 +438,12 @@ TEST_F(FieldChecksTest, theLimitEventIsNotJudgedOnTheWayToCancelOrWhileBrowsing)
 }
 
 TEST_F(FieldChecksTest, theLimitEventHandsTheFocusToEditWhenThatIsEnabled) {
-    begin(form::CSTVDV, EditMode::Browsing);
+    begin(gem::CSTVDV, EditMode::Browsing);
     form.nav.cmdUpdate->setEnabled(true);
-    leave(*form.var.txtVarLmtCEID);
+    leave(form[txtVarLmtCEID]);
     QTRY_VERIFY(form.nav.cmdUpdate->hasFocus());
     form.nav.cmdUpdate->setEnabled(false);
-    leave(*form.var.txtVarLmtCEID);
+    leave(form[txtVarLmtCEID]);
     QApplication::processEvents();
     EXPECT_FALSE(form.nav.cmdUpdate->hasFocus());
 }

@@ -11,7 +11,7 @@ protected:
         for (const char* name : names) field(name).setMarker(marker);
     }
     void giveReportAVariable() {
-        form.rpt.variables.selected->appendRow({{"Clock", "1", "SV", "Y", ""}, false});
+        form.variables.selected->appendRow({{"Clock", "1", "SV", "Y", ""}, false});
     }
 };
 

@@ -32,21 +32,23 @@ protected:
         }
         return open;
     }
+    static constexpr gem::Control kDependents[] = {txtVarMax, txtVarMin, txtVarUnit, txtVarDefValue,
+                                                   txtVarValue};
     QString texts() const {
         QStringList all;
-        for (const form::Field* f : format.dependents()) all << f->text();
+        for (const gem::Control f : kDependents) all << form[f].text();
         return all.join('|');
     }
     void fillAll() {
         int n = 1;
-        for (form::Field* f : format.dependents()) f->setText(QString::number(n++));
+        for (const gem::Control f : kDependents) form[f].setText(QString::number(n++));
     }
 };
 
 TEST_F(VariableFormatTest, listIsFilledForTheCategory) {
     for (std::int16_t kind = 0; kind <= 12; ++kind) {
-        form.var.cmbVarFormat->setEntries({"old"});
-        form.var.cmbVarFormat->setText("U4");
+        form[cmbVarFormat].setEntries({"old"});
+        form[cmbVarFormat].setText("U4");
         format.lLoadVarFormat(kind);
         QStringList expected;
         if (kind == 7 || kind == 8) expected = kAll;
@@ -54,28 +56,28 @@ TEST_F(VariableFormatTest, listIsFilledForTheCategory) {
             expected = kAll;
             expected.removeAll("L");
         }
-        EXPECT_EQ(form.var.cmbVarFormat->entries(), expected) << kind;
-        EXPECT_EQ(form.var.cmbVarFormat->text(), "U4") << kind;
+        EXPECT_EQ(form[cmbVarFormat].entries(), expected) << kind;
+        EXPECT_EQ(form[cmbVarFormat].text(), "U4") << kind;
     }
 }
 
 TEST_F(VariableFormatTest, aFormatIsKnownLetterCaseApart) {
-    format.lLoadVarFormat(form::CSTVEC);
+    format.lLoadVarFormat(gem::CSTVEC);
     for (const char* known : {"A", "u4", "Bl", "f8", ""})
         EXPECT_TRUE(format.lCheckFormat(known)) << known;
     for (const char* unknown : {"L", "X", "U16", " U4"})
         EXPECT_FALSE(format.lCheckFormat(unknown)) << unknown;
-    format.lLoadVarFormat(form::GEMVEC);
+    format.lLoadVarFormat(gem::GEMVEC);
     EXPECT_FALSE(format.lCheckFormat("A"));
     EXPECT_FALSE(format.lCheckFormat(""));
 }
 
 TEST_F(VariableFormatTest, theChosenFormatIsMarkedAndListed) {
-    begin(form::CSTVDV, EditMode::Adding);
+    begin(gem::CSTVDV, EditMode::Adding);
     const auto marked = [&](const QString& text) {
-        form.var.cmbVarFormat->setText(text);
+        form[cmbVarFormat].setText(text);
         format.lVarCheckFormat();
-        return form.var.cmbVarFormat->marker();
+        return form[cmbVarFormat].marker();
     };
     EXPECT_EQ(marked("U4"), "0");
     EXPECT_EQ(box.text(), "");
@@ -84,28 +86,28 @@ TEST_F(VariableFormatTest, theChosenFormatIsMarkedAndListed) {
     EXPECT_EQ(box.text(), line("Variable Format", "Cannot be empty string."));
     EXPECT_EQ(marked("X"), "37");
     EXPECT_EQ(box.text(), line("Variable Format", "Invalid variable format. "));
-    form.var.cmbVarFormat->setEntries({"A"});
+    form[cmbVarFormat].setEntries({"A"});
     EXPECT_EQ(marked(""), "1");  // empty and not even offered
 }
 
 TEST_F(VariableFormatTest, nothingIsCheckedWhileBrowsing) {
-    begin(form::CSTVDV, EditMode::Browsing);
-    form.var.cmbVarFormat->setText("X");
+    begin(gem::CSTVDV, EditMode::Browsing);
+    form[cmbVarFormat].setText("X");
     format.lVarCheckFormat();
-    EXPECT_EQ(form.var.cmbVarFormat->marker(), "0");
-    form.var.txtVarMin->setText("5");
-    form.var.cmbVarFormat->setText("L");
+    EXPECT_EQ(form[cmbVarFormat].marker(), "0");
+    form[txtVarMin].setText("5");
+    form[cmbVarFormat].setText("L");
     format.lVarSetFormatRight();
-    EXPECT_EQ(form.var.txtVarMin->text(), "5");
+    EXPECT_EQ(form[txtVarMin].text(), "5");
     EXPECT_TRUE(childEditor.empty());
 }
 
 TEST_F(VariableFormatTest, aClosedFormatBoxIsValid) {
-    begin(form::GEMVDV, EditMode::Editing);
-    form.var.cmbVarFormat->setText("U4");
-    form.var.cmbVarFormat->setEnabled(false);
+    begin(gem::GEMVDV, EditMode::Editing);
+    form[cmbVarFormat].setText("U4");
+    form[cmbVarFormat].setEnabled(false);
     format.lVarCheckFormat();
-    EXPECT_EQ(form.var.cmbVarFormat->marker(), "0");
+    EXPECT_EQ(form[cmbVarFormat].marker(), "0");
 }
 
 TEST_F(VariableFormatTest, everyFormatOpensItsFields) {
@@ -127,10 +129,10 @@ TEST_F(VariableFormatTest, everyFormatOpensItsFields) {
         {"", "00000", "1|2|3|4|5", false},   {"X", "00000", "1|2|3|4|5", false},
     };
     for (const Row& row : rows) {
-        begin(form::CSTVSV, EditMode::Editing);
+        begin(gem::CSTVSV, EditMode::Editing);
         fillAll();
         childEditor.clear();
-        form.var.cmbVarFormat->setText(row.code);
+        form[cmbVarFormat].setText(row.code);
         format.lVarSetFormatRight();
         EXPECT_EQ(openFields(), row.open) << row.code;
         EXPECT_EQ(texts(), row.texts) << row.code;
@@ -139,28 +141,28 @@ TEST_F(VariableFormatTest, everyFormatOpensItsFields) {
 }
 
 TEST_F(VariableFormatTest, anEquipmentConstantIsNoList) {
-    begin(form::CSTVEC, EditMode::Adding);
+    begin(gem::CSTVEC, EditMode::Adding);
     fillAll();
     chooseFormat("L");
     EXPECT_EQ(openFields(), "00000");
     EXPECT_EQ(texts(), "1|2|3|4|5");
     EXPECT_EQ(childEditor, std::vector<bool>{false});
-    EXPECT_EQ(form.var.cmbVarFormat->marker(), "37");
+    EXPECT_EQ(form[cmbVarFormat].marker(), "37");
 }
 
 TEST_F(VariableFormatTest, aFieldThatAFormatClosesHasNoFault) {
-    begin(form::CSTVDV, EditMode::Editing);
-    for (form::Field* f : format.dependents()) f->setMarker("7");
-    form.var.cmbVarFormat->setText("A");
+    begin(gem::CSTVDV, EditMode::Editing);
+    for (const gem::Control f : kDependents) form[f].setMarker("7");
+    form[cmbVarFormat].setText("A");
     format.lVarSetFormatRight();
-    EXPECT_EQ(form.var.txtVarMax->marker(), "0");
-    EXPECT_EQ(form.var.txtVarMin->marker(), "0");
-    EXPECT_EQ(form.var.txtVarUnit->marker(), "0");
+    EXPECT_EQ(form[txtVarMax].marker(), "0");
+    EXPECT_EQ(form[txtVarMin].marker(), "0");
+    EXPECT_EQ(form[txtVarUnit].marker(), "0");
 }
 
 TEST_F(VariableFormatTest, textsEmptiedByAFormatComeBackWithALaterOne) {
-    begin(form::CSTVDV, EditMode::Editing);
-    form.var.cmbVarFormat->setText("U4");
+    begin(gem::CSTVDV, EditMode::Editing);
+    form[cmbVarFormat].setText("U4");
     format.lVarSetFormatRight();
     fillAll();
     chooseFormat("L");
@@ -172,59 +174,59 @@ TEST_F(VariableFormatTest, textsEmptiedByAFormatComeBackWithALaterOne) {
 }
 
 TEST_F(VariableFormatTest, aTextTypedMeanwhileIsNotOverwritten) {
-    begin(form::CSTVDV, EditMode::Editing);
-    form.var.cmbVarFormat->setText("U4");
+    begin(gem::CSTVDV, EditMode::Editing);
+    form[cmbVarFormat].setText("U4");
     format.lVarSetFormatRight();
-    form.var.txtVarValue->setText("5");
+    form[txtVarValue].setText("5");
     chooseFormat("L");
     chooseFormat("U1");
-    form.var.txtVarValue->setText("9");
+    form[txtVarValue].setText("9");
     chooseFormat("U2");
-    EXPECT_EQ(form.var.txtVarValue->text(), "9");
+    EXPECT_EQ(form[txtVarValue].text(), "9");
 }
 
 TEST_F(VariableFormatTest, textsEmptiedInAFormerEditStayAway) {
-    begin(form::CSTVDV, EditMode::Editing);
-    form.var.txtVarMin->setText("5");
+    begin(gem::CSTVDV, EditMode::Editing);
+    form[txtVarMin].setText("5");
     chooseFormat("L");
-    form.var.cmbVarFormat->setText("");
+    form[cmbVarFormat].setText("");
     checks.beginEdit();
     chooseFormat("U4");
-    EXPECT_EQ(form.var.txtVarMin->text(), "");
+    EXPECT_EQ(form[txtVarMin].text(), "");
 }
 
 TEST_F(VariableFormatTest, oneChoiceActsOnce) {
-    begin(form::CSTVDV, EditMode::Adding);
-    auto* const combo = qobject_cast<QComboBox*>(form.var.cmbVarFormat->widget());
+    begin(gem::CSTVDV, EditMode::Adding);
+    auto* const combo = qobject_cast<QComboBox*>(form[cmbVarFormat].widget());
     combo->setFocus();
     QTest::keyClick(combo, Qt::Key_Down);
-    EXPECT_EQ(form.var.cmbVarFormat->text(), "A");
+    EXPECT_EQ(form[cmbVarFormat].text(), "A");
     EXPECT_EQ(childEditor.size(), 1u);
-    emit form.var.cmbVarFormat->chosen();
+    emit form[cmbVarFormat].chosen();
     EXPECT_EQ(childEditor.size(), 1u);
 }
 
 TEST_F(VariableFormatTest, oldFaultsDoNotSurviveAChangeOfFormat) {
-    begin(form::CSTVDV, EditMode::Adding);
+    begin(gem::CSTVDV, EditMode::Adding);
     chooseFormat("U1");
-    typeAndLeave(*form.var.txtVarValue, "300");
-    EXPECT_EQ(form.var.txtVarValue->marker(), "7");
+    typeAndLeave(form[txtVarValue], "300");
+    EXPECT_EQ(form[txtVarValue].marker(), "7");
     EXPECT_EQ(box.text(), line("Variable Value", "Valid range for U1 is 0 to 255. "));
     chooseFormat("A");
-    EXPECT_EQ(form.var.txtVarValue->marker(), "0");
+    EXPECT_EQ(form[txtVarValue].marker(), "0");
     EXPECT_EQ(box.text(), "");
     chooseFormat("I1");
-    EXPECT_EQ(form.var.txtVarValue->marker(), "10");
+    EXPECT_EQ(form[txtVarValue].marker(), "10");
     EXPECT_EQ(box.text(), line("Variable Value", "Valid range for I1 is -128 to 127. "));
     chooseFormat("U8");
-    EXPECT_EQ(form.var.txtVarValue->marker(), "0");
+    EXPECT_EQ(form[txtVarValue].marker(), "0");
     EXPECT_EQ(box.text(), "");
 }
 
 TEST_F(VariableFormatTest, anUnknownFormatLeavesOnlyItsOwnFault) {
-    begin(form::CSTVDV, EditMode::Adding);
+    begin(gem::CSTVDV, EditMode::Adding);
     chooseFormat("U1");
-    typeAndLeave(*form.var.txtVarValue, "300");
+    typeAndLeave(form[txtVarValue], "300");
     chooseFormat("X9");
     EXPECT_EQ(box.text(), line("Variable Format", "Invalid variable format. "));
     chooseFormat("");
@@ -232,10 +234,10 @@ TEST_F(VariableFormatTest, anUnknownFormatLeavesOnlyItsOwnFault) {
 }
 
 TEST_F(VariableFormatTest, aTypedFormatTakesTheListsSpellingWhenLeft) {
-    begin(form::CSTVDV, EditMode::Adding);
-    typeAndLeave(*form.var.cmbVarFormat, "u4");
-    EXPECT_EQ(form.var.cmbVarFormat->text(), "U4");
-    EXPECT_EQ(form.var.cmbVarFormat->marker(), "0");
+    begin(gem::CSTVDV, EditMode::Adding);
+    typeAndLeave(form[cmbVarFormat], "u4");
+    EXPECT_EQ(form[cmbVarFormat].text(), "U4");
+    EXPECT_EQ(form[cmbVarFormat].marker(), "0");
 }
 
 TEST_F(VariableFormatTest, aStoredSpellingThatNobodyTouchedStays) {
@@ -243,11 +245,11 @@ TEST_F(VariableFormatTest, aStoredSpellingThatNobodyTouchedStays) {
     useDatabase("gem.mdb");
     database.lLoadData("select * from secs_cusvar where var_id = 244");
     ASSERT_EQ(failures, QStringList());
-    begin(form::CSTVSV, EditMode::Editing);
-    form.var.cmbVarFormat->setText("l");
+    begin(gem::CSTVSV, EditMode::Editing);
+    form[cmbVarFormat].setText("l");
     checks.beginEdit();
-    leave(*form.var.cmbVarFormat);
-    EXPECT_EQ(form.var.cmbVarFormat->text(), "l");
+    leave(form[cmbVarFormat]);
+    EXPECT_EQ(form[cmbVarFormat].text(), "l");
 }
 
 TEST_F(VariableFormatTest, aChildOfAListIsNoListItself) {
@@ -255,19 +257,19 @@ TEST_F(VariableFormatTest, aChildOfAListIsNoListItself) {
     useDatabase("gem.mdb");
     database.lLoadData("select * from secs_cusvar where var_id = 239");
     ASSERT_EQ(failures, QStringList());
-    begin(form::CSTVSV, EditMode::Editing);
+    begin(gem::CSTVSV, EditMode::Editing);
     chooseFormat("L");
-    EXPECT_EQ(form.var.cmbVarFormat->marker(), "37");
+    EXPECT_EQ(form[cmbVarFormat].marker(), "37");
     chooseFormat("A");
-    EXPECT_EQ(form.var.cmbVarFormat->marker(), "0");
+    EXPECT_EQ(form[cmbVarFormat].marker(), "0");
 }
 
 TEST_F(VariableFormatTest, verifyingAValueMarksItsField) {
-    begin(form::CSTVDV, EditMode::Adding);
-    form::Field& value = *form.var.txtVarValue;
+    begin(gem::CSTVDV, EditMode::Adding);
+    form::Field& value = form[txtVarValue];
     const auto marked = [&](const char* code, const QString& text) {
         value.setText(text);
-        const bool valid = format.lVarVerifyValue(value, code);
+        const bool valid = format.lVarVerifyValue(txtVarValue, code);
         EXPECT_EQ(valid, value.marker() == "0");
         return value.marker();
     };
@@ -291,37 +293,38 @@ TEST_F(VariableFormatTest, verifyingAValueMarksItsField) {
 }
 
 TEST_F(VariableFormatTest, withoutACheckTheResultReflectsTheOldMarker) {
-    begin(form::CSTVDV, EditMode::Adding);
-    form::Field& value = *form.var.txtVarValue;
+    begin(gem::CSTVDV, EditMode::Adding);
+    form::Field& value = form[txtVarValue];
     value.setText("anything");
     for (const char* code : {"L", "I8", "U8", "", "u1"}) {
         value.setMarker("7");
-        EXPECT_FALSE(format.lVarVerifyValue(value, code)) << code;
+        EXPECT_FALSE(format.lVarVerifyValue(txtVarValue, code)) << code;
         EXPECT_EQ(value.marker(), "7") << code;
         value.setMarker("0");
-        EXPECT_TRUE(format.lVarVerifyValue(value, code)) << code;
+        EXPECT_TRUE(format.lVarVerifyValue(txtVarValue, code)) << code;
     }
 }
 
 TEST_F(VariableFormatTest, blanksAloneLeaveTheMarker) {
-    begin(form::CSTVDV, EditMode::Adding);
-    form.var.txtVarValue->setText("   ");
-    form.var.txtVarValue->setMarker("7");
-    EXPECT_FALSE(format.lVarVerifyValue(*form.var.txtVarValue, "U1"));
-    EXPECT_EQ(form.var.txtVarValue->marker(), "7");
+    begin(gem::CSTVDV, EditMode::Adding);
+    form[txtVarValue].setText("   ");
+    form[txtVarValue].setMarker("7");
+    EXPECT_FALSE(format.lVarVerifyValue(txtVarValue, "U1"));
+    EXPECT_EQ(form[txtVarValue].marker(), "7");
 }
 
 TEST_F(VariableFormatTest, anOverflowIsReportedAndLeavesTheMarker) {
-    begin(form::CSTVDV, EditMode::Adding);
+    begin(gem::CSTVDV, EditMode::Adding);
     for (const auto& [code, text] : {std::pair{"U4", "2147483648"},
                                      {"I4", "-2147483649"},
                                      {"F4", "3.5e38"},
                                      {"F8", "2e308"},
                                      {"U1", "99999999999"}}) {
-        form.var.txtVarValue->setText(text);
+        form[txtVarValue].setText(text);
         failures.clear();
-        EXPECT_FALSE(format.lVarVerifyValue(*form.var.txtVarValue, code)) << code;
-        EXPECT_EQ(form.var.txtVarValue->marker(), "0") << code;
+        errors.handle("txtVarValue_LostFocus",
+                      [&] { (void)format.lVarVerifyValue(txtVarValue, code); });
+        EXPECT_EQ(form[txtVarValue].marker(), "0") << code;
         EXPECT_EQ(failures, QStringList("ERROR(6) [frmMain.lVarVerifyValue.0]: Overflow")) << code;
     }
 }

@@ -80,7 +80,7 @@ TEST_P(ShippedModelTest, ValuesObeyTheirFormat) {
     for (const Row& variable : variables_) {
         const std::string format = variable.at("var_format");
         SCOPED_TRACE(variable.at("var_name") + " " + format);
-        ASSERT_TRUE(rules::kindOf(format) != rules::ValueKind::None || format == "L");
+        ASSERT_TRUE(rules::valueKindOf(format) != rules::ValueKind::None || format == "L");
         for (const char* column : {"var_min", "var_max", "var_defaultval", "var_val"}) {
             if (const auto fault = rules::checkValue(shown(variable.at(column)), format)) {
                 EXPECT_EQ(*fault, gem::NO_EXCEPTION) << column;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/error_info.h"
 #include "tests/db/gem_file.h"
 
 namespace stelvan::db {
@@ -16,9 +17,8 @@ struct Window {
     std::string path;
     std::vector<std::string> shown;
     base::ErrorInfo errors{[this](const std::string& line) { shown.push_back(line); }};
-    DataSource adoGEM;
     CurrentRecords current;
-    Operations operations{errors, path, adoGEM, current};
+    Operations operations{path, current};
 
     [[nodiscard]] bool reportedOnce(const std::string& procedure, std::int32_t number) const {
         const std::string start =
@@ -76,7 +76,8 @@ TEST(GetNextId, ATextThatIsNoNumberYieldsTheEmptyText) {
 TEST(GetNextId, AFailureIsReportedUnderItsName) {
     STELVAN_GEM_FILE("gem.mdb");
     Window window(file.path());
-    EXPECT_EQ(window.operations.lGetNextID("evt_id", "no_table"), "");
+    window.errors.handle("cmdNew_Click",
+                         [&] { (void)window.operations.lGetNextID("evt_id", "no_table"); });
     EXPECT_TRUE(window.reportedOnce("lGetNextID", -2147217865));
 }
 
@@ -94,14 +95,21 @@ TEST(CheckDuplicate, FindsIdentifiersAndQuotedTexts) {
 TEST(CheckDuplicate, ATextValueNotWrappedInQuotesIsReported) {
     STELVAN_GEM_FILE("gem.mdb");
     Window window(file.path());
-    EXPECT_FALSE(window.operations.lCheckDuplicate("ABC", "evt_name", "secs_cusevent"));
+    window.errors.handle("txtEvtName_LostFocus", [&] {
+        const bool found = window.operations.lCheckDuplicate("ABC", "evt_name", "secs_cusevent");
+        ADD_FAILURE() << "a question that could not be asked was answered: " << found;
+    });
     EXPECT_TRUE(window.reportedOnce("lCheckDuplicate", -2147217904));
 }
 
 TEST(CheckDuplicate, AQuoteInsideTheTextBreaksTheStatement) {
     STELVAN_GEM_FILE("gem.mdb");
     Window window(file.path());
-    EXPECT_FALSE(window.operations.lCheckDuplicate("'Operator's name'", "var_name", "secs_cusvar"));
+    window.errors.handle("txtEvtName_LostFocus", [&] {
+        const bool found =
+            window.operations.lCheckDuplicate("'Operator's name'", "var_name", "secs_cusvar");
+        ADD_FAILURE() << "a question that could not be asked was answered: " << found;
+    });
     EXPECT_TRUE(window.reportedOnce("lCheckDuplicate", -2147217900));
 }
 
@@ -124,7 +132,8 @@ TEST(FilterField, AQuoteInTheValueIsReported) {
     STELVAN_GEM_FILE("gem.mdb");
     Window window(file.path());
     const auto events = file.records("select * from secs_gemevent");
-    window.operations.lFilterField(*events, "evt_name", "it's");
+    window.errors.handle("test",
+                         [&] { window.operations.lFilterField(*events, "evt_name", "it's"); });
     EXPECT_TRUE(window.reportedOnce("lFilterField", 3001));
     EXPECT_EQ(events->recordCount(), 25);
 }
@@ -134,12 +143,12 @@ TEST(LoadData, ReplacesTheCurrentRecordsAndCallsTheDisplay) {
     Window window(file.path());
     int displayed = 0;
     window.operations.onLoaded = [&] { ++displayed; };
-    EXPECT_TRUE(window.operations.lLoadData("select * from secs_gemevent"));
+    window.operations.lLoadData("select * from secs_gemevent");
     EXPECT_EQ(window.current.position, 1);
-    EXPECT_EQ(window.current.records, window.adoGEM.recordset);
+    EXPECT_EQ(window.current.adoGEM.recordSource, "select * from secs_gemevent");
     const auto old = window.current.records;
     old->setField("evt_enable", Value(std::int32_t{0}));
-    EXPECT_TRUE(window.operations.lLoadData("select * from secs_report"));
+    window.operations.lLoadData("select * from secs_report");
     EXPECT_EQ(old->state(), ObjectState::Closed);
     EXPECT_EQ(window.current.records->recordCount(), 60);
     EXPECT_EQ(displayed, 2);
@@ -149,7 +158,7 @@ TEST(LoadData, ReplacesTheCurrentRecordsAndCallsTheDisplay) {
 TEST(LoadData, AQueryWithoutRowsLeavesTheRecordNumberZero) {
     STELVAN_GEM_FILE("gem_empty.mdb");
     Window window(file.path());
-    EXPECT_TRUE(window.operations.lLoadData("select * from secs_report"));
+    window.operations.lLoadData("select * from secs_report");
     EXPECT_EQ(window.current.position, 0);
     EXPECT_FALSE(window.current.onRecord());
 }
@@ -159,11 +168,12 @@ TEST(LoadData, AFailureLeavesNoRecordSetAtAll) {
     Window window(file.path());
     int displayed = 0;
     window.operations.onLoaded = [&] { ++displayed; };
-    EXPECT_TRUE(window.operations.lLoadData("select * from secs_gemevent"));
+    window.operations.lLoadData("select * from secs_gemevent");
     window.path = file.path() + ".missing";
-    EXPECT_FALSE(window.operations.lLoadData("select * from secs_report"));
+    EXPECT_FALSE(window.errors.handle("tvwSECSItem_NodeClick", [&] {
+        window.operations.lLoadData("select * from secs_report");
+    }));
     EXPECT_EQ(window.current.records, nullptr);
-    EXPECT_EQ(window.adoGEM.recordset, nullptr);
     EXPECT_EQ(window.current.position, 0);
     EXPECT_EQ(displayed, 1);
     EXPECT_TRUE(window.reportedOnce("lLoadData", -2147467259));
@@ -175,14 +185,15 @@ TEST(GetRecordSet, OpensAndReturnsTheRecordSetOrNothing) {
     Window window(file.path());
     Connection connection;
     Recordset records;
-    EXPECT_EQ(window.operations.lGetRecordSet(connection, records,
-                                              "SELECT rpt_name, rpt_id FROM secs_report"),
+    EXPECT_EQ(&window.operations.lGetRecordSet(connection, records,
+                                               "SELECT rpt_name, rpt_id FROM secs_report"),
               &records);
     EXPECT_EQ(records.recordCount(), 60);
     records.close();
     connection.close();
-    EXPECT_EQ(window.operations.lGetRecordSet(connection, records, "SELECT x FROM secs_report"),
-              nullptr);
+    EXPECT_FALSE(window.errors.handle("lUpdateEvtRptList", [&] {
+        window.operations.lGetRecordSet(connection, records, "SELECT x FROM secs_report");
+    }));
     EXPECT_TRUE(window.reportedOnce("lGetRecordSet", -2147217904));
 }
 

@@ -117,8 +117,7 @@ const std::vector<Facts>& facts() {
 
 class Access : public test::CheckBench {
 protected:
-    links::ReportVariables reportVariables{form.rpt, form.nav, database};
-    ControlAccess access{form, state, errors, reportVariables};
+    ControlAccess access{main};
 
     form::ListView& listCalled(const char* name) {
         return *window.findChild<form::ListView*>(name);
@@ -215,31 +214,31 @@ TEST_F(Access, EveryInputOfEveryCategoryStandsAsItShould) {
 }
 
 TEST_F(Access, NoCategoryConcernsNoInput) {
-    expectAll({{0}, {}, nullptr, ""}, form::NO_CATEGORY, 0);
+    expectAll({{0}, {}, nullptr, ""}, gem::NO_CATEGORY, 0);
 }
 
 TEST_F(Access, ClosedInputsShowTheirTextAndCannotBeTypedInto) {
     form.showFrame(2);
-    access.lSetCtrlAccess(form::CSTALM, true);
-    form.alm.txtAlmName->setText("Door");
-    form.alm.txtAlmName->setFocus();
-    QTest::keyClicks(form.alm.txtAlmName->widget(), "xyz");
-    EXPECT_EQ(form.alm.txtAlmName->text(), "Door");
-    access.lSetCtrlAccess(form::CSTALM, false);
-    QTest::keyClicks(form.alm.txtAlmName->widget(), "xyz");
-    EXPECT_NE(form.alm.txtAlmName->text(), "Door");
+    access.lSetCtrlAccess(gem::CSTALM, true);
+    form[txtAlmName].setText("Door");
+    form[txtAlmName].setFocus();
+    QTest::keyClicks(form[txtAlmName].widget(), "xyz");
+    EXPECT_EQ(form[txtAlmName].text(), "Door");
+    access.lSetCtrlAccess(gem::CSTALM, false);
+    QTest::keyClicks(form[txtAlmName].widget(), "xyz");
+    EXPECT_NE(form[txtAlmName].text(), "Door");
 }
 
 TEST_F(Access, AClosedListCannotBeChanged) {
     form.showFrame(1);
-    form.var.children.showSelected(true);
-    form.var.children.selected->setHeaders({"Duplicate", "Name", "ID"});
-    form.var.children.selected->setRows({{{"", "A", "1"}, false}, {{"", "B", "2"}, false}});
-    access.lSetCtrlAccess(form::CSTVSV, true);
-    QTest::keyClick(form.var.children.selected, Qt::Key_Space);
-    QTest::keyClick(form.var.children.selected, Qt::Key_Down);
-    EXPECT_FALSE(form.var.children.selected->isChecked(0));
-    EXPECT_EQ(form.var.children.selected->selectedRow(), 0);
+    form.children.showSelected(true);
+    form.children.selected->setHeaders({"Duplicate", "Name", "ID"});
+    form.children.selected->setRows({{{"", "A", "1"}, false}, {{"", "B", "2"}, false}});
+    access.lSetCtrlAccess(gem::CSTVSV, true);
+    QTest::keyClick(form.children.selected, Qt::Key_Space);
+    QTest::keyClick(form.children.selected, Qt::Key_Down);
+    EXPECT_FALSE(form.children.selected->isChecked(0));
+    EXPECT_EQ(form.children.selected->selectedRow(), 0);
 }
 
 struct MarkFacts {
@@ -351,8 +350,8 @@ TEST_F(Buttons, WhileEditingOnlySaveAndCancelCanBeUsed) {
 
 TEST_F(Buttons, BrowsingOpensMenuAndTreeAndLeavesTheMoveButtonsAlone) {
     form.nav.cmdNext->setEnabled(false);
-    after(form::CSTALM, true);
-    after(form::CSTALM, false);
+    after(gem::CSTALM, true);
+    after(gem::CSTALM, false);
     EXPECT_TRUE(form.mnuFileDB->isEnabled());
     EXPECT_TRUE(form.tvwSECSItem->isEnabled());
     EXPECT_FALSE(form.nav.cmdNext->isEnabled());
@@ -375,9 +374,9 @@ TEST_F(Buttons, BrowsingRecords) {
         EXPECT_EQ(after(category, false), (Stand{false, false, true, false})) << category;
     for (const std::int16_t category : kCustom)
         EXPECT_EQ(after(category, false), (Stand{false, true, true, true})) << category;
-    form.rpt.txtRptID->setText("100");
+    form[txtRptID].setText("100");
     EXPECT_EQ(after(11, false), (Stand{false, true, false, false}));
-    form.rpt.txtRptID->setText("101");
+    form[txtRptID].setText("101");
     EXPECT_EQ(after(11, false), (Stand{false, true, true, true}));
     for (const std::int16_t category : kOthers)
         EXPECT_EQ(after(category, false), (Stand{false, false, false, false})) << category;
@@ -398,7 +397,7 @@ TEST_F(Buttons, AGemListCannotBeEditedHoweverItCameUp) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     hold("gem.mdb", "select * from secs_gemvar");
     for (const char* code : {"L", "l", " L "}) {
-        form.var.cmbVarFormat->setText(code);
+        form[cmbVarFormat].setText(code);
         for (const std::int16_t category : kGemVariables)
             EXPECT_EQ(after(category, false), (Stand{false, false, false, false})) << code;
         EXPECT_EQ(after(1, false), (Stand{false, false, true, false}));

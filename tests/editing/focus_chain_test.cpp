@@ -70,7 +70,7 @@ const Way kWays[] = {
 
 class Focus : public test::CheckBench {
 protected:
-    FocusChain chain{form, errors};
+    FocusChain chain{window, main};
 
     void SetUp() override {
         CheckBench::SetUp();
@@ -80,8 +80,7 @@ protected:
             f->setLocked(false);
             f->setVisible(true);
         }
-        for (const form::TwoListEditor* e :
-             {&form.evt.reports, &form.rpt.variables, &form.var.children}) {
+        for (const form::TwoListEditor* e : {&form.reports, &form.variables, &form.children}) {
             e->showPool(true);
             e->showSelected(true);
         }
@@ -112,7 +111,7 @@ protected:
 };
 
 TEST_F(Focus, TheTableIsAsItWasMeantToBe) {
-    ASSERT_EQ(focusTable().size(), std::size(kWays));
+    ASSERT_EQ(gem::focusOrder().size(), std::size(kWays));
 }
 
 TEST_F(Focus, TabAndEnterGoOnFromEveryControl) {
@@ -157,17 +156,17 @@ TEST_F(Focus, WalksThroughEachFrame) {
 }
 
 TEST_F(Focus, ADisabledFormatBoxIsPassedByInBothDirections) {
-    form.var.cmbVarFormat->setEnabled(false);
+    form[cmbVarFormat].setEnabled(false);
     EXPECT_EQ(press("txtVarDesc", Qt::Key_Tab), "txtVarMin");
     EXPECT_EQ(press("txtVarMin", Qt::Key_Return, Qt::ShiftModifier), "txtVarDesc");
     EXPECT_EQ(press("txtVarMin", Qt::Key_Backtab, Qt::ShiftModifier), "txtVarDesc");
 }
 
 TEST_F(Focus, AHiddenOrDisabledTargetKeepsTheFocusWhereItIs) {
-    form.var.children.showPool(false);
+    form.children.showPool(false);
     for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return})
         EXPECT_EQ(press("txtVarValue", key), "txtVarValue");
-    form.alm.txtAlmID->setEnabled(false);
+    form[txtAlmID].setEnabled(false);
     EXPECT_EQ(press("txtAlmName", Qt::Key_Tab), "txtAlmName");
     EXPECT_EQ(press("txtAlmName", Qt::Key_Backtab, Qt::ShiftModifier), "txtAlmName");
     form.nav.cmdSave->setVisible(false);
@@ -180,7 +179,7 @@ TEST_F(Focus, OtherKeysAndOtherModifiersMoveNothing) {
     EXPECT_EQ(press("txtVarName", Qt::Key_Return, Qt::AltModifier), "txtVarName");
     EXPECT_EQ(press("txtVarName", Qt::Key_A), "txtVarName");
     EXPECT_EQ(press("txtVarName", Qt::Key_Right), "txtVarName");
-    EXPECT_EQ(form.var.txtVarName->text(), "a");
+    EXPECT_EQ(form[txtVarName].text(), "a");
 }
 
 TEST_F(Focus, TheProcedureItselfKnowsTwoKeysAndTwoShiftStates) {
@@ -203,16 +202,16 @@ TEST_F(Focus, TheProcedureItselfKnowsTwoKeysAndTwoShiftStates) {
 }
 
 TEST_F(Focus, CtrlEnterTypesALineBreakInABoxOfSeveralLines) {
-    form.alm.txtAlmText->setText("one");
+    form[txtAlmText].setText("one");
     EXPECT_EQ(press("txtAlmText", Qt::Key_Return, Qt::ControlModifier), "txtAlmText");
-    EXPECT_EQ(form.alm.txtAlmText->text().count("\r\n"), 1);
+    EXPECT_EQ(form[txtAlmText].text().count("\r\n"), 1);
     EXPECT_EQ(press("txtAlmText", Qt::Key_Return), "chkAlmEnable");
-    EXPECT_EQ(form.alm.txtAlmText->text().count("\r\n"), 1);
+    EXPECT_EQ(form[txtAlmText].text().count("\r\n"), 1);
 }
 
 TEST_F(Focus, EnterOnAButtonMovesOnAndDoesNotPressIt) {
     int pressed = 0;
-    QObject::connect(form.rpt.variables.select, &QPushButton::clicked, &chain, [&] { ++pressed; });
+    QObject::connect(form.variables.select, &QPushButton::clicked, &chain, [&] { ++pressed; });
     EXPECT_EQ(press("cmdVarSelect", Qt::Key_Return), "cmdVarDeselect");
     EXPECT_EQ(pressed, 0);
     named("cmdVarSelect")->setFocus();
@@ -222,13 +221,13 @@ TEST_F(Focus, EnterOnAButtonMovesOnAndDoesNotPressIt) {
 
 TEST_F(Focus, AnOpenDropDownHasItsKeysToItself) {
     front("cmbVarFormat");
-    form.var.cmbVarFormat->setEntries({"A", "B", "U1"});
+    form[cmbVarFormat].setEntries({"A", "B", "U1"});
     auto* combo = qobject_cast<QComboBox*>(named("cmbVarFormat"));
     combo->setFocus();
     combo->showPopup();
     QTest::keyClick(combo->view(), Qt::Key_End);
     QTest::keyClick(combo->view(), Qt::Key_Return);
-    EXPECT_EQ(form.var.cmbVarFormat->text(), "U1");
+    EXPECT_EQ(form[cmbVarFormat].text(), "U1");
     EXPECT_EQ(focused(), "cmbVarFormat");
 }
 
@@ -237,9 +236,9 @@ TEST_F(Focus, TheListOfReportsHasNoHandlerAndKeepsTheToolkitsOrder) {
 }
 
 TEST_F(Focus, FailuresOfTheChildListAreReportedUnderACopiedName) {
-    for (const FocusStep& step : focusTable())
-        EXPECT_EQ(step.reportedAs, step.control == "lvwChildItems" ? "cmdOrderDown_KeyDown" : "")
-            << step.control;
+    for (const gem::FocusStep& step : gem::focusOrder())
+        EXPECT_EQ(step.reportedAs, step.control == lvwChildItems ? "cmdOrderDown_KeyDown" : "")
+            << gem::nameOf(step.control);
 }
 
 }  // namespace

@@ -19,6 +19,8 @@
 namespace stelvan::form {
 namespace {
 
+using enum gem::Control;
+
 class FocusWatchTest : public testing::Test {
 protected:
     FocusWatchTest()
@@ -33,12 +35,12 @@ protected:
         from().widget()->setFocus(Qt::OtherFocusReason);
     }
 
-    [[nodiscard]] Field& from() const { return *form.alm.txtAlmName; }
+    [[nodiscard]] Field& from() const { return form[txtAlmName]; }
 
     QMainWindow window;
     MainForm form;
     FocusWatch watch;
-    QSignalSpy left{form.alm.txtAlmName, &Field::lostFocus};
+    QSignalSpy left{&form[txtAlmName], &Field::lostFocus};
 };
 
 TEST_F(FocusWatchTest, TabToAnotherFieldCounts) {
@@ -48,7 +50,7 @@ TEST_F(FocusWatchTest, TabToAnotherFieldCounts) {
 }
 
 TEST_F(FocusWatchTest, MouseOnAnotherFieldCounts) {
-    QTest::mouseClick(form.alm.txtAlmGroup->widget(), Qt::LeftButton);
+    QTest::mouseClick(form[txtAlmGroup].widget(), Qt::LeftButton);
     EXPECT_EQ(left.size(), 1);
 }
 
@@ -81,18 +83,18 @@ TEST_F(FocusWatchTest, ClickAfterACheckWithoutABoxActsOnce) {
 
 TEST_F(FocusWatchTest, MnemonicOfAnotherFieldCounts) {
     QTest::keyClick(&window, Qt::Key_G, Qt::AltModifier);
-    EXPECT_TRUE(form.alm.txtAlmGroup->widget()->hasFocus());
+    EXPECT_TRUE(form[txtAlmGroup].widget()->hasFocus());
     EXPECT_EQ(left.size(), 1);
 }
 
 TEST_F(FocusWatchTest, FocusMovedByTheProgramDoesNotCount) {
-    form.alm.txtAlmGroup->setFocus();
-    EXPECT_TRUE(form.alm.txtAlmGroup->widget()->hasFocus());
+    form[txtAlmGroup].setFocus();
+    EXPECT_TRUE(form[txtAlmGroup].widget()->hasFocus());
     EXPECT_EQ(left.size(), 0);
 }
 
 TEST_F(FocusWatchTest, FocusMovedForTheUserCounts) {
-    FocusWatch::moveFocus(*form.alm.txtAlmGroup->widget(), false);
+    FocusWatch::moveFocus(*form[txtAlmGroup].widget(), false);
     EXPECT_EQ(left.size(), 1);
 }
 

@@ -20,6 +20,8 @@
 namespace stelvan::form {
 namespace {
 
+using enum gem::Control;
+
 class MainFormTest : public testing::Test {
 protected:
     MainFormTest() : form(buildForm(window)) { window.show(); }
@@ -70,12 +72,12 @@ TEST_F(MainFormTest, CaptionsAreAsUsersKnowThem) {
     EXPECT_EQ(form.mnuFileExit->text(), "&Exit");
     EXPECT_EQ(form.mnuHelpAbout->text(), "&About");
     EXPECT_EQ(form.lblErrorLog->text(), "Exception:");
-    EXPECT_EQ(form.var.children.poolLabel->text(), "Existing Variable List:");
-    EXPECT_EQ(form.var.children.selectedLabel->text(), "Child Items:");
-    EXPECT_EQ(form.rpt.variables.poolLabel->text(), "Existing variables:");
-    EXPECT_EQ(form.rpt.variables.selectedLabel->text(), "Associated variables:");
-    EXPECT_EQ(form.evt.reports.poolLabel->text(), "Existing reports:");
-    EXPECT_EQ(form.evt.reports.selectedLabel->text(), "Linked reports:");
+    EXPECT_EQ(form.children.poolLabel->text(), "Existing Variable List:");
+    EXPECT_EQ(form.children.selectedLabel->text(), "Child Items:");
+    EXPECT_EQ(form.variables.poolLabel->text(), "Existing variables:");
+    EXPECT_EQ(form.variables.selectedLabel->text(), "Associated variables:");
+    EXPECT_EQ(form.reports.poolLabel->text(), "Existing reports:");
+    EXPECT_EQ(form.reports.selectedLabel->text(), "Linked reports:");
     const QStringList frames = {"",
                                 "Var Property",
                                 "Alarm Property",
@@ -90,8 +92,7 @@ TEST_F(MainFormTest, CaptionsAreAsUsersKnowThem) {
 TEST_F(MainFormTest, InputsStartClosedAndPoolsHidden) {
     for (const Field* field : form.fields())
         EXPECT_FALSE(field->isOpen()) << field->widget()->objectName().toStdString();
-    for (const TwoListEditor* editor :
-         {&form.var.children, &form.rpt.variables, &form.evt.reports}) {
+    for (const TwoListEditor* editor : {&form.children, &form.variables, &form.reports}) {
         EXPECT_TRUE(editor->pool->isHidden());
         EXPECT_TRUE(editor->select->isHidden());
         EXPECT_FALSE(editor->selected->isOpen());
@@ -170,7 +171,7 @@ TEST_F(MainFormTest, FieldThatTakesTheFocusIsScrolledIntoSight) {
     window.resize(window.minimumSizeHint());
     QCoreApplication::processEvents();
     const auto* area = form.frames->frame(1)->findChild<QScrollArea*>();
-    for (const Field* field : {form.var.txtVarValue, form.var.txtVarName}) {
+    for (const Field* field : {&form[txtVarValue], &form[txtVarName]}) {
         field->widget()->setFocus(Qt::OtherFocusReason);
         const QPoint at = field->widget()->mapTo(area->viewport(), QPoint());
         EXPECT_TRUE(area->viewport()->rect().contains(at))
@@ -187,12 +188,12 @@ TEST_F(MainFormTest, TabLeadsFromTheTreeToTheViewsThenToTheRecord) {
 
 TEST_F(MainFormTest, ClearingInputsEmptiesAllFieldsAndLists) {
     for (Field* field : form.fields()) field->setText("1");
-    form.evt.reports.selected->setHeaders({"Name"});
-    form.evt.reports.selected->setRows({{{"x"}}});
+    form.reports.selected->setHeaders({"Name"});
+    form.reports.selected->setRows({{{"x"}}});
     form.clearInputs();
     for (const Field* field : form.fields())
         EXPECT_EQ(field->text(), field->kind() == Field::Kind::Check ? "0" : "");
-    EXPECT_EQ(form.evt.reports.selected->rowCount(), 0);
+    EXPECT_EQ(form.reports.selected->rowCount(), 0);
 }
 
 }  // namespace

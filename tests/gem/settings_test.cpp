@@ -222,19 +222,21 @@ TEST(SettingRules, everySettingHasTheInputOfItsName) {
 }
 
 TEST(SettingRules, comboSettingsOfferTheirLists) {
-    const std::map<std::string_view, ChoiceList> expected = {
-        {"BaudRate", ChoiceList::BaudRates},
-        {"ConnectionPortType", ChoiceList::ConnectionTypes},
-        {"HSMSConnectionType", ChoiceList::HsmsModes},
-        {"AlarmEnableAll", ChoiceList::TrueFalse},
-        {"EventEnableAll", ChoiceList::TrueFalse},
-        {"ConnectionHost", ChoiceList::TrueFalse},
-        {"PortOpenAtStartUp", ChoiceList::TrueFalse},
+    const std::vector<std::string_view> none;
+    const std::vector<std::string_view> trueFalse = {"TRUE", "FALSE"};
+    const std::map<std::string_view, std::vector<std::string_view>> expected = {
+        {"BaudRate", {"19200", "9600", "4800", "2400", "1200", "300", "150"}},
+        {"ConnectionPortType", {"SECSI-RS232", "HSMS", "HSMS_SS"}},
+        {"HSMSConnectionType", {"ACTIVE", "PASSIVE"}},
+        {"AlarmEnableAll", trueFalse},
+        {"EventEnableAll", trueFalse},
+        {"ConnectionHost", trueFalse},
+        {"PortOpenAtStartUp", trueFalse},
     };
     for (const SettingRule& rule : settingRules()) {
         const auto row = expected.find(rule.name);
-        EXPECT_EQ(rule.choices, row == expected.end() ? ChoiceList::None : row->second)
-            << rule.name;
+        const std::vector<std::string_view> offered(rule.choices.begin(), rule.choices.end());
+        EXPECT_EQ(offered, row == expected.end() ? none : row->second) << rule.name;
     }
 }
 
@@ -245,14 +247,14 @@ TEST(SettingRules, namesAreComparedExactly) {
 }
 
 TEST(SettingRules, numbersAddressesAndPortsAreStoredTrimmed) {
-    EXPECT_EQ(storedText("DeviceID", " 5 "), "5");
-    EXPECT_EQ(storedText("T1Timeout", " 0.5 "), "0.5");
-    EXPECT_EQ(storedText("LocalIPAddress", " 10.0.0.1"), "10.0.0.1");
-    EXPECT_EQ(storedText("SerialPort", "COM1 "), "COM1");
-    EXPECT_EQ(storedText("AdministratorPassword", " pw "), " pw ");
-    EXPECT_EQ(storedText("SECSLogFile", " a.log "), " a.log ");
-    EXPECT_EQ(storedText("BaudRate", " 9600 "), " 9600 ");
-    EXPECT_EQ(storedText("Unknown", " x "), " x ");
+    EXPECT_EQ(storedSetting("DeviceID", " 5 "), "5");
+    EXPECT_EQ(storedSetting("T1Timeout", " 0.5 "), "0.5");
+    EXPECT_EQ(storedSetting("LocalIPAddress", " 10.0.0.1"), "10.0.0.1");
+    EXPECT_EQ(storedSetting("SerialPort", "COM1 "), "COM1");
+    EXPECT_EQ(storedSetting("AdministratorPassword", " pw "), " pw ");
+    EXPECT_EQ(storedSetting("SECSLogFile", " a.log "), " a.log ");
+    EXPECT_EQ(storedSetting("BaudRate", " 9600 "), " 9600 ");
+    EXPECT_EQ(storedSetting("Unknown", " x "), " x ");
 }
 
 }  // namespace

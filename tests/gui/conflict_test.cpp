@@ -34,22 +34,22 @@ protected:
 
 TEST_F(Conflict, ARecordChangedMeanwhileIsReportedAndNotOverwritten) {
     open();
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     goTo("txtAlmID", "102");
     edit();
-    type(*form().alm.txtAlmGroup, "Mine");
+    type(form()[txtAlmGroup], "Mine");
     elsewhere("UPDATE secs_alarm SET alm_group = 'Theirs' WHERE alm_id = 102");
     save();
     expectOneFailure(kChanged + QString("[frmMain.cmdSave_Click.0]"));
     EXPECT_EQ(state().editMode, form::EditMode::Editing);
-    EXPECT_EQ(form().alm.txtAlmGroup->text(), "Mine");
+    EXPECT_EQ(form()[txtAlmGroup].text(), "Mine");
     EXPECT_EQ(stored("secs_alarm", "alm_id", "102").value("alm_group"), "Theirs");
     cancel();
-    EXPECT_EQ(form().alm.txtAlmGroup->text(), "Theirs") << "the present values are shown";
+    EXPECT_EQ(form()[txtAlmGroup].text(), "Theirs") << "the present values are shown";
     EXPECT_EQ(place(), "2 of 90");
     expectStored();
     edit();
-    type(*form().alm.txtAlmGroup, "Mine");
+    type(form()[txtAlmGroup], "Mine");
     save();
     expectStored();
     EXPECT_EQ(stored("secs_alarm", "alm_id", "102").value("alm_group"), "Mine");
@@ -57,25 +57,25 @@ TEST_F(Conflict, ARecordChangedMeanwhileIsReportedAndNotOverwritten) {
 
 TEST_F(Conflict, LinksOfAChangedRecordStayAsTheyWere) {
     open();
-    clickCategory(form::CSTEVT);
+    clickCategory(gem::CSTEVT);
     goTo("txtEvtID", "162");
     edit();
-    press(form().evt.reports.deselect);
+    press(form().reports.deselect);
     elsewhere("UPDATE secs_cusevent SET evt_group = 'Theirs' WHERE evt_id = 162");
     save();
     expectOneFailure(kChanged);
     EXPECT_EQ(countOf("secs_def_evt_rpt", "evt_id", "162"), 12U);
-    EXPECT_EQ(form().evt.reports.selected->rowCount(), 11);
-    EXPECT_TRUE(form().evt.reports.pool->isVisible());
+    EXPECT_EQ(form().reports.selected->rowCount(), 11);
+    EXPECT_TRUE(form().reports.pool->isVisible());
 }
 
 TEST_F(Conflict, ARecordDeletedMeanwhileLeavesTheSetOnCancel) {
     open();
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     goToNumber(3);
-    const QString id = form().alm.txtAlmID->text();
+    const QString id = form()[txtAlmID].text();
     edit();
-    type(*form().alm.txtAlmGroup, "Mine");
+    type(form()[txtAlmGroup], "Mine");
     elsewhere("Delete FROM secs_alarm WHERE alm_id = " + id.toStdString());
     save();
     expectOneFailure(kChanged);
@@ -86,45 +86,45 @@ TEST_F(Conflict, ARecordDeletedMeanwhileLeavesTheSetOnCancel) {
 
 TEST_F(Conflict, DeletingWhatIsGoneIsReportedAndItLeavesTheSet) {
     open();
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     goToNumber(3);
-    const QString id = form().alm.txtAlmID->text();
+    const QString id = form()[txtAlmID].text();
     elsewhere("Delete FROM secs_alarm WHERE alm_id = " + id.toStdString());
     answerYesAndDelete();
     ASSERT_EQ(dialogs.messages.size(), 1U);
     dialogs.messages.clear();
     EXPECT_TRUE(place().endsWith("of 89")) << place().toStdString();
-    EXPECT_NE(form().alm.txtAlmID->text(), id);
+    EXPECT_NE(form()[txtAlmID].text(), id);
     expectStored();
 }
 
 TEST_F(Conflict, RowsOthersDeletedLeaveTheSetAndTheShownRecordStaysShown) {
     open();
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     goToNumber(10);
-    const QString id = form().alm.txtAlmID->text();
+    const QString id = form()[txtAlmID].text();
     elsewhere("Delete FROM secs_alarm WHERE alm_id = 101");
     edit();
-    type(*form().alm.txtAlmGroup, "Mine");
+    type(form()[txtAlmGroup], "Mine");
     save();
     expectStored();
     EXPECT_EQ(place(), "9 of 89");
-    EXPECT_EQ(form().alm.txtAlmID->text(), id);
+    EXPECT_EQ(form()[txtAlmID].text(), id);
 }
 
 TEST_F(Conflict, AFileThatIsAwayFailsTheSaveOnceAndASecondTryWorks) {
     open();
-    clickCategory(form::CSTEVT);
+    clickCategory(gem::CSTEVT);
     goTo("txtEvtID", "162");
     edit();
-    type(*form().evt.txtEvtGroup, "Mine");
-    press(form().evt.reports.deselect);
+    type(form()[txtEvtGroup], "Mine");
+    press(form().reports.deselect);
     hideFile();
     save();
     ASSERT_EQ(dialogs.messages.size(), 1U) << dialogs.texts().join("\n").toStdString();
     dialogs.messages.clear();
     EXPECT_EQ(state().editMode, form::EditMode::Editing);
-    EXPECT_EQ(form().evt.txtEvtGroup->text(), "Mine");
+    EXPECT_EQ(form()[txtEvtGroup].text(), "Mine");
     bringBackFile();
     save();
     expectStored();
@@ -134,18 +134,18 @@ TEST_F(Conflict, AFileThatIsAwayFailsTheSaveOnceAndASecondTryWorks) {
 
 TEST_F(Conflict, AFailedAdditionCanBeTriedAgainOrGivenUp) {
     open();
-    add(form::CSTALM);
-    type(*form().alm.txtAlmName, "NewAlarm");
-    type(*form().alm.txtAlmGroup, "Group");
-    type(*form().alm.txtAlmText, "Text");
-    type(*form().alm.txtAlmID, "5000");
-    type(*form().alm.txtAlmSetCEName, QString(300, 'x'));
+    add(gem::CSTALM);
+    type(form()[txtAlmName], "NewAlarm");
+    type(form()[txtAlmGroup], "Group");
+    type(form()[txtAlmText], "Text");
+    type(form()[txtAlmID], "5000");
+    type(form()[txtAlmSetCEName], QString(300, 'x'));
     save();
     ASSERT_EQ(dialogs.messages.size(), 1U) << dialogs.texts().join("\n").toStdString();
     dialogs.messages.clear();
     EXPECT_EQ(state().editMode, form::EditMode::Adding);
     EXPECT_EQ(place(), "91 of 91");
-    EXPECT_TRUE(form().alm.txtAlmID->isOpen());
+    EXPECT_TRUE(form()[txtAlmID].isOpen());
     cancel();
     expectStored();
     EXPECT_EQ(place(), "1 of 90");
@@ -155,10 +155,10 @@ TEST_F(Conflict, AFailedAdditionCanBeTriedAgainOrGivenUp) {
                                      {"txtAlmGroup", "Group"},
                                      {"txtAlmText", "Text"}})
         type(field(name), text);
-    type(*form().alm.txtAlmSetCEName, QString(300, 'x'));
+    type(form()[txtAlmSetCEName], QString(300, 'x'));
     save();
     dialogs.messages.clear();
-    type(*form().alm.txtAlmSetCEName, "Short");
+    type(form()[txtAlmSetCEName], "Short");
     save();
     expectStored();
     EXPECT_EQ(place(), "91 of 91");
@@ -167,12 +167,12 @@ TEST_F(Conflict, AFailedAdditionCanBeTriedAgainOrGivenUp) {
 
 TEST_F(Conflict, ATextTooLongForItsColumnIsRefusedByTheDatabaseAndNothingIsWritten) {
     open();
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     goTo("txtAlmID", "102");
     const auto before = test::snapshotOf(file());
     edit();
-    type(*form().alm.txtAlmSetCEName, QString(300, 'x'));
-    type(*form().alm.txtAlmGroup, "Mine");
+    type(form()[txtAlmSetCEName], QString(300, 'x'));
+    type(form()[txtAlmGroup], "Mine");
     save();
     ASSERT_EQ(dialogs.messages.size(), 1U) << dialogs.texts().join("\n").toStdString();
     EXPECT_TRUE(dialogs.messages[0].text.contains("alm_set_cename"))
@@ -180,7 +180,7 @@ TEST_F(Conflict, ATextTooLongForItsColumnIsRefusedByTheDatabaseAndNothingIsWritt
     dialogs.messages.clear();
     EXPECT_EQ(state().editMode, form::EditMode::Editing);
     EXPECT_EQ(test::differences(before, test::snapshotOf(file())), QStringList());
-    type(*form().alm.txtAlmSetCEName, "Short");
+    type(form()[txtAlmSetCEName], "Short");
     save();
     expectStored();
     EXPECT_EQ(stored("secs_alarm", "alm_id", "102").value("alm_set_cename"), "Short");
@@ -188,22 +188,22 @@ TEST_F(Conflict, ATextTooLongForItsColumnIsRefusedByTheDatabaseAndNothingIsWritt
 
 TEST_F(Conflict, AListThatCouldNotBeReadIsNotSaved) {
     open();
-    clickCategory(form::CSTEVT);
+    clickCategory(gem::CSTEVT);
     goTo("txtEvtID", "161");
     hideFile();
     press(nav().cmdNext);
     bringBackFile();
     ASSERT_EQ(dialogs.messages.size(), 1U);
     dialogs.messages.clear();
-    ASSERT_EQ(form().evt.txtEvtID->text(), "162");
-    ASSERT_EQ(form().evt.reports.selected->rowCount(), 0);
+    ASSERT_EQ(form()[txtEvtID].text(), "162");
+    ASSERT_EQ(form().reports.selected->rowCount(), 0);
     edit();
     save();
     expectOneFailure("ERROR(91) [frmMain.cmdSave_Click.0]");
     EXPECT_EQ(state().editMode, form::EditMode::Editing);
     EXPECT_EQ(countOf("secs_def_evt_rpt", "evt_id", "162"), 12U);
     cancel();
-    EXPECT_EQ(form().evt.reports.selected->rowCount(), 12);
+    EXPECT_EQ(form().reports.selected->rowCount(), 12);
     edit();
     save();
     expectStored();
@@ -211,7 +211,7 @@ TEST_F(Conflict, AListThatCouldNotBeReadIsNotSaved) {
 
 TEST_F(Conflict, CancelWithoutAFileStillEndsInBrowsing) {
     open();
-    clickCategory(form::CSTEVT);
+    clickCategory(gem::CSTEVT);
     edit();
     hideFile();
     cancel();
@@ -223,26 +223,26 @@ TEST_F(Conflict, CancelWithoutAFileStillEndsInBrowsing) {
 
 TEST_F(Conflict, AddingGoesOnWhereOnlyTheIdentifierCannotBeProposed) {
     open();
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     hideFile();
     press(nav().cmdNew);
     bringBackFile();
     ASSERT_EQ(dialogs.messages.size(), 1U) << dialogs.texts().join("\n").toStdString();
     dialogs.messages.clear();
     EXPECT_EQ(state().editMode, form::EditMode::Adding);
-    EXPECT_EQ(form().alm.txtAlmID->text(), "");
-    EXPECT_TRUE(form().alm.txtAlmName->isOpen());
+    EXPECT_EQ(form()[txtAlmID].text(), "");
+    EXPECT_TRUE(form()[txtAlmName].isOpen());
 }
 
 TEST_F(Conflict, WhatIsStoredIsStoredEvenWhereItCannotBeShownAgain) {
     open();
     elsewhere("UPDATE secs_gemvar SET var_unit = NULL WHERE var_id = 2");
-    clickCategory(form::GEMSDV);
+    clickCategory(gem::GEMSDV);
     goTo("txtVarID", "2");
     expectOneFailure("ERROR(94) [frmMain.lDisplayField.0]");
     edit();
-    EXPECT_EQ(form().var.txtVarUnit->text(), "");
-    type(*form().var.txtVarValue, "4");
+    EXPECT_EQ(form()[txtVarUnit].text(), "");
+    type(form()[txtVarValue], "4");
     save();
     expectOneFailure("ERROR(94) [frmMain.lDisplayField.0]");
     expectBrowsing();
@@ -252,9 +252,9 @@ TEST_F(Conflict, WhatIsStoredIsStoredEvenWhereItCannotBeShownAgain) {
 
 TEST_F(Conflict, ANameWithAQuoteCannotBeCheckedAndIsRefused) {
     open();
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     edit();
-    type(*form().alm.txtAlmName, "It's");
+    type(form()[txtAlmName], "It's");
     dialogs.messages.clear();
     save();
     ASSERT_EQ(dialogs.messages.size(), 2U) << dialogs.texts().join("\n").toStdString();
@@ -265,11 +265,11 @@ TEST_F(Conflict, ANameWithAQuoteCannotBeCheckedAndIsRefused) {
 
 TEST_F(Conflict, ARecordWhoseStoredNameHoldsAQuoteStaysEditable) {
     open();
-    clickCategory(form::CSTVSV);
+    clickCategory(gem::CSTVSV);
     goTo("txtVarID", "248");
     dialogs.messages.clear();
     edit();
-    type(*form().var.txtVarUnit, "mm");
+    type(form()[txtVarUnit], "mm");
     save();
     expectStored();
     EXPECT_EQ(stored("secs_cusvar", "var_id", "248").value("var_unit"), "mm");

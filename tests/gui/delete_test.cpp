@@ -22,7 +22,7 @@ protected:
 };
 
 TEST_F(Delete, AnsweringNoChangesNothing) {
-    begin(form::CSTALM);
+    begin(gem::CSTALM);
     dialogs.answers.push_back(false);
     press(nav().cmdDelete);
     ASSERT_EQ(dialogs.questions.size(), 1U);
@@ -33,42 +33,42 @@ TEST_F(Delete, AnsweringNoChangesNothing) {
 }
 
 TEST_F(Delete, AnAlarmGoesAloneAndItsFollowerTakesItsPlace) {
-    begin(form::CSTALM);
+    begin(gem::CSTALM);
     goToNumber(6);
-    const QString follower = form().alm.txtAlmID->text();
+    const QString follower = form()[txtAlmID].text();
     goToNumber(5);
     answerYesAndDelete();
     expectStored();
     EXPECT_EQ(changes(), QStringList{"secs_alarm +0 -1"});
     EXPECT_EQ(place(), "5 of 89");
-    EXPECT_EQ(form().alm.txtAlmID->text(), follower);
+    EXPECT_EQ(form()[txtAlmID].text(), follower);
     EXPECT_TRUE(nav().cmdDelete->isEnabled() && nav().cmdUpdate->isEnabled());
 }
 
 TEST_F(Delete, AfterTheLastComesTheFirst) {
-    begin(form::CSTALM);
-    const QString first = form().alm.txtAlmID->text();
+    begin(gem::CSTALM);
+    const QString first = form()[txtAlmID].text();
     goToNumber(90);
     answerYesAndDelete();
     expectStored();
     EXPECT_EQ(place(), "1 of 89");
-    EXPECT_EQ(form().alm.txtAlmID->text(), first);
+    EXPECT_EQ(form()[txtAlmID].text(), first);
 }
 
 TEST_F(Delete, TheOnlyRecordLeavesNothing) {
     open("gem_edges.mdb");
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     answerYesAndDelete();
     expectStored();
     EXPECT_EQ(place(), "0 of 0");
-    EXPECT_EQ(form().alm.txtAlmID->text(), "");
+    EXPECT_EQ(form()[txtAlmID].text(), "");
     EXPECT_FALSE(nav().cmdDelete->isEnabled() || nav().cmdUpdate->isEnabled());
     EXPECT_TRUE(nav().cmdNew->isEnabled());
     EXPECT_TRUE(test::exportTable(file(), "secs_alarm").empty());
 }
 
 TEST_F(Delete, SeveralInARow) {
-    begin(form::CSTALM);
+    begin(gem::CSTALM);
     for (int left = 89; left > 80; --left) {
         answerYesAndDelete();
         EXPECT_EQ(place(), QStringLiteral("1 of %1").arg(left));
@@ -78,15 +78,15 @@ TEST_F(Delete, SeveralInARow) {
 }
 
 TEST_F(Delete, AnEventTakesItsLinksAlong) {
-    begin(form::CSTEVT, "txtEvtID", "162");
+    begin(gem::CSTEVT, "txtEvtID", "162");
     answerYesAndDelete();
     expectStored();
     EXPECT_EQ(changes(), QStringList({"secs_cusevent +0 -1", "secs_def_evt_rpt +0 -12"}));
-    EXPECT_EQ(form().evt.txtEvtID->text(), "163");
+    EXPECT_EQ(form()[txtEvtID].text(), "163");
 }
 
 TEST_F(Delete, AListReleasesItsChildrenInPlace) {
-    for (const auto& [category, id] : {std::pair{form::CSTVSV, "227"}, {form::CSTVDV, "1057"}}) {
+    for (const auto& [category, id] : {std::pair{gem::CSTVSV, "227"}, {gem::CSTVDV, "1057"}}) {
         begin(category, "txtVarID", id);
         const QStringList children =
             ordered("secs_cusvar", "var_parentkey", id, "var_id", "var_accessid");
@@ -103,14 +103,14 @@ TEST_F(Delete, AListReleasesItsChildrenInPlace) {
 }
 
 TEST_F(Delete, AnEquipmentConstantHasNoCascade) {
-    begin(form::CSTVEC, "txtVarID", "2001");
+    begin(gem::CSTVEC, "txtVarID", "2001");
     answerYesAndDelete();
     expectStored();
     EXPECT_EQ(changes(), QStringList{"secs_cusvar +0 -1"});
 }
 
 TEST_F(Delete, AReportIsUnlinkedFromEveryEventAndLosesItsVariables) {
-    begin(form::CSTRPT, "txtRptID", "126");
+    begin(gem::CSTRPT, "txtRptID", "126");
     const auto links = static_cast<int>(countOf("secs_def_evt_rpt", "rpt_id", "126"));
     ASSERT_GT(links, 0);
     answerYesAndDelete();
@@ -120,9 +120,9 @@ TEST_F(Delete, AReportIsUnlinkedFromEveryEventAndLosesItsVariables) {
 }
 
 TEST_F(Delete, ReservedReportsAreGuardedAfterThePrompt) {
-    begin(form::CSTRPT, "txtRptID", "100");
+    begin(gem::CSTRPT, "txtRptID", "100");
     dialogs.answers.push_back(true);
-    all().editCommands.cmdDelete_Click();
+    all().editing.commands.cmdDelete_Click();
     EXPECT_EQ(dialogs.questions.size(), 1U);
     ASSERT_EQ(dialogs.texts(),
               QStringList{"ReportID of 0 to 100 is reserved for GEM and cannot be deleted."});
@@ -136,7 +136,7 @@ TEST_F(Delete, ReservedReportsAreGuardedAfterThePrompt) {
 }
 
 TEST_F(Delete, ARecordShownOnlyInPartTakesNothingElseAlong) {
-    begin(form::CSTVSV);
+    begin(gem::CSTVSV);
     while (dialogs.messages.empty()) press(nav().cmdNext);
     dialogs.messages.clear();
     answerYesAndDelete();

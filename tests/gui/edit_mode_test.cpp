@@ -11,39 +11,39 @@ class EditMode : public test::EditBench {};
 
 TEST_F(EditMode, CancelOfTheFifthRecordShowsTheFifthWithItsStoredValues) {
     open();
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     goToNumber(5);
-    const QString name = form().alm.txtAlmName->text();
-    const QString text = form().alm.txtAlmText->text();
+    const QString name = form()[txtAlmName].text();
+    const QString text = form()[txtAlmText].text();
     edit();
-    type(*form().alm.txtAlmName, "Other");
-    type(*form().alm.txtAlmText, "Other");
+    type(form()[txtAlmName], "Other");
+    type(form()[txtAlmText], "Other");
     cancel();
     EXPECT_EQ(place(), "5 of 90");
-    EXPECT_EQ(form().alm.txtAlmName->text(), name);
-    EXPECT_EQ(form().alm.txtAlmText->text(), text);
+    EXPECT_EQ(form()[txtAlmName].text(), name);
+    EXPECT_EQ(form()[txtAlmText].text(), text);
     expectStored();
 }
 
 TEST_F(EditMode, CancelOfAnAdditionReturnsToTheRecordBefore) {
     open();
-    clickCategory(form::CSTRPT);
+    clickCategory(gem::CSTRPT);
     goToNumber(7);
-    const QString name = form().rpt.txtRptName->text();
+    const QString name = form()[txtRptName].text();
     press(nav().cmdNew);
     EXPECT_EQ(place(), "61 of 61");
-    EXPECT_EQ(form().rpt.txtRptName->text(), "");
-    EXPECT_EQ(form().rpt.variables.selected->rowCount(), 0);
+    EXPECT_EQ(form()[txtRptName].text(), "");
+    EXPECT_EQ(form().variables.selected->rowCount(), 0);
     cancel();
     EXPECT_EQ(place(), "7 of 60");
-    EXPECT_EQ(form().rpt.txtRptName->text(), name);
+    EXPECT_EQ(form()[txtRptName].text(), name);
     EXPECT_EQ(test::exportTable(file(), "secs_report").size(), 60U);
 }
 
 TEST_F(EditMode, CancelOfAnAdditionToAnEmptyCategoryShowsNothing) {
     open("gem_empty.mdb");
     for (const std::int16_t category :
-         {form::CSTALM, form::CSTEVT, form::CSTVDV, form::CSTVSV, form::CSTVEC, form::CSTRPT}) {
+         {gem::CSTALM, gem::CSTEVT, gem::CSTVDV, gem::CSTVSV, gem::CSTVEC, gem::CSTRPT}) {
         add(category);
         EXPECT_EQ(place(), "1 of 1") << category;
         for (form::Field* f : form().fields())
@@ -61,34 +61,34 @@ TEST_F(EditMode, CancelOfAnAdditionToAnEmptyCategoryShowsNothing) {
 
 TEST_F(EditMode, TheFirstIdentifierIsOneHundredAndOne) {
     open("gem_empty.mdb");
-    add(form::CSTALM);
-    EXPECT_EQ(form().alm.txtAlmID->text(), "101");
+    add(gem::CSTALM);
+    EXPECT_EQ(form()[txtAlmID].text(), "101");
     cancel();
-    add(form::CSTVSV);
-    EXPECT_EQ(form().var.txtVarID->text(), "101");
+    add(gem::CSTVSV);
+    EXPECT_EQ(form()[txtVarID].text(), "101");
 }
 
 TEST_F(EditMode, WithoutANextIdentifierAddingGoesOnWithAnEmptyOne) {
     open("gem_edges.mdb");
-    add(form::CSTALM);
-    EXPECT_EQ(form().alm.txtAlmID->text(), "");
-    EXPECT_TRUE(form().alm.txtAlmName->widget()->hasFocus());
+    add(gem::CSTALM);
+    EXPECT_EQ(form()[txtAlmID].text(), "");
+    EXPECT_TRUE(form()[txtAlmName].widget()->hasFocus());
 }
 
 TEST_F(EditMode, AnAlarmsIdentifierOpensOnlyWhileAdding) {
     open();
-    add(form::CSTALM);
-    EXPECT_TRUE(form().alm.txtAlmID->isOpen());
-    EXPECT_EQ(form().alm.txtAlmID->colour(), form::Colour::ToolTipBackground);
+    add(gem::CSTALM);
+    EXPECT_TRUE(form()[txtAlmID].isOpen());
+    EXPECT_EQ(form()[txtAlmID].colour(), form::Colour::ToolTipBackground);
     cancel();
     edit();
-    EXPECT_FALSE(form().alm.txtAlmID->isOpen());
-    EXPECT_EQ(form().alm.txtAlmID->colour(), form::Colour::WindowBackground);
+    EXPECT_FALSE(form()[txtAlmID].isOpen());
+    EXPECT_EQ(form()[txtAlmID].colour(), form::Colour::WindowBackground);
 }
 
 TEST_F(EditMode, AGemVariableOpensItsTwoValuesOnly) {
     open();
-    for (const std::int16_t category : {form::GEMVDV, form::GEMSDV, form::GEMVEC}) {
+    for (const std::int16_t category : {gem::GEMVDV, gem::GEMSDV, gem::GEMVEC}) {
         clickCategory(category);
         while (!nav().cmdUpdate->isEnabled()) press(nav().cmdNext);
         edit();
@@ -99,31 +99,30 @@ TEST_F(EditMode, AGemVariableOpensItsTwoValuesOnly) {
             EXPECT_EQ(f->colour() == form::Colour::ToolTipBackground, opens) << name.toStdString();
             EXPECT_EQ(f->isOpen(), opens) << name.toStdString();
         }
-        EXPECT_TRUE(form().var.txtVarDefValue->widget()->hasFocus());
+        EXPECT_TRUE(form()[txtVarDefValue].widget()->hasFocus());
         cancel();
     }
 }
 
 TEST_F(EditMode, AListShownBeforeDoesNotKeepTheValuesOfAGemVariableDisabled) {
     open();
-    clickCategory(form::CSTVSV);
+    clickCategory(gem::CSTVSV);
     goTo("txtVarID", "227");
     edit();
-    EXPECT_FALSE(form().var.txtVarDefValue->isEnabled());
+    EXPECT_FALSE(form()[txtVarDefValue].isEnabled());
     cancel();
-    clickCategory(form::GEMSDV);
+    clickCategory(gem::GEMSDV);
     while (!nav().cmdUpdate->isEnabled()) press(nav().cmdNext);
     edit();
-    EXPECT_TRUE(form().var.txtVarDefValue->isOpen() && form().var.txtVarValue->isOpen());
+    EXPECT_TRUE(form()[txtVarDefValue].isOpen() && form()[txtVarValue].isOpen());
 }
 
 TEST_F(EditMode, TheFocusGoesWhereTheWorkBegins) {
     open();
     const std::pair<std::int16_t, const char*> starts[] = {
-        {form::GEMEVT, "chkEvtEnable"}, {form::GEMVEC, "txtVarDefValue"},
-        {form::CSTALM, "txtAlmName"},   {form::CSTEVT, "txtEvtName"},
-        {form::CSTVDV, "txtVarName"},   {form::CSTVSV, "txtVarName"},
-        {form::CSTVEC, "txtVarName"}};
+        {gem::GEMEVT, "chkEvtEnable"}, {gem::GEMVEC, "txtVarDefValue"}, {gem::CSTALM, "txtAlmName"},
+        {gem::CSTEVT, "txtEvtName"},   {gem::CSTVDV, "txtVarName"},     {gem::CSTVSV, "txtVarName"},
+        {gem::CSTVEC, "txtVarName"}};
     for (const auto& [category, name] : starts) {
         clickCategory(category);
         edit();
@@ -132,15 +131,15 @@ TEST_F(EditMode, TheFocusGoesWhereTheWorkBegins) {
         cancel();
         EXPECT_EQ(QApplication::focusWidget(), nav().cmdUpdate) << category;
     }
-    clickCategory(form::CSTRPT);
+    clickCategory(gem::CSTRPT);
     goTo("txtRptID", "101");
     edit();
-    EXPECT_TRUE(form().rpt.txtRptName->widget()->hasFocus());
+    EXPECT_TRUE(form()[txtRptName].widget()->hasFocus());
 }
 
 TEST_F(EditMode, WhileEditingTheRecordCannotBeLeft) {
     open();
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     goToNumber(2);
     edit();
     EXPECT_FALSE(form().tvwSECSItem->isEnabled());
@@ -153,7 +152,7 @@ TEST_F(EditMode, WhileEditingTheRecordCannotBeLeft) {
 
 TEST_F(EditMode, WithoutAnyRecordEditAndDeleteDoNothingAndAskNothing) {
     open("gem_empty.mdb");
-    clickCategory(form::CSTRPT);
+    clickCategory(gem::CSTRPT);
     EXPECT_TRUE(nav().cmdUpdate->isEnabled() && nav().cmdDelete->isEnabled());
     press(nav().cmdUpdate);
     press(nav().cmdDelete);
@@ -163,52 +162,52 @@ TEST_F(EditMode, WithoutAnyRecordEditAndDeleteDoNothingAndAskNothing) {
 
 TEST_F(EditMode, CancelThrowsAwayListsAndTheExceptionBox) {
     open();
-    clickCategory(form::CSTEVT);
+    clickCategory(gem::CSTEVT);
     goTo("txtEvtID", "162");
-    const QStringList before = columnOf(form().evt.reports.selected, 1);
+    const QStringList before = columnOf(form().reports.selected, 1);
     edit();
-    EXPECT_TRUE(form().evt.reports.pool->isVisible());
-    EXPECT_EQ(form().evt.reports.pool->rowCount(), 60);
-    press(form().evt.reports.deselect);
+    EXPECT_TRUE(form().reports.pool->isVisible());
+    EXPECT_EQ(form().reports.pool->rowCount(), 60);
+    press(form().reports.deselect);
     typeAndLeave("txtEvtGroup", "");
     EXPECT_NE(exceptions(), "");
     cancel();
-    EXPECT_EQ(columnOf(form().evt.reports.selected, 1), before);
-    EXPECT_TRUE(form().evt.reports.pool->isHidden());
+    EXPECT_EQ(columnOf(form().reports.selected, 1), before);
+    EXPECT_TRUE(form().reports.pool->isHidden());
     expectStored();
 }
 
 TEST_F(EditMode, CancelOfAListVariableBringsItsStoredChildrenBack) {
     open();
-    clickCategory(form::CSTVSV);
+    clickCategory(gem::CSTVSV);
     goTo("txtVarID", "227");
-    const QStringList before = columnOf(form().var.children.selected, 2);
+    const QStringList before = columnOf(form().children.selected, 2);
     ASSERT_EQ(before.size(), 5);
     edit();
-    EXPECT_TRUE(form().var.children.pool->isVisible());
-    press(form().var.children.deselect);
+    EXPECT_TRUE(form().children.pool->isVisible());
+    press(form().children.deselect);
     cancel();
-    EXPECT_EQ(columnOf(form().var.children.selected, 2), before);
-    EXPECT_TRUE(form().var.children.selected->isVisible());
-    EXPECT_TRUE(form().var.children.pool->isHidden());
+    EXPECT_EQ(columnOf(form().children.selected, 2), before);
+    EXPECT_TRUE(form().children.selected->isVisible());
+    EXPECT_TRUE(form().children.pool->isHidden());
     expectStored();
 }
 
 TEST_F(EditMode, AReportIsEditedInTheOrderOfItsNumbersAndBrowsedInTheOrderOfTheirTexts) {
     open();
-    clickCategory(form::CSTRPT);
+    clickCategory(gem::CSTRPT);
     goTo("txtRptID", "126");
-    const QStringList browsed = columnOf(form().rpt.variables.selected, 4);
+    const QStringList browsed = columnOf(form().variables.selected, 4);
     EXPECT_LT(browsed.indexOf("10"), browsed.indexOf("2"));
     edit();
-    EXPECT_EQ(columnOf(form().rpt.variables.selected, 4).indexOf("10"), 9);
+    EXPECT_EQ(columnOf(form().variables.selected, 4).indexOf("10"), 9);
     cancel();
-    EXPECT_EQ(columnOf(form().rpt.variables.selected, 4), browsed);
+    EXPECT_EQ(columnOf(form().variables.selected, 4), browsed);
 }
 
 TEST_F(EditMode, ReservedReportsCannotBeEditedOrDeleted) {
     open();
-    clickCategory(form::CSTRPT);
+    clickCategory(gem::CSTRPT);
     goTo("txtRptID", "100");
     EXPECT_FALSE(nav().cmdUpdate->isEnabled() || nav().cmdDelete->isEnabled());
     goTo("txtRptID", "101");
@@ -217,15 +216,15 @@ TEST_F(EditMode, ReservedReportsCannotBeEditedOrDeleted) {
 
 TEST_F(EditMode, ARecordThatWasShownOnlyInPartIsShownWholeBeforeItIsEdited) {
     open();
-    clickCategory(form::CSTVSV);
-    while (form().var.txtVarID->text() != "253" && state().current.position < 190) {
+    clickCategory(gem::CSTVSV);
+    while (form()[txtVarID].text() != "253" && state().current.position < 190) {
         press(nav().cmdNext);
         if (!dialogs.messages.empty()) break;
     }
     ASSERT_EQ(dialogs.messages.size(), 1U) << "Nulls cannot be shown";
     dialogs.messages.clear();
     edit();
-    EXPECT_EQ(form().var.txtVarID->text(), "253");
+    EXPECT_EQ(form()[txtVarID].text(), "253");
     EXPECT_EQ(dialogs.texts(), QStringList());
 }
 

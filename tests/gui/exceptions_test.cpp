@@ -113,13 +113,13 @@ std::vector<Case> groupCases(const QString& field, const QString& caption) {
 TEST_F(Exceptions, alarm) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    expectWhileAdding(form::CSTALM,
+    expectWhileAdding(gem::CSTALM,
                       commonCases("txtAlm", "Alarm", "Valid range is 1 to 2147483647. ", "0", "101",
                                   "Sc1LevelLow", "txtAlmText", "Alarm Text"));
-    expectWhileAdding(form::CSTALM, groupCases("txtAlmGroup", "Alarm Group"));
-    expectWhileAdding(form::CSTALM, {{{{"txtAlmID", "-1"}},
-                                      {fault("Alarm ID", "Valid range is 1 to 2147483647. ")}},
-                                     {{{"txtAlmID", "5"}}, {}}});
+    expectWhileAdding(gem::CSTALM, groupCases("txtAlmGroup", "Alarm Group"));
+    expectWhileAdding(gem::CSTALM, {{{{"txtAlmID", "-1"}},
+                                     {fault("Alarm ID", "Valid range is 1 to 2147483647. ")}},
+                                    {{{"txtAlmID", "5"}}, {}}});
 }
 
 TEST_F(Exceptions, eventsOfAnAlarm) {
@@ -155,16 +155,16 @@ TEST_F(Exceptions, eventsOfAnAlarm) {
          // one event for both sides: nothing is filled in for a faulty field
          {{{"txtAlmSetCEID", "101"}, {"txtAlmClrCEID", "101"}},
           {fault("Alarm Set CEID", sameIds), fault("Alarm Clear CEID", sameIds)}}});
-    expectWhileAdding(form::CSTALM, cases);
+    expectWhileAdding(gem::CSTALM, cases);
 }
 
 TEST_F(Exceptions, collectionEvent) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    expectWhileAdding(form::CSTEVT, commonCases("txtEvt", "Event", kFrom101, "100", "101",
-                                                "Sc1AlarmSet", "txtEvtDesc", "Event Desc"));
-    expectWhileAdding(form::CSTEVT, groupCases("txtEvtGroup", "Event Group"));
-    expectWhileAdding(form::CSTEVT,
+    expectWhileAdding(gem::CSTEVT, commonCases("txtEvt", "Event", kFrom101, "100", "101",
+                                               "Sc1AlarmSet", "txtEvtDesc", "Event Desc"));
+    expectWhileAdding(gem::CSTEVT, groupCases("txtEvtGroup", "Event Group"));
+    expectWhileAdding(gem::CSTEVT,
                       {{{{"txtEvtName", "EquipmentOffline"}}, {fault("Event Name", kNameExists)}}});
 }
 
@@ -172,14 +172,14 @@ TEST_F(Exceptions, report) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     always = QStringList(fault("Report Variable List", "Must contain item."));
-    expectWhileAdding(form::CSTRPT, commonCases("txtRpt", "Report", kFrom101, "100", "101",
-                                                "Sc1Status", "txtRptDesc", "Report Desc"));
+    expectWhileAdding(gem::CSTRPT, commonCases("txtRpt", "Report", kFrom101, "100", "101",
+                                               "Sc1Status", "txtRptDesc", "Report Desc"));
 }
 
 TEST_F(Exceptions, variableOfEveryKind) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    for (const std::int16_t category : {form::CSTVDV, form::CSTVSV, form::CSTVEC}) {
+    for (const std::int16_t category : {gem::CSTVDV, gem::CSTVSV, gem::CSTVEC}) {
         expectWhileAdding(category, commonCases("txtVar", "Variable", kFrom101, "100", "218",
                                                 "RobotState", "txtVarDesc", "Variable Desc"));
         expectWhileAdding(category, groupCases("txtVarGroup", "Variable Group"));
@@ -190,9 +190,9 @@ TEST_F(Exceptions, variableOfEveryKind) {
              {{{"cmbVarFormat", "X9"}}, {fault("Variable Format", "Invalid variable format. ")}},
              {{{"cmbVarFormat", "u4"}}, {}}});
     }
-    expectWhileAdding(form::CSTVEC, {{{{"cmbVarFormat", "L"}},
-                                      {fault("Variable Format", "Invalid variable format. ")}}});
-    expectWhileAdding(form::CSTVSV, {{{{"cmbVarFormat", "L"}}, {}}});
+    expectWhileAdding(gem::CSTVEC, {{{{"cmbVarFormat", "L"}},
+                                     {fault("Variable Format", "Invalid variable format. ")}}});
+    expectWhileAdding(gem::CSTVSV, {{{{"cmbVarFormat", "L"}}, {}}});
 }
 
 TEST_F(Exceptions, valuesOfEveryFormat) {
@@ -237,11 +237,11 @@ TEST_F(Exceptions, valuesOfEveryFormat) {
                 cases.push_back({typed(text), {fault(caption, format.message)}});
             }
         }
-        expectWhileAdding(form::CSTVDV, cases);
+        expectWhileAdding(gem::CSTVDV, cases);
     }
     const QString bool15 = "Valid value for BOOL is 'TRUE' or 'FALSE'. ";
     for (const auto& [field, caption] : {fields[2], fields[3]}) {
-        expectWhileAdding(form::CSTVDV,
+        expectWhileAdding(gem::CSTVDV,
                           {{{{"cmbVarFormat", "BL"}, {field, "true"}}, {}},
                            {{{"cmbVarFormat", "BL"}, {field, "False"}}, {}},
                            {{{"cmbVarFormat", "BL"}, {field, "yes"}}, {fault(caption, bool15)}},
@@ -258,7 +258,7 @@ TEST_F(Exceptions, limitsAndValuesAgainstOneAnother) {
     for (const QString code : {"B", "F4", "F8", "I1", "I2", "I4", "I8", "U1", "U2", "U4", "U8"}) {
         const Typed format{"cmbVarFormat", code};
         expectWhileAdding(
-            form::CSTVSV,
+            gem::CSTVSV,
             {{{format, {"txtVarMin", "10"}, {"txtVarMax", "9"}},
               {fault("Variable Max", kMinAboveMax), fault("Variable Min", kMinAboveMax)}},
              {{format, {"txtVarMin", "10"}, {"txtVarMax", "9"}, {"txtVarMin", "9"}}, {}},
@@ -275,7 +275,7 @@ TEST_F(Exceptions, limitsAndValuesAgainstOneAnother) {
 TEST_F(Exceptions, valueOfAGemVariable) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    clickCategory(form::GEMSDV);
+    clickCategory(gem::GEMSDV);
     goTo("txtVarName", "ControlState");  // U1 from 1 to 5
     for (const auto& [field, caption] :
          {std::pair<QString, QString>{"txtVarDefValue", "Variable Default Value"},
@@ -294,17 +294,17 @@ TEST_F(Exceptions, valueOfAGemVariable) {
 TEST_F(Exceptions, aRecordBeingEditedKeepsItsOwnIdAndName) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    clickCategory(form::CSTVSV);
+    clickCategory(gem::CSTVSV);
     goTo("txtVarName", "LoadPort1State");
     expectWhileEditing({{{{"txtVarName", "LOADPORT1STATE "}}, {}},
                         {{{"txtVarName", "RobotState"}}, {fault("Variable Name", kNameExists)}}});
-    clickCategory(form::CSTEVT);
+    clickCategory(gem::CSTEVT);
     expectWhileEditing({{{{"txtEvtName", "sc1alarmset"}}, {}},
                         {{{"txtEvtName", "HfAlarmSet"}}, {fault("Event Name", kNameExists)}}});
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     expectWhileEditing({{{{"txtAlmName", "sc1temperaturehigh"}}, {}},
                         {{{"txtAlmName", "Sc1LevelLow"}}, {fault("Alarm Name", kNameExists)}}});
-    clickCategory(form::CSTRPT);
+    clickCategory(gem::CSTRPT);
     goTo("txtRptName", "Sc1Status");
     expectWhileEditing({{{{"txtRptName", "SC1STATUS"}}, {}},
                         {{{"txtRptName", "Sc1Flow"}}, {fault("Report Name", kNameExists)}}});
@@ -313,7 +313,7 @@ TEST_F(Exceptions, aRecordBeingEditedKeepsItsOwnIdAndName) {
 TEST_F(Exceptions, protocolSettings) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    clickCategory(form::GEMSTT);
+    clickCategory(gem::GEMSTT);
     struct Setting {
         QString name;
         std::vector<std::pair<QString, QString>> cases;  // text, message
@@ -421,24 +421,24 @@ TEST_F(Exceptions, protocolSettings) {
 TEST_F(Exceptions, anEventsLowestIdInAModelWithoutEvents) {
     STELVAN_NEEDS_SAMPLE("gem_empty.mdb");
     open("gem_empty.mdb");
-    expectWhileAdding(form::CSTEVT, {{{{"txtEvtID", "100"}}, {fault("Event ID", kFrom101)}},
-                                     {{{"txtEvtID", "101"}}, {}}});
+    expectWhileAdding(gem::CSTEVT, {{{{"txtEvtID", "100"}}, {fault("Event ID", kFrom101)}},
+                                    {{{"txtEvtID", "101"}}, {}}});
 }
 
 TEST_F(Exceptions, aModelThatStoresIdsAsFractionsKnowsTheSameDuplicates) {
     STELVAN_NEEDS_SAMPLE("gem_int_flags.mdb");
     open("gem_int_flags.mdb");
-    expectWhileAdding(form::CSTVSV,
+    expectWhileAdding(gem::CSTVSV,
                       {{{{"txtVarID", "218"}}, {fault("Variable ID", kIdExists)}},
                        {{{"txtVarID", "77777"}}, {}},
                        {{{"txtVarName", "robotstate"}}, {fault("Variable Name", kNameExists)}}});
-    expectWhileAdding(form::CSTALM, {{{{"txtAlmID", "101"}}, {fault("Alarm ID", kIdExists)}}});
+    expectWhileAdding(gem::CSTALM, {{{{"txtAlmID", "101"}}, {fault("Alarm ID", kIdExists)}}});
 }
 
 TEST_F(Exceptions, eventsFillEachOtherInAndAreListedTogether) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    add(form::CSTALM);
+    add(gem::CSTALM);
     typeAndLeave("txtAlmSetCEID", "101");
     EXPECT_EQ(field("txtAlmSetCEName").text(), "Sc1AlarmSet");
     typeAndLeave("txtAlmClrCEName", "Sc1AlarmCleared");
@@ -450,7 +450,7 @@ TEST_F(Exceptions, eventsFillEachOtherInAndAreListedTogether) {
 TEST_F(Exceptions, aFaultyRecordIsNotSaved) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    add(form::CSTALM);
+    add(gem::CSTALM);
     type(field("txtAlmID"), "0");
     press(form().nav.cmdSave);
     EXPECT_EQ(dialogs.texts(),
@@ -466,7 +466,7 @@ TEST_F(Exceptions, aFaultyRecordIsNotSaved) {
 TEST_F(Exceptions, whatOverflowsIsReportedOnceAndNotSaved) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    add(form::CSTALM);
+    add(gem::CSTALM);
     type(field("txtAlmName"), "New");
     type(field("txtAlmGroup"), "G");
     type(field("txtAlmText"), "T");
@@ -486,7 +486,7 @@ TEST_F(Exceptions, whatOverflowsIsReportedOnceAndNotSaved) {
 TEST_F(Exceptions, limitsBeyond32BitsAreReportedAndSaved) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    clickCategory(form::CSTVSV);
+    clickCategory(gem::CSTVSV);
     goTo("txtVarName", "EnergyTotal");  // U8 up to 18446744073709551615
     edit();
     type(field("txtVarValue"), "18446744073709551615");
@@ -500,7 +500,7 @@ TEST_F(Exceptions, limitsBeyond32BitsAreReportedAndSaved) {
 TEST_F(Exceptions, aTypedFormatIsStoredInTheListsSpelling) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    clickCategory(form::CSTVSV);
+    clickCategory(gem::CSTVSV);
     goTo("txtVarName", "LoadPort1State");
     edit();
     type(field("cmbVarFormat"), "u2");
@@ -512,7 +512,7 @@ TEST_F(Exceptions, aTypedFormatIsStoredInTheListsSpelling) {
 TEST_F(Exceptions, aSettingsChoiceIsStoredAndAMissingDatabaseIsRefused) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    clickCategory(form::GEMSTT);
+    clickCategory(gem::GEMSTT);
     goTo("txtSttName", "ConnectionHost");
     edit();
     QTest::keyClick(field("cmbSttValue").widget(), Qt::Key_Up);
@@ -533,11 +533,11 @@ TEST_F(Exceptions, aSettingsChoiceIsStoredAndAMissingDatabaseIsRefused) {
 TEST_F(Exceptions, nothingIsJudgedOnTheWayToCancelOrInTheOtherCategories) {
     STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
-    add(form::CSTVSV);
+    add(gem::CSTVSV);
     type(field("txtVarName"), "a b");
     press(form().nav.cmdCancel);
     EXPECT_EQ(exceptions(), "");
-    clickCategory(form::GEMEVT);
+    clickCategory(gem::GEMEVT);
     edit();
     press(form().nav.cmdSave);
     EXPECT_EQ(exceptions(), "");

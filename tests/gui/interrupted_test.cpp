@@ -89,90 +89,90 @@ protected:
         }
     }
     void saveAtOnce() {
-        all().saveRecord.cmdSave_Click();
+        all().editing.save.cmdSave_Click();
         ASSERT_EQ(state().editMode, form::EditMode::Browsing);
     }
 
     Task saveOfAnEvent() {
         return {[this] {
-                    clickCategory(form::CSTEVT);
+                    clickCategory(gem::CSTEVT);
                     goTo("txtEvtID", "162");
                     edit();
-                    type(*form().evt.txtEvtDesc, "Changed");
-                    press(form().evt.reports.deselect);
-                    form().evt.reports.selected->selectRow(5);
-                    press(form().evt.reports.orderUp);
-                    fillUp(form().evt.reports, 1, 1, 30);
+                    type(form()[txtEvtDesc], "Changed");
+                    press(form().reports.deselect);
+                    form().reports.selected->selectRow(5);
+                    press(form().reports.orderUp);
+                    fillUp(form().reports, 1, 1, 30);
                 },
-                [this] { all().saveRecord.cmdSave_Click(); },
+                [this] { all().editing.save.cmdSave_Click(); },
                 [this] { return state().editMode == form::EditMode::Browsing; }};
     }
     Task saveOfANewReport() {
         return {[this] {
-                    clickCategory(form::CSTRPT);
+                    clickCategory(gem::CSTRPT);
                     press(form().nav.cmdNew);
-                    type(*form().rpt.txtRptName, "NewReport");
-                    type(*form().rpt.txtRptDesc, "Description");
-                    fillUp(form().rpt.variables, 1, 1, 60);
+                    type(form()[txtRptName], "NewReport");
+                    type(form()[txtRptDesc], "Description");
+                    fillUp(form().variables, 1, 1, 60);
                 },
-                [this] { all().saveRecord.cmdSave_Click(); },
+                [this] { all().editing.save.cmdSave_Click(); },
                 [this] { return state().editMode == form::EditMode::Browsing; }};
     }
     Task saveOfAList() {
         return {[this] {
-                    clickCategory(form::CSTVSV);
+                    clickCategory(gem::CSTVSV);
                     goTo("txtVarID", "227");
                     edit();
-                    press(form().var.children.deselect);
-                    form().var.children.pool->selectRow(0);
-                    press(form().var.children.select);
-                    type(*form().var.txtVarName, "Renamed");
-                    fillUp(form().var.children, 1, 2, 20);
+                    press(form().children.deselect);
+                    form().children.pool->selectRow(0);
+                    press(form().children.select);
+                    type(form()[txtVarName], "Renamed");
+                    fillUp(form().children, 1, 2, 20);
                 },
-                [this] { all().saveRecord.cmdSave_Click(); },
+                [this] { all().editing.save.cmdSave_Click(); },
                 [this] { return state().editMode == form::EditMode::Browsing; }};
     }
     Task deletionOfAnEvent() {
         return {[this] {
-                    clickCategory(form::CSTEVT);
+                    clickCategory(gem::CSTEVT);
                     goTo("txtEvtID", "162");
                     edit();
-                    fillUp(form().evt.reports, 1, 1, 30);
+                    fillUp(form().reports, 1, 1, 30);
                     saveAtOnce();
                 },
                 [this] {
                     dialogs.answers.push_back(true);
-                    all().editCommands.cmdDelete_Click();
+                    all().editing.commands.cmdDelete_Click();
                 },
-                [this] { return form().evt.txtEvtID->text() != "162"; }};
+                [this] { return form()[txtEvtID].text() != "162"; }};
     }
     Task deletionOfAReport() {
         return {[this] {
-                    clickCategory(form::CSTRPT);
+                    clickCategory(gem::CSTRPT);
                     goTo("txtRptID", "126");
                     edit();
-                    fillUp(form().rpt.variables, 1, 1, 60);
+                    fillUp(form().variables, 1, 1, 60);
                     saveAtOnce();
                 },
                 [this] {
                     dialogs.answers.push_back(true);
-                    all().editCommands.cmdDelete_Click();
+                    all().editing.commands.cmdDelete_Click();
                 },
-                [this] { return form().rpt.txtRptID->text() != "126"; }};
+                [this] { return form()[txtRptID].text() != "126"; }};
     }
     Task deletionOfAList() {
         return {[this] {
-                    clickCategory(form::CSTVDV);
+                    clickCategory(gem::CSTVDV);
                     goTo("txtVarID", "1057");
                     edit();
-                    fillUp(form().var.children, 1, 2, 20);
+                    fillUp(form().children, 1, 2, 20);
                     saveAtOnce();
                 },
                 [this] {
                     dialogs.answers.push_back(true);
-                    all().editCommands.cmdDelete_Click();
+                    all().editing.commands.cmdDelete_Click();
                 },
-                [this] { return form().var.txtVarID->text() != "1057"; }};
+                [this] { return form()[txtVarID].text() != "1057"; }};
     }
 
     /// The file before and after, and how many operations it takes.

@@ -1,6 +1,8 @@
 // The same work on a looser make of file: fractional identifiers, flags as numbers, Null parents.
 #include <QLabel>
 
+#include "db/query.h"
+#include "db/value_text.h"
 #include "tests/gui/edit_bench.h"
 
 namespace stelvan::app {
@@ -15,21 +17,21 @@ protected:
     }
     [[nodiscard]] QStringList values(const std::string& sql) {
         QStringList found;
-        db::Connection connection;
-        db::Recordset rows;
-        if (all().operations.lGetRecordSet(connection, rows, sql) == nullptr) return found;
-        for (; !rows.eof(); rows.moveNext()) found << form::toQt(db::toTextOrEmpty(rows.field(0)));
+        db::Query query(window->window().operations, sql);
+        query.forEach([&](db::Query& row) {
+            found << form::toQt(db::toTextOrEmpty(row.records().field(0)));
+        });
         return found;
     }
 };
 
 TEST_F(LooserFile, AnEventKeepsItsFlagAsANumberAndItsReportsInOrder) {
-    clickCategory(form::CSTEVT);
+    clickCategory(gem::CSTEVT);
     goTo("txtEvtID", "162");
-    const form::TwoListEditor& reports = form().evt.reports;
+    const form::TwoListEditor& reports = form().reports;
     ASSERT_EQ(reports.selected->rowCount(), 12);
     edit();
-    check(form().evt.chkEvtEnable, false);
+    check(&form()[chkEvtEnable], false);
     press(reports.orderDown);
     const QStringList wanted = columnOf(reports.selected, 1);
     save();
@@ -38,17 +40,17 @@ TEST_F(LooserFile, AnEventKeepsItsFlagAsANumberAndItsReportsInOrder) {
               wanted);
     EXPECT_EQ(values("SELECT evt_enable FROM secs_cusevent WHERE evt_id = 162"), QStringList{"0"});
     edit();
-    check(form().evt.chkEvtEnable, true);
+    check(&form()[chkEvtEnable], true);
     save();
     expectStored();
     EXPECT_EQ(values("SELECT evt_enable FROM secs_cusevent WHERE evt_id = 162"), QStringList{"1"});
 }
 
 TEST_F(LooserFile, AReportKeepsTheOrderOfItsVariables) {
-    clickCategory(form::CSTRPT);
+    clickCategory(gem::CSTRPT);
     goTo("txtRptID", "126");
     edit();
-    const QStringList wanted = columnOf(form().rpt.variables.selected, 1);
+    const QStringList wanted = columnOf(form().variables.selected, 1);
     ASSERT_EQ(wanted.size(), 14);
     save();
     expectStored();
@@ -57,10 +59,10 @@ TEST_F(LooserFile, AReportKeepsTheOrderOfItsVariables) {
 }
 
 TEST_F(LooserFile, AListTakesAndReleasesChildren) {
-    clickCategory(form::CSTVSV);
+    clickCategory(gem::CSTVSV);
     goTo("txtVarID", "227");
     edit();
-    const form::TwoListEditor& children = form().var.children;
+    const form::TwoListEditor& children = form().children;
     take(children, 1, "101", children.select, children.pool);
     take(children, 2, "235", children.deselect, children.selected);
     const QStringList wanted = columnOf(children.selected, 2);
@@ -73,24 +75,24 @@ TEST_F(LooserFile, AListTakesAndReleasesChildren) {
 }
 
 TEST_F(LooserFile, AnAddedVariableIsOfferedInThePoolsAtOnce) {
-    add(form::CSTVSV);
-    const QString id = form().var.txtVarID->text();
+    add(gem::CSTVSV);
+    const QString id = form()[txtVarID].text();
     EXPECT_EQ(id, "2081") << "no fraction";
-    type(*form().var.txtVarName, "NewVariable");
-    type(*form().var.txtVarGroup, "Group");
-    type(*form().var.txtVarDesc, "Description");
-    type(*form().var.cmbVarFormat, "A");
+    type(form()[txtVarName], "NewVariable");
+    type(form()[txtVarGroup], "Group");
+    type(form()[txtVarDesc], "Description");
+    type(form()[cmbVarFormat], "A");
     save();
     expectStored();
     goToNumber(1);
-    clickCategory(form::CSTVSV);
+    clickCategory(gem::CSTVSV);
     goTo("txtVarID", "227");
     edit();
-    EXPECT_TRUE(columnOf(form().var.children.pool, 1).contains(id));
+    EXPECT_TRUE(columnOf(form().children.pool, 1).contains(id));
 }
 
 TEST_F(LooserFile, AnAlarmIsDeleted) {
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     goTo("txtAlmID", "101");
     answerYesAndDelete();
     expectStored();

@@ -63,7 +63,7 @@ protected:
     }
     /// Browsing: the number of records, the shown texts and the shown links are the model's.
     void expectSameScreen() {
-        if (state().category == form::NO_CATEGORY) return;
+        if (state().category == gem::NO_CATEGORY) return;
         const auto rows = model_->rowsOf(kind());
         ASSERT_EQ(state().current.records->recordCount(), static_cast<int>(rows.size()));
         const int n = static_cast<int>(rows.size());
@@ -76,10 +76,10 @@ protected:
             ASSERT_EQ(field(f.key()).text(), f.value())
                 << f.key().toStdString() << " of " << id.toStdString();
         if (kind().category == 1 || kind().category == 6) {
-            ASSERT_EQ(idsIn(form().evt.reports.selected, 1), model_->linked(kind(), id));
+            ASSERT_EQ(idsIn(form().reports.selected, 1), model_->linked(kind(), id));
         }
         if (kind().category == 11) {
-            QStringList screen = idsIn(form().rpt.variables.selected, 1);
+            QStringList screen = idsIn(form().variables.selected, 1);
             QStringList linked = model_->linked(kind(), id);
             screen.sort();
             linked.sort();
@@ -87,7 +87,7 @@ protected:
         }
         if (kind().category >= 7 && kind().category <= 9 &&
             shown["cmbVarFormat"].toUpper() == "L") {
-            ASSERT_EQ(idsIn(form().var.children.selected, 2), model_->children(id));
+            ASSERT_EQ(idsIn(form().children.selected, 2), model_->children(id));
         }
     }
     static QStringList idsIn(const form::ListView* list, int column) {
@@ -276,13 +276,13 @@ protected:
         const bool isList = kind().category >= 7 && kind().category <= 9 &&
                             field("cmbVarFormat").text().toUpper() == "L";
         QStringList links;
-        if (kind().category == 6) links = changeLinks(form().evt.reports, 1, 1);
+        if (kind().category == 6) links = changeLinks(form().reports, 1, 1);
         if (kind().category == 11) {
-            links = changeLinks(form().rpt.variables, 1, 1);
+            links = changeLinks(form().variables, 1, 1);
             wrong_ = wrong_ || links.isEmpty();
         }
-        if (isList && form().var.children.pool->isVisible())
-            links = changeLinks(form().var.children, 1, 2);
+        if (isList && form().children.pool->isVisible())
+            links = changeLinks(form().children, 1, 2);
         else if (isList)
             links = model_->children(before);
         finish(adding, before, id, isList, links);
@@ -367,7 +367,7 @@ protected:
 
     void step() {
         const int what = pick(100);
-        if (what < 12 || state().category == form::NO_CATEGORY) {
+        if (what < 12 || state().category == gem::NO_CATEGORY) {
             stepCategory();
         } else if (what < 40) {
             stepMove();

@@ -32,9 +32,9 @@ protected:
 };
 
 TEST_F(Save, AGemEventWritesOnlyItsEnableFlag) {
-    begin(form::GEMEVT, "txtEvtID", "2");
+    begin(gem::GEMEVT, "txtEvtID", "2");
     const ExportedRow was = stored("secs_gemevent", "evt_id", "2");
-    check(form().evt.chkEvtEnable, false);
+    check(&form()[chkEvtEnable], false);
     save();
     expectStored();
     ExportedRow is = stored("secs_gemevent", "evt_id", "2");
@@ -42,18 +42,18 @@ TEST_F(Save, AGemEventWritesOnlyItsEnableFlag) {
     is["evt_enable"] = was.value("evt_enable");
     EXPECT_EQ(is, was);
     EXPECT_EQ(changes(), QStringList{"secs_gemevent +1 -1"});
-    EXPECT_FALSE(form().evt.chkEvtEnable->checked());
+    EXPECT_FALSE(form()[chkEvtEnable].checked());
     EXPECT_EQ(place(), "2 of 25");
 }
 
 TEST_F(Save, AGemVariableWritesValueAndDefaultAlone) {
     const std::tuple<std::int16_t, const char*, const char*> variables[] = {
-        {form::GEMSDV, "2", "3"}, {form::GEMVDV, "30", "2"}, {form::GEMVEC, "49", "75"}};
+        {gem::GEMSDV, "2", "3"}, {gem::GEMVDV, "30", "2"}, {gem::GEMVEC, "49", "75"}};
     for (const auto& [category, id, value] : variables) {
         begin(category, "txtVarID", id);
         ExportedRow expected = stored("secs_gemvar", "var_id", id);
-        type(*form().var.txtVarValue, value);
-        type(*form().var.txtVarDefValue, value);
+        type(form()[txtVarValue], value);
+        type(form()[txtVarDefValue], value);
         save();
         expectStored();
         expected["var_val"] = value;
@@ -64,7 +64,7 @@ TEST_F(Save, AGemVariableWritesValueAndDefaultAlone) {
 }
 
 TEST_F(Save, AGemTextVariableKeepsItsStoredPlaceholders) {
-    begin(form::GEMSDV, "txtVarID", "7");
+    begin(gem::GEMSDV, "txtVarID", "7");
     const ExportedRow was = stored("secs_gemvar", "var_id", "7");
     save();
     expectStored();
@@ -72,11 +72,11 @@ TEST_F(Save, AGemTextVariableKeepsItsStoredPlaceholders) {
 }
 
 TEST_F(Save, AnAlarmIsChanged) {
-    begin(form::CSTALM, "txtAlmID", "102");
-    type(*form().alm.txtAlmName, " Sc1TooCold ");
-    type(*form().alm.txtAlmSetCEID, "");
-    type(*form().alm.txtAlmSetCEName, "");
-    check(form().alm.chkAlmEnable, false);
+    begin(gem::CSTALM, "txtAlmID", "102");
+    type(form()[txtAlmName], " Sc1TooCold ");
+    type(form()[txtAlmSetCEID], "");
+    type(form()[txtAlmSetCEName], "");
+    check(&form()[chkAlmEnable], false);
     save();
     expectStored();
     const ExportedRow row = stored("secs_alarm", "alm_id", "102");
@@ -87,21 +87,21 @@ TEST_F(Save, AnAlarmIsChanged) {
     EXPECT_EQ(row.value("alm_clr_ceid"), "102");
     EXPECT_EQ(row.value("alm_clr_cename"), "Sc1AlarmCleared");
     EXPECT_EQ(changes(), QStringList{"secs_alarm +1 -1"});
-    EXPECT_EQ(form().alm.txtAlmName->text(), "Sc1TooCold");
-    EXPECT_EQ(form().alm.txtAlmSetCEID->text(), "") << "and shows blank again";
+    EXPECT_EQ(form()[txtAlmName].text(), "Sc1TooCold");
+    EXPECT_EQ(form()[txtAlmSetCEID].text(), "") << "and shows blank again";
     EXPECT_EQ(place(), "2 of 90");
 }
 
 TEST_F(Save, AnAlarmIsAdded) {
-    beginAdding(form::CSTALM);
-    type(*form().alm.txtAlmID, "5000");
-    type(*form().alm.txtAlmName, "DoorOpen");
-    type(*form().alm.txtAlmGroup, "Safety");
-    form().alm.txtAlmText->widget()->setFocus();
-    QTest::keyClicks(form().alm.txtAlmText->widget(), "one");
-    QTest::keyClick(form().alm.txtAlmText->widget(), Qt::Key_Return, Qt::ControlModifier);
-    QTest::keyClicks(form().alm.txtAlmText->widget(), "two");
-    check(form().alm.chkAlmEnable, true);
+    beginAdding(gem::CSTALM);
+    type(form()[txtAlmID], "5000");
+    type(form()[txtAlmName], "DoorOpen");
+    type(form()[txtAlmGroup], "Safety");
+    form()[txtAlmText].widget()->setFocus();
+    QTest::keyClicks(form()[txtAlmText].widget(), "one");
+    QTest::keyClick(form()[txtAlmText].widget(), Qt::Key_Return, Qt::ControlModifier);
+    QTest::keyClicks(form()[txtAlmText].widget(), "two");
+    check(&form()[chkAlmEnable], true);
     save();
     expectStored();
     const ExportedRow row = stored("secs_alarm", "alm_id", "5000");
@@ -111,13 +111,13 @@ TEST_F(Save, AnAlarmIsAdded) {
     EXPECT_EQ(row.value("alm_clr_cename"), "NULL");
     EXPECT_EQ(changes(), QStringList{"secs_alarm +1 -0"});
     EXPECT_EQ(place(), "91 of 91") << "the new record is the one shown";
-    EXPECT_EQ(form().alm.txtAlmName->text(), "DoorOpen");
+    EXPECT_EQ(form()[txtAlmName].text(), "DoorOpen");
 }
 
 TEST_F(Save, AnEventAndItsReportsAreChanged) {
-    begin(form::CSTEVT, "txtEvtID", "162");
-    const form::TwoListEditor& reports = form().evt.reports;
-    type(*form().evt.txtEvtDesc, "Changed");
+    begin(gem::CSTEVT, "txtEvtID", "162");
+    const form::TwoListEditor& reports = form().reports;
+    type(form()[txtEvtDesc], "Changed");
     press(reports.deselect);
     take(reports, 1, "141", reports.select, reports.pool);
     reports.selected->selectRow(reports.selected->rowCount() - 1);
@@ -134,8 +134,8 @@ TEST_F(Save, AnEventAndItsReportsAreChanged) {
 }
 
 TEST_F(Save, AnEmptyReportListRemovesAllRowsOfTheEvent) {
-    begin(form::CSTEVT, "txtEvtID", "162");
-    while (form().evt.reports.selected->rowCount() > 0) press(form().evt.reports.deselect);
+    begin(gem::CSTEVT, "txtEvtID", "162");
+    while (form().reports.selected->rowCount() > 0) press(form().reports.deselect);
     save();
     expectStored();
     EXPECT_EQ(countOf("secs_def_evt_rpt", "evt_id", "162"), 0U);
@@ -143,12 +143,12 @@ TEST_F(Save, AnEmptyReportListRemovesAllRowsOfTheEvent) {
 }
 
 TEST_F(Save, AnEventIsAddedWithItsReports) {
-    beginAdding(form::CSTEVT);
-    EXPECT_EQ(form().evt.txtEvtID->text(), "171");
-    type(*form().evt.txtEvtName, "LotDone");
-    type(*form().evt.txtEvtGroup, "Lot");
-    type(*form().evt.txtEvtDesc, "The lot is done");
-    const form::TwoListEditor& reports = form().evt.reports;
+    beginAdding(gem::CSTEVT);
+    EXPECT_EQ(form()[txtEvtID].text(), "171");
+    type(form()[txtEvtName], "LotDone");
+    type(form()[txtEvtGroup], "Lot");
+    type(form()[txtEvtDesc], "The lot is done");
+    const form::TwoListEditor& reports = form().reports;
     for (const char* id : {"126", "110"}) take(reports, 1, id, reports.select, reports.pool);
     save();
     expectStored();
@@ -160,15 +160,15 @@ TEST_F(Save, AnEventIsAddedWithItsReports) {
 
 TEST_F(Save, AVariableIsChangedInEachCustomCategory) {
     const std::pair<std::int16_t, const char*> variables[] = {
-        {form::CSTVDV, "1001"}, {form::CSTVSV, "101"}, {form::CSTVEC, "2001"}};
+        {gem::CSTVDV, "1001"}, {gem::CSTVSV, "101"}, {gem::CSTVEC, "2001"}};
     for (const auto& [category, id] : variables) {
         begin(category, "txtVarID", id);
         ExportedRow expected = stored("secs_cusvar", "var_id", id);
-        type(*form().var.txtVarName, "Renamed");
-        type(*form().var.txtVarMax, "50");
-        type(*form().var.txtVarValue, "7");
-        type(*form().var.txtVarDefValue, "8");
-        type(*form().var.txtVarUnit, "mm");
+        type(form()[txtVarName], "Renamed");
+        type(form()[txtVarMax], "50");
+        type(form()[txtVarValue], "7");
+        type(form()[txtVarDefValue], "8");
+        type(form()[txtVarUnit], "mm");
         save();
         expectStored();
         expected["var_name"] = "Renamed";
@@ -178,19 +178,19 @@ TEST_F(Save, AVariableIsChangedInEachCustomCategory) {
         expected["var_unit"] = "mm";
         EXPECT_EQ(stored("secs_cusvar", "var_id", id), expected) << id;
         EXPECT_EQ(changes(), QStringList{"secs_cusvar +1 -1"});
-        EXPECT_EQ(form().var.txtVarName->text(), "Renamed");
+        EXPECT_EQ(form()[txtVarName].text(), "Renamed");
     }
 }
 
 TEST_F(Save, BlankLimitsAreZeroForNumbersAndNullForTexts) {
     for (const auto& [format, blank] :
          {std::pair{"U4", "0"}, {"B", "0"}, {"A", "NULL"}, {"BL", "NULL"}}) {
-        beginAdding(form::CSTVSV);
-        const QString id = form().var.txtVarID->text();
-        type(*form().var.txtVarName, "NewVariable");
-        type(*form().var.txtVarGroup, "Group");
-        type(*form().var.txtVarDesc, "Description");
-        type(*form().var.cmbVarFormat, format);
+        beginAdding(gem::CSTVSV);
+        const QString id = form()[txtVarID].text();
+        type(form()[txtVarName], "NewVariable");
+        type(form()[txtVarGroup], "Group");
+        type(form()[txtVarDesc], "Description");
+        type(form()[cmbVarFormat], format);
         save();
         expectStored();
         const ExportedRow row = stored("secs_cusvar", "var_id", id);
@@ -201,21 +201,21 @@ TEST_F(Save, BlankLimitsAreZeroForNumbersAndNullForTexts) {
         EXPECT_EQ(row.value("var_type"), "SV");
         for (const char* column : {"var_parentkey", "var_accessid", "var_allowduplicates"})
             EXPECT_EQ(row.value(column), "0") << column;
-        EXPECT_EQ(form().var.txtVarMin->text(), "");
-        EXPECT_EQ(form().var.txtVarMax->text(), "");
+        EXPECT_EQ(form()[txtVarMin].text(), "");
+        EXPECT_EQ(form()[txtVarMax].text(), "");
         EXPECT_EQ(changes(), QStringList{"secs_cusvar +1 -0"});
     }
 }
 
 TEST_F(Save, TheTypeOfAnAddedVariableIsThatOfItsCategory) {
     for (const auto& [category, typeCode] :
-         {std::pair{form::CSTVDV, "DV"}, {form::CSTVSV, "SV"}, {form::CSTVEC, "EC"}}) {
+         {std::pair{gem::CSTVDV, "DV"}, {gem::CSTVSV, "SV"}, {gem::CSTVEC, "EC"}}) {
         beginAdding(category);
-        const QString id = form().var.txtVarID->text();
-        type(*form().var.txtVarName, "NewVariable");
-        type(*form().var.txtVarGroup, "Group");
-        type(*form().var.txtVarDesc, "Description");
-        type(*form().var.cmbVarFormat, "A");
+        const QString id = form()[txtVarID].text();
+        type(form()[txtVarName], "NewVariable");
+        type(form()[txtVarGroup], "Group");
+        type(form()[txtVarDesc], "Description");
+        type(form()[cmbVarFormat], "A");
         save();
         expectStored();
         EXPECT_EQ(stored("secs_cusvar", "var_id", id).value("var_type"), typeCode);
@@ -223,26 +223,26 @@ TEST_F(Save, TheTypeOfAnAddedVariableIsThatOfItsCategory) {
 }
 
 TEST_F(Save, ABooleanDefaultIsStoredInUpperCaseAndItsValueAsTyped) {
-    beginAdding(form::CSTVEC);
-    const QString id = form().var.txtVarID->text();
-    type(*form().var.txtVarName, "NewVariable");
-    type(*form().var.txtVarGroup, "Group");
-    type(*form().var.txtVarDesc, "Description");
-    type(*form().var.cmbVarFormat, "BL");
-    leave(*form().var.cmbVarFormat);
-    type(*form().var.txtVarDefValue, " true ");
-    type(*form().var.txtVarValue, "False");
+    beginAdding(gem::CSTVEC);
+    const QString id = form()[txtVarID].text();
+    type(form()[txtVarName], "NewVariable");
+    type(form()[txtVarGroup], "Group");
+    type(form()[txtVarDesc], "Description");
+    type(form()[cmbVarFormat], "BL");
+    leave(form()[cmbVarFormat]);
+    type(form()[txtVarDefValue], " true ");
+    type(form()[txtVarValue], "False");
     save();
     expectStored();
     const ExportedRow row = stored("secs_cusvar", "var_id", id);
     EXPECT_EQ(row.value("var_defaultval"), "TRUE");
     EXPECT_EQ(row.value("var_val"), "False");
-    EXPECT_EQ(form().var.txtVarDefValue->text(), "TRUE") << "shown as stored";
+    EXPECT_EQ(form()[txtVarDefValue].text(), "TRUE") << "shown as stored";
 }
 
 TEST_F(Save, AListVariableAndItsChildrenAreChanged) {
-    begin(form::CSTVSV, "txtVarID", "227");
-    const form::TwoListEditor& children = form().var.children;
+    begin(gem::CSTVSV, "txtVarID", "227");
+    const form::TwoListEditor& children = form().children;
     ASSERT_EQ(columnOf(children.selected, 2), QStringList({"235", "234", "233", "232", "231"}));
     take(children, 2, "233", children.deselect, children.selected);
     take(children, 1, "101", children.select, children.pool);
@@ -259,31 +259,31 @@ TEST_F(Save, AListVariableAndItsChildrenAreChanged) {
     EXPECT_EQ(released.value("var_accessid"), "0");
     EXPECT_EQ(columnOf(children.selected, 2), wanted);
     EXPECT_TRUE(children.pool->isHidden());
-    clickCategory(form::CSTVSV);
+    clickCategory(gem::CSTVSV);
     goTo("txtVarID", "227");
     EXPECT_EQ(columnOf(children.selected, 2), wanted);
 }
 
 TEST_F(Save, AListThatBecomesANumberReleasesItsChildren) {
-    begin(form::CSTVSV, "txtVarID", "228");
-    type(*form().var.cmbVarFormat, "U1");
-    leave(*form().var.cmbVarFormat);
+    begin(gem::CSTVSV, "txtVarID", "228");
+    type(form()[cmbVarFormat], "U1");
+    leave(form()[cmbVarFormat]);
     save();
     expectStored();
     EXPECT_EQ(countOf("secs_cusvar", "var_parentkey", "228"), 0U);
     EXPECT_EQ(stored("secs_cusvar", "var_id", "236").value("var_parentkey"), "0");
-    EXPECT_TRUE(form().var.children.selected->isHidden());
+    EXPECT_TRUE(form().children.selected->isHidden());
 }
 
 TEST_F(Save, AListIsAddedWithAnOnlyChildThatMayBeDuplicated) {
-    beginAdding(form::CSTVSV);
-    const QString id = form().var.txtVarID->text();
-    type(*form().var.txtVarName, "NewList");
-    type(*form().var.txtVarGroup, "Lists");
-    type(*form().var.txtVarDesc, "Description");
-    type(*form().var.cmbVarFormat, "L");
-    leave(*form().var.cmbVarFormat);
-    const form::TwoListEditor& children = form().var.children;
+    beginAdding(gem::CSTVSV);
+    const QString id = form()[txtVarID].text();
+    type(form()[txtVarName], "NewList");
+    type(form()[txtVarGroup], "Lists");
+    type(form()[txtVarDesc], "Description");
+    type(form()[cmbVarFormat], "L");
+    leave(form()[cmbVarFormat]);
+    const form::TwoListEditor& children = form().children;
     take(children, 1, "102", children.select, children.pool);
     const QRect box = children.selected->visualRect(children.selected->model()->index(0, 0));
     QTest::mouseClick(children.selected->viewport(), Qt::LeftButton, {},
@@ -300,11 +300,11 @@ TEST_F(Save, AListIsAddedWithAnOnlyChildThatMayBeDuplicated) {
 }
 
 TEST_F(Save, AReportAndItsVariablesAreChanged) {
-    begin(form::CSTRPT, "txtRptID", "126");
-    const form::TwoListEditor& variables = form().rpt.variables;
+    begin(gem::CSTRPT, "txtRptID", "126");
+    const form::TwoListEditor& variables = form().variables;
     const QStringList inOrder = columnOf(variables.selected, 1);
     ASSERT_EQ(inOrder.size(), 14);
-    check(form().rpt.chkRptDefault, false);
+    check(&form()[chkRptDefault], false);
     take(variables, 1, inOrder[13], variables.orderUp, variables.selected);
     QStringList wanted = inOrder;
     wanted.swapItemsAt(12, 13);
@@ -316,11 +316,11 @@ TEST_F(Save, AReportAndItsVariablesAreChanged) {
 }
 
 TEST_F(Save, AReportIsAddedWithVariablesOfBothTables) {
-    beginAdding(form::CSTRPT);
-    const QString id = form().rpt.txtRptID->text();
-    type(*form().rpt.txtRptName, "NewReport");
-    type(*form().rpt.txtRptDesc, "Description");
-    const form::TwoListEditor& variables = form().rpt.variables;
+    beginAdding(gem::CSTRPT);
+    const QString id = form()[txtRptID].text();
+    type(form()[txtRptName], "NewReport");
+    type(form()[txtRptDesc], "Description");
+    const form::TwoListEditor& variables = form().variables;
     for (const char* variable : {"101", "2", "1001"})
         take(variables, 1, variable, variables.select, variables.pool);
     save();
@@ -333,28 +333,28 @@ TEST_F(Save, AReportIsAddedWithVariablesOfBothTables) {
 }
 
 TEST_F(Save, AReportWithoutVariablesIsRefused) {
-    beginAdding(form::CSTRPT);
-    type(*form().rpt.txtRptName, "NewReport");
-    type(*form().rpt.txtRptDesc, "Description");
+    beginAdding(gem::CSTRPT);
+    type(form()[txtRptName], "NewReport");
+    type(form()[txtRptDesc], "Description");
     save();
     EXPECT_EQ(dialogs.texts(),
               QStringList{"Record cannot be saved. Please correct the exception."});
     EXPECT_EQ(exceptions(), "[Report Variable List]: Must contain item.\r\n");
     EXPECT_EQ(state().editMode, form::EditMode::Adding);
-    EXPECT_EQ(form().rpt.txtRptName->text(), "NewReport");
+    EXPECT_EQ(form()[txtRptName].text(), "NewReport");
     EXPECT_EQ(changes(), QStringList());
 }
 
 TEST_F(Save, ASettingIsTypedOrChosen) {
-    begin(form::GEMSTT, "txtSttName", "T3Timeout");
-    type(*form().stt.txtSttValue, " 60 ");
+    begin(gem::GEMSTT, "txtSttName", "T3Timeout");
+    type(form()[txtSttValue], " 60 ");
     save();
     expectStored();
     EXPECT_EQ(stored("secs_setting", "set_field", "T3Timeout").value("set_value"), "60");
     EXPECT_EQ(changes(), QStringList{"secs_setting +1 -1"});
 
-    begin(form::GEMSTT, "txtSttName", "BaudRate");
-    auto* combo = qobject_cast<QComboBox*>(form().stt.cmbSttValue->widget());
+    begin(gem::GEMSTT, "txtSttName", "BaudRate");
+    auto* combo = qobject_cast<QComboBox*>(form()[cmbSttValue].widget());
     ASSERT_TRUE(combo->isVisible());
     QTest::keyClick(combo, Qt::Key_Home);
     save();
@@ -364,41 +364,41 @@ TEST_F(Save, ASettingIsTypedOrChosen) {
 }
 
 TEST_F(Save, ARefusedSettingWritesNothing) {
-    begin(form::GEMSTT, "txtSttName", "T3Timeout");
-    type(*form().stt.txtSttValue, "121");
+    begin(gem::GEMSTT, "txtSttName", "T3Timeout");
+    type(form()[txtSttValue], "121");
     save();
     EXPECT_EQ(dialogs.texts(),
               QStringList{"Record cannot be saved. Please correct the exception."});
     EXPECT_EQ(state().editMode, form::EditMode::Editing);
     EXPECT_EQ(changes(), QStringList());
-    type(*form().stt.txtSttValue, "120");
+    type(form()[txtSttValue], "120");
     dialogs.messages.clear();
     save();
     expectStored();
 }
 
 TEST_F(Save, ARefusalLeavesEverythingAsTypedAndASecondTryWorks) {
-    begin(form::CSTALM, "txtAlmID", "102");
-    type(*form().alm.txtAlmName, "two words");
+    begin(gem::CSTALM, "txtAlmID", "102");
+    type(form()[txtAlmName], "two words");
     save();
     EXPECT_EQ(dialogs.texts(),
               QStringList{"Record cannot be saved. Please correct the exception."});
-    EXPECT_EQ(form().alm.txtAlmName->text(), "two words");
-    EXPECT_TRUE(form().alm.txtAlmName->isOpen());
+    EXPECT_EQ(form()[txtAlmName].text(), "two words");
+    EXPECT_TRUE(form()[txtAlmName].isOpen());
     EXPECT_EQ(changes(), QStringList());
     dialogs.messages.clear();
-    type(*form().alm.txtAlmName, "OneWord");
+    type(form()[txtAlmName], "OneWord");
     save();
     expectStored();
     EXPECT_EQ(stored("secs_alarm", "alm_id", "102").value("alm_name"), "OneWord");
 }
 
 TEST_F(Save, AnIdentifierThatIsTooLargeIsReportedAndRefused) {
-    beginAdding(form::CSTALM);
-    type(*form().alm.txtAlmID, "99999999999");
-    type(*form().alm.txtAlmName, "NewAlarm");
-    type(*form().alm.txtAlmGroup, "Group");
-    type(*form().alm.txtAlmText, "Text");
+    beginAdding(gem::CSTALM);
+    type(form()[txtAlmID], "99999999999");
+    type(form()[txtAlmName], "NewAlarm");
+    type(form()[txtAlmGroup], "Group");
+    type(form()[txtAlmText], "Text");
     dialogs.messages.clear();
     save();
     ASSERT_GE(dialogs.messages.size(), 2U);
@@ -410,9 +410,9 @@ TEST_F(Save, AnIdentifierThatIsTooLargeIsReportedAndRefused) {
 }
 
 TEST_F(Save, ByMnemonicFromWithinAField) {
-    begin(form::CSTALM, "txtAlmID", "102");
-    type(*form().alm.txtAlmGroup, "Other");
-    QTest::keyClick(form().alm.txtAlmGroup->widget(), Qt::Key_S, Qt::AltModifier);
+    begin(gem::CSTALM, "txtAlmID", "102");
+    type(form()[txtAlmGroup], "Other");
+    QTest::keyClick(form()[txtAlmGroup].widget(), Qt::Key_S, Qt::AltModifier);
     ASSERT_TRUE(QTest::qWaitFor([&] { return state().editMode == form::EditMode::Browsing; }));
     expectStored();
     EXPECT_EQ(stored("secs_alarm", "alm_id", "102").value("alm_group"), "Other");
@@ -420,14 +420,14 @@ TEST_F(Save, ByMnemonicFromWithinAField) {
 }
 
 TEST_F(Save, UnchangedRecordsOfEveryCategoryAreWrittenBackAsTheyWere) {
-    for (const std::int16_t category : {form::GEMEVT, form::GEMVDV, form::GEMVEC, form::CSTALM,
-                                        form::CSTEVT, form::CSTVDV, form::CSTVSV, form::CSTVEC}) {
+    for (const std::int16_t category : {gem::GEMEVT, gem::GEMVDV, gem::GEMVEC, gem::CSTALM,
+                                        gem::CSTEVT, gem::CSTVDV, gem::CSTVSV, gem::CSTVEC}) {
         begin(category);
         save();
         expectStored();
         EXPECT_EQ(changes(), QStringList()) << category;
     }
-    begin(form::CSTRPT, "txtRptID", "126");
+    begin(gem::CSTRPT, "txtRptID", "126");
     save();
     expectStored();
     EXPECT_EQ(changes(), QStringList());

@@ -8,7 +8,7 @@
 namespace stelvan::test {
 namespace {
 
-constexpr std::int16_t kCategories = form::CSTRPT;
+constexpr std::int16_t kCategories = gem::CSTRPT;
 
 class ShippedModelWindow : public WindowBench, public ::testing::WithParamInterface<const char*> {
 protected:
@@ -54,7 +54,7 @@ TEST_P(ShippedModelWindow, EveryCategoryShowsInTheGridWithoutABox) {
 }
 
 TEST_P(ShippedModelWindow, EveryStandardVariableShowsItsNameGroupAndText) {
-    for (const auto category : {form::GEMVDV, form::GEMSDV, form::GEMVEC}) {
+    for (const auto category : {gem::GEMVDV, gem::GEMSDV, gem::GEMVEC}) {
         clickCategory(category);
         const int count = static_cast<int>(state().current.records->recordCount());
         for (int position = 1; position <= count; ++position) {

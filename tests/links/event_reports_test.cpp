@@ -13,18 +13,18 @@ namespace {
 
 class EventReportsTest : public test::LinkBench {
 protected:
-    form::TwoListEditor& editor = form.evt.reports;
+    form::TwoListEditor& editor = form.reports;
 
     void SetUp() override {
         STELVAN_NEEDS_SAMPLE("gem.mdb");
         LinkBench::SetUp();
         useDatabase("gem.mdb");
-        openFrame(form::CSTEVT);
+        openFrame(gem::CSTEVT);
         editor.selected->setHeaders({"Name", "ID"});
     }
 
     void show(const QString& event) {
-        form.evt.txtEvtID->setText(event);
+        form[txtEvtID].setText(event);
         eventReports.lUpdateEvtRptList(false);
     }
 };
@@ -93,7 +93,7 @@ TEST_F(EventReportsTest, AnIdThatIsEmptyOrNoWholeNumberEmptiesTheListWithoutAMes
 }
 
 TEST_F(EventReportsTest, TheFlagChangesNothing) {
-    form.evt.txtEvtID->setText("162");
+    form[txtEvtID].setText("162");
     eventReports.lUpdateEvtRptList(true);
     EXPECT_EQ(editor.selected->rowCount(), 12);
 }
@@ -120,7 +120,7 @@ TEST_F(EventReportsTest, ASaveReplacesTheLinksByTheRowsInTheirOrder) {
     click(editor.deselect);
     const QStringList wanted = columnOf(editor.selected, 1);
     ASSERT_NE(wanted, before);
-    EXPECT_TRUE(eventReports.saveLinks("162"));
+    eventReports.saveLinks("162");
     show("162");
     EXPECT_EQ(columnOf(editor.selected, 1), wanted);
     EXPECT_EQ(editor.selected->rowCount(), 11);
@@ -131,7 +131,7 @@ TEST_F(EventReportsTest, AnEmptyListRemovesAllLinksOfThisEventOnly) {
     const int others = editor.selected->rowCount();
     ASSERT_GT(others, 0);
     eventReports.clear();
-    EXPECT_TRUE(eventReports.saveLinks("162"));
+    eventReports.saveLinks("162");
     show("162");
     EXPECT_EQ(editor.selected->rowCount(), 0);
     show("101");
@@ -141,7 +141,7 @@ TEST_F(EventReportsTest, AnEmptyListRemovesAllLinksOfThisEventOnly) {
 TEST_F(EventReportsTest, LinksThatCannotBeOpenedAreReportedAndNotSaved) {
     show("162");
     state.databasePath += ".gone";
-    EXPECT_FALSE(eventReports.saveLinks("162"));
+    errors.handle("cmdSave_Click", [&] { eventReports.saveLinks("162"); });
     EXPECT_EQ(failures.size(), 1);
 }
 

@@ -7,33 +7,30 @@
 #include <QPushButton>
 #include <QTreeWidget>
 
-#include "links/event_reports.h"
-#include "links/list_children.h"
-#include "links/report_variables.h"
-#include "links/selection_list.h"
+#include "links/link_editors.h"
 #include "tests/support/check_bench.h"
 
 namespace stelvan::test {
 
 class LinkBench : public CheckBench {
 protected:
-    links::EventReports eventReports{form.evt, database};
-    links::ReportVariables reportVariables{form.rpt, form.nav, database};
-    links::ListChildren listChildren{form.var, state, database, dialogs};
-    links::SelectionLists lists{form, state, errors, dialogs, records};
+    links::LinkEditors links{allChecks};
+    links::EventReports& eventReports = links.eventReports;
+    links::ReportVariables& reportVariables = links.reportVariables;
+    links::ListChildren& listChildren = links.listChildren;
+    links::SelectionLists& lists = links.selectionLists;
 
     void SetUp() override {
         CheckBench::SetUp();
         lists.connectControls();
-        QObject::connect(form.var.children.selected, &form::ListView::itemChecked, &lists,
+        QObject::connect(form.children.selected, &form::ListView::itemChecked, &lists,
                          [this](int row) { listChildren.lvwChildItems_ItemCheck(row); });
     }
 
     /// A frame in an edit, its lists shown and open.
     void openFrame(std::int16_t category, form::EditMode mode = form::EditMode::Editing) {
         begin(category, mode);
-        for (const form::TwoListEditor* editor :
-             {&form.evt.reports, &form.rpt.variables, &form.var.children}) {
+        for (const form::TwoListEditor* editor : {&form.reports, &form.variables, &form.children}) {
             editor->showPool(true);
             editor->showSelected(true);
             editor->pool->setOpen(true);

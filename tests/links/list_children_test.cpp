@@ -4,6 +4,8 @@
 
 #include <QLabel>
 
+#include "db/query.h"
+#include "db/value_text.h"
 #include "tests/links/link_bench.h"
 
 namespace stelvan::links {
@@ -14,26 +16,26 @@ constexpr int kId = 2;
 
 class ListChildrenTest : public test::LinkBench {
 protected:
-    form::TwoListEditor& editor = form.var.children;
+    form::TwoListEditor& editor = form.children;
 
     void SetUp() override {
         STELVAN_NEEDS_SAMPLE("gem.mdb");
         LinkBench::SetUp();
         useDatabase("gem.mdb");
-        openFrame(form::CSTVSV);
+        openFrame(gem::CSTVSV);
         editor.selected->setHeaders({"Duplicate", "Name", "ID", "Group", "Value"});
     }
 
     void show(const QString& variable) {
-        form.var.txtVarID->setText(variable);
+        form[txtVarID].setText(variable);
         listChildren.lUpdateVarChild(true);
     }
     QStringList valuesOf(const QString& sql) {
         QStringList found;
-        db::Connection connection;
-        db::Recordset rows;
-        if (database.lGetRecordSet(connection, rows, sql.toStdString()) == nullptr) return found;
-        for (; !rows.eof(); rows.moveNext()) found << form::toQt(db::toTextOrEmpty(rows.field(0)));
+        db::Query query(database, sql.toStdString());
+        query.forEach([&](db::Query& row) {
+            found << form::toQt(db::toTextOrEmpty(row.records().field(0)));
+        });
         return found;
     }
     void check(int row) {
@@ -45,7 +47,7 @@ protected:
 };
 
 TEST_F(ListChildrenTest, ThePoolOffersOnlyWhatMayBecomeAChild) {
-    form.var.txtVarID->setText("227");
+    form[txtVarID].setText("227");
     listChildren.lDispChildEditor(true);
     EXPECT_EQ(editor.pool->headers(), QStringList({"Name", "ID", "Group", "Value"}));
     EXPECT_TRUE(editor.pool->isColumnHidden(3));
@@ -63,13 +65,13 @@ TEST_F(ListChildrenTest, ThePoolOffersOnlyWhatMayBecomeAChild) {
 }
 
 TEST_F(ListChildrenTest, ThePoolFollowsTheTypeOfTheCategory) {
-    form.var.txtVarID->setText("2001");
-    state.category = form::CSTVEC;
+    form[txtVarID].setText("2001");
+    state.category = gem::CSTVEC;
     listChildren.lDispChildEditor(true);
     EXPECT_TRUE(columnOf(editor.pool, 1).contains("2002"));
     EXPECT_FALSE(columnOf(editor.pool, 1).contains("2001"));
     EXPECT_FALSE(columnOf(editor.pool, 1).contains("101"));
-    state.category = form::CSTVDV;
+    state.category = gem::CSTVDV;
     listChildren.lDispChildEditor(true);
     EXPECT_FALSE(columnOf(editor.pool, 1).contains("2002"));
 }
@@ -79,7 +81,7 @@ TEST_F(ListChildrenTest, WithoutANumericIdNothingIsFilledAndNothingSaid) {
     const int children = editor.selected->rowCount();
     ASSERT_GT(children, 0);
     for (const char* id : {"", "   ", "abc"}) {
-        form.var.txtVarID->setText(id);
+        form[txtVarID].setText(id);
         listChildren.lDispChildEditor(true);
         EXPECT_EQ(editor.pool->rowCount(), 0) << id;
         show(id);
@@ -89,7 +91,7 @@ TEST_F(ListChildrenTest, WithoutANumericIdNothingIsFilledAndNothingSaid) {
 }
 
 TEST_F(ListChildrenTest, HidingIsAllThatHidingDoes) {
-    form.var.txtVarID->setText("227");
+    form[txtVarID].setText("227");
     listChildren.lDispChildEditor(true);
     show("227");
     const int offered = editor.pool->rowCount();
@@ -175,10 +177,10 @@ TEST_F(ListChildrenTest, AnEditKeepsTheRowsWhileTheFormatGoesAwayAndComesBack) {
 }
 
 TEST_F(ListChildrenTest, AnEditOfAnotherRecordStartsWithoutTheFormerRows) {
-    form.var.txtVarID->setText("227");
+    form[txtVarID].setText("227");
     listChildren.lDispChildEditor(true);
     show("227");
-    form.var.txtVarID->setText("101");
+    form[txtVarID].setText("101");
     listChildren.lUpdateVarChild(false);
     listChildren.beginEditing();
     EXPECT_EQ(editor.pool->rowCount(), 0);
@@ -244,7 +246,7 @@ TEST_F(ListChildrenTest, ChildrenComeBackInTheirNewOrderWithTheirMarks) {
     const QString released = editor.selected->text(editor.selected->rowCount() - 1, kId);
     click(editor.deselect);
     const QStringList wanted = columnOf(editor.selected, kId);
-    EXPECT_TRUE(listChildren.saveLinks("227"));
+    listChildren.saveLinks("227");
     listChildren.endEditing();
     show("227");
     EXPECT_EQ(columnOf(editor.selected, kId), wanted);
@@ -268,14 +270,14 @@ TEST_F(ListChildrenTest, ReleasedChildrenKeepTheirDuplicateFlag) {
     show("229");
     ASSERT_TRUE(editor.selected->isChecked(0));
     const QString child = editor.selected->text(0, kId);
-    EXPECT_TRUE(listChildren.releaseChildren("229"));
+    listChildren.releaseChildren("229");
     EXPECT_EQ(valuesOf("SELECT var_id FROM secs_cusvar WHERE var_parentkey = 229"), QStringList{});
     EXPECT_EQ(flagged(child), QStringList{child});
 }
 
 TEST_F(ListChildrenTest, AnIdBeyondThirtyTwoBitsIsAnOverflow) {
     editor.selected->setRows({{{"", "A", "4294967296", "", ""}, false}});
-    EXPECT_THROW(static_cast<void>(listChildren.saveLinks("101")), base::RunTimeError);
+    EXPECT_THROW(listChildren.saveLinks("101"), base::RunTimeError);
 }
 
 }  // namespace

@@ -15,18 +15,18 @@ constexpr int kOrder = 4;
 
 class ReportVariablesTest : public test::LinkBench {
 protected:
-    form::TwoListEditor& editor = form.rpt.variables;
+    form::TwoListEditor& editor = form.variables;
 
     void SetUp() override {
         STELVAN_NEEDS_SAMPLE("gem.mdb");
         LinkBench::SetUp();
         useDatabase("gem.mdb");
-        openFrame(form::CSTRPT);
+        openFrame(gem::CSTRPT);
         editor.selected->setHeaders({"Name", "ID", "Type", "Gem", "Order"});
     }
 
     void show(const QString& report) {
-        form.rpt.txtRptID->setText(report);
+        form[txtRptID].setText(report);
         reportVariables.lUpdateRptVarList();
     }
 };
@@ -108,7 +108,7 @@ TEST_F(ReportVariablesTest, ASaveWritesTheRowOrder) {
     show("126");
     reportVariables.beginEditing();
     const QStringList wanted = columnOf(editor.selected, 1);
-    EXPECT_TRUE(reportVariables.saveLinks("126"));
+    reportVariables.saveLinks("126");
     show("126");
     reportVariables.beginEditing();
     EXPECT_EQ(columnOf(editor.selected, 1), wanted);
@@ -119,7 +119,7 @@ TEST_F(ReportVariablesTest, RowsOfOneIdAndOneOrderAreOneLink) {
     editor.selected->setRows(rowsOf({{"Gem", "1", "SV", "Y", "1"},
                                      {"Custom of the same id", "1", "SV", "N", "1"},
                                      {"Gem", "1", "SV", "Y", "2"}}));
-    EXPECT_TRUE(reportVariables.saveLinks("140"));
+    reportVariables.saveLinks("140");
     show("140");
     EXPECT_EQ(columnOf(editor.selected, 1), QStringList({"1", "1"}))
         << "the same variable in two places is two links";
@@ -136,7 +136,7 @@ TEST_F(ReportVariablesTest, ReportsUpToOneHundredAreLocked) {
                              {"100", false},  {"101", true},         {" 100 ", false}, {"-1", true},
                              {"100.5", true}, {"99999999999", true}, {"abc", true}};
     for (const Rights& r : rights) {
-        form.rpt.txtRptID->setText(r.id);
+        form[txtRptID].setText(r.id);
         reportVariables.lRptSetRightByRecord(false);
         EXPECT_TRUE(form.nav.cmdCancel->isHidden() && form.nav.cmdSave->isHidden()) << r.id;
         EXPECT_TRUE(form.nav.cmdNew->isEnabled()) << r.id;

@@ -12,11 +12,11 @@ using Texts = std::vector<QStringList>;
 
 class Events : public test::LinkBench {
 protected:
-    form::TwoListEditor& editor = form.evt.reports;
+    form::TwoListEditor& editor = form.reports;
 
     void SetUp() override {
         LinkBench::SetUp();
-        openFrame(form::CSTEVT);
+        openFrame(gem::CSTEVT);
         editor.pool->setHeaders({"Name", "ID"});
         editor.selected->setHeaders({"Name", "ID"});
         editor.pool->setRows(rowsOf({{"Alpha", "101"}, {"Beta", "102"}, {"Gamma", "103"}}));
@@ -25,11 +25,11 @@ protected:
 
 class Children : public test::LinkBench {
 protected:
-    form::TwoListEditor& editor = form.var.children;
+    form::TwoListEditor& editor = form.children;
 
     void SetUp() override {
         LinkBench::SetUp();
-        openFrame(form::CSTVSV);
+        openFrame(gem::CSTVSV);
         editor.pool->setHeaders({"Name", "ID", "Group", "Value"});
         editor.selected->setHeaders({"Duplicate", "Name", "ID", "Group", "Value"});
         editor.pool->setRows(rowsOf({{"Alpha", "101", "G1", "1"}, {"Beta", "102", "G2", "2"}}));
@@ -119,11 +119,11 @@ TEST_F(Events, TheMovedItemStaysTheSelectedOneSoThatRepeatedClicksKeepMovingIt) 
 
 TEST_F(Events, UpOnTheFirstAndDownOnTheLastRowOnlyGiveTheListTheFocus) {
     editor.selected->setRows(rowsOf({{"A", "1"}, {"B", "2"}}));
-    form.evt.txtEvtName->widget()->setFocus();
+    form[txtEvtName].widget()->setFocus();
     click(editor.orderUp);
     EXPECT_TRUE(editor.selected->hasFocus());
     clickRow(editor.selected, 1, 0);
-    form.evt.txtEvtName->widget()->setFocus();
+    form[txtEvtName].widget()->setFocus();
     click(editor.orderDown);
     EXPECT_TRUE(editor.selected->hasFocus());
     EXPECT_EQ(columnOf(editor.selected, 0), QStringList({"A", "B"}));
@@ -207,18 +207,18 @@ TEST_F(Children, MovingSwapsTextsAndLeavesTheCheckMarksInPlace) {
 }
 
 TEST_F(Children, GemVariablesUseThePlainMode) {
-    state.category = form::GEMVDV;
+    state.category = gem::GEMVDV;
     click(editor.select);
     EXPECT_EQ(textsOf(editor.selected), (Texts{{"Alpha", "101", "G1", "1"}}));
 }
 
 class Reports : public test::LinkBench {
 protected:
-    form::TwoListEditor& editor = form.rpt.variables;
+    form::TwoListEditor& editor = form.variables;
 
     void SetUp() override {
         LinkBench::SetUp();
-        openFrame(form::CSTRPT);
+        openFrame(gem::CSTRPT);
         editor.pool->setHeaders({"Name", "ID", "Type", "GEM"});
         editor.selected->setHeaders({"Name", "ID", "Type", "Gem", "Order"});
         editor.pool->setRows(rowsOf({{"Clock", "1", "SV", "Y"}, {"Lot", "201", "DV", "N"}}));

@@ -5,6 +5,7 @@
 #include <QTreeWidget>
 #include <fstream>
 
+#include "gem/stored.h"
 #include "tests/support/check_bench.h"
 
 namespace stelvan::settings {
@@ -14,21 +15,21 @@ using form::EditMode;
 
 class SettingInputsTest : public test::CheckBench {
 protected:
-    SettingInputs inputs{form.stt, state, errors, box, dialogs};
-    form::Field& value = *form.stt.txtSttValue;
-    form::Field& defValue = *form.stt.txtSttDefValue;
+    SettingInputs inputs{allChecks};
+    form::Field& value = form[txtSttValue];
+    form::Field& defValue = form[txtSttDefValue];
 
     void SetUp() override {
         CheckBench::SetUp();
         inputs.connectFields();
-        state.category = form::GEMSTT;
+        state.category = gem::GEMSTT;
         form.showFrame(5);
         QApplication::processEvents();
     }
 
     void show(const QString& name, const QString& text, const QString& byDefault,
               EditMode mode = EditMode::Editing) {
-        form.stt.txtSttName->setText(name);
+        form[txtSttName].setText(name);
         value.setText(text);
         defValue.setText(byDefault);
         value.setMarker("0");
@@ -39,15 +40,23 @@ protected:
 
     /// Texts, combo boxes, check boxes, buttons; of the value, then of the default value.
     QString visible() const {
-        const form::SttFrame& stt = form.stt;
         QString all;
-        for (const bool on : {stt.txtSttValue->isVisible(), stt.cmbSttValue->isVisible(),
-                              stt.chkSttValue->isVisible(), !stt.cmdSttBrowse->isHidden(),
-                              stt.txtSttDefValue->isVisible(), stt.cmbSttDefValue->isVisible(),
-                              stt.chkSttDefValue->isVisible(), !stt.cmdSttDefBrowse->isHidden()}) {
+        for (const bool on :
+             {form[txtSttValue].isVisible(), form[cmbSttValue].isVisible(),
+              form[chkSttValue].isVisible(), !form.cmdSttBrowse->isHidden(),
+              form[txtSttDefValue].isVisible(), form[cmbSttDefValue].isVisible(),
+              form[chkSttDefValue].isVisible(), !form.cmdSttDefBrowse->isHidden()}) {
             all += on ? '1' : '0';
         }
         return all;
+    }
+    /// What a save would write for one of the two values.
+    QString stored(gem::Control field) const {
+        const gem::Record record = allChecks.recordFields.read();
+        for (const gem::ColumnValue& column : gem::columnsOf(record))
+            if (column.column == gem::factsOf(field).column)
+                return form::toQt(std::get<std::string>(column.value));
+        return {};
     }
     std::string made(const std::string& name) const {
         const auto path = scratch.path() / name;
@@ -92,18 +101,18 @@ TEST_F(SettingInputsTest, comboSettingsOfferTheirListsInOrder) {
     };
     for (const auto& [name, entries] : lists) {
         show(name, entries.last(), entries.first());
-        EXPECT_EQ(form.stt.cmbSttValue->entries(), entries);
-        EXPECT_EQ(form.stt.cmbSttDefValue->entries(), entries);
-        EXPECT_EQ(form.stt.cmbSttValue->text(), entries.last());
-        EXPECT_EQ(form.stt.cmbSttDefValue->text(), entries.first());
+        EXPECT_EQ(form[cmbSttValue].entries(), entries);
+        EXPECT_EQ(form[cmbSttDefValue].entries(), entries);
+        EXPECT_EQ(form[cmbSttValue].text(), entries.last());
+        EXPECT_EQ(form[cmbSttDefValue].text(), entries.first());
     }
 }
 
 TEST_F(SettingInputsTest, editingColoursAndFocusesTheFirstInput) {
     show("BaudRate", "9600", "300");
-    EXPECT_EQ(form.stt.cmbSttValue->colour(), form::Colour::ToolTipBackground);
-    EXPECT_EQ(form.stt.cmbSttDefValue->colour(), form::Colour::ToolTipBackground);
-    EXPECT_TRUE(form.stt.cmbSttValue->widget()->hasFocus());
+    EXPECT_EQ(form[cmbSttValue].colour(), form::Colour::ToolTipBackground);
+    EXPECT_EQ(form[cmbSttDefValue].colour(), form::Colour::ToolTipBackground);
+    EXPECT_TRUE(form[cmbSttValue].widget()->hasFocus());
     show("DeviceID", "1", "1");
     EXPECT_TRUE(value.widget()->hasFocus());
     show("SECSLogFile", "1", "1");
@@ -116,40 +125,40 @@ TEST_F(SettingInputsTest, browsingClosesEverythingAndTakesNoFocus) {
         show(name, "1", "1", EditMode::Browsing);
         EXPECT_TRUE(value.isLocked());
         EXPECT_TRUE(defValue.isLocked());
-        EXPECT_FALSE(form.stt.cmbSttValue->isEnabled());
-        EXPECT_FALSE(form.stt.cmbSttDefValue->isEnabled());
-        EXPECT_FALSE(form.stt.cmdSttBrowse->isEnabled());
-        EXPECT_FALSE(form.stt.cmdSttDefBrowse->isEnabled());
-        EXPECT_EQ(form.stt.cmbSttValue->colour(), form::Colour::WindowBackground);
+        EXPECT_FALSE(form[cmbSttValue].isEnabled());
+        EXPECT_FALSE(form[cmbSttDefValue].isEnabled());
+        EXPECT_FALSE(form.cmdSttBrowse->isEnabled());
+        EXPECT_FALSE(form.cmdSttDefBrowse->isEnabled());
+        EXPECT_EQ(form[cmbSttValue].colour(), form::Colour::WindowBackground);
         EXPECT_TRUE(form.tvwSECSItem->hasFocus());
     }
     state.editMode = EditMode::Editing;
     inputs.lSttSetRightByRecord();
     EXPECT_TRUE(value.isOpen());
-    EXPECT_TRUE(form.stt.cmbSttDefValue->isOpen());
-    EXPECT_TRUE(form.stt.cmdSttDefBrowse->isEnabled());
+    EXPECT_TRUE(form[cmbSttDefValue].isOpen());
+    EXPECT_TRUE(form.cmdSttDefBrowse->isEnabled());
 }
 
 TEST_F(SettingInputsTest, aChoiceGoesIntoItsTextFieldAtOnce) {
     show("BaudRate", "9600", "300");
-    auto* const combo = qobject_cast<QComboBox*>(form.stt.cmbSttValue->widget());
+    auto* const combo = qobject_cast<QComboBox*>(form[cmbSttValue].widget());
     QTest::keyClick(combo, Qt::Key_Down);
     EXPECT_EQ(value.text(), "4800");
     EXPECT_EQ(defValue.text(), "300");
-    QTest::keyClick(form.stt.cmbSttDefValue->widget(), Qt::Key_Up);
+    QTest::keyClick(form[cmbSttDefValue].widget(), Qt::Key_Up);
     EXPECT_EQ(defValue.text(), "1200");
     inputs.lInitSttInput(false);  // as the save does
-    EXPECT_EQ(form.stt.cmbSttValue->text(), "4800");
+    EXPECT_EQ(form[cmbSttValue].text(), "4800");
     EXPECT_EQ(value.text(), "4800");
 }
 
 TEST_F(SettingInputsTest, aStoredValueOutsideTheListStaysUntilAnotherIsChosen) {
     show("BaudRate", "115200", "9600");
-    EXPECT_EQ(form.stt.cmbSttValue->text(), "");
-    EXPECT_EQ(form.stt.cmbSttValue->hint(), "115200");
+    EXPECT_EQ(form[cmbSttValue].text(), "");
+    EXPECT_EQ(form[cmbSttValue].hint(), "115200");
     EXPECT_EQ(value.text(), "115200");
     EXPECT_TRUE(inputs.checkForSave());
-    EXPECT_EQ(inputs.storedValue(value), "115200");
+    EXPECT_EQ(stored(txtSttValue), "115200");
 }
 
 TEST_F(SettingInputsTest, faultsOfBothValuesAreListedUnderTheSettingsName) {
@@ -260,7 +269,7 @@ TEST_F(SettingInputsTest, aCancelClosesTheInputsBeforeTheModeChanges) {
     show("BaudRate", "9600", "300");
     state.checksEnabled = false;
     inputs.lInitSttInput(false);
-    EXPECT_FALSE(form.stt.cmbSttValue->isOpen());
+    EXPECT_FALSE(form[cmbSttValue].isOpen());
     EXPECT_TRUE(value.isLocked());
 }
 
@@ -287,13 +296,13 @@ TEST_F(SettingInputsTest, browsingForAFilePutsItIntoTheField) {
     show("SECSLogFile", "/old/path.log", "default.log");
     const QString chosen = madePath("secs.log");
     dialogs.choices = {chosen, "/x/y.log"};
-    QTest::mouseClick(form.stt.cmdSttBrowse, Qt::LeftButton);
+    QTest::mouseClick(form.cmdSttBrowse, Qt::LeftButton);
     EXPECT_EQ(value.text(), chosen);
     EXPECT_EQ(defValue.text(), "default.log");
     ASSERT_EQ(dialogs.files.size(), 1u);
     EXPECT_EQ(dialogs.files[0].title, "Select file...");
     EXPECT_EQ(dialogs.files[0].start, "/old/path.log");
-    QTest::mouseClick(form.stt.cmdSttDefBrowse, Qt::LeftButton);
+    QTest::mouseClick(form.cmdSttDefBrowse, Qt::LeftButton);
     EXPECT_EQ(defValue.text(), "/x/y.log");
     EXPECT_EQ(box.text(), "[SECSLogFileDefault Value::]: File does not exist. \r\n");
 }
@@ -301,7 +310,7 @@ TEST_F(SettingInputsTest, browsingForAFilePutsItIntoTheField) {
 TEST_F(SettingInputsTest, aFolderSettingPicksAFolder) {
     show("SECSILogPath", "", "");
     dialogs.choices = {QString::fromStdString(scratch.path().string())};
-    QTest::mouseClick(form.stt.cmdSttBrowse, Qt::LeftButton);
+    QTest::mouseClick(form.cmdSttBrowse, Qt::LeftButton);
     ASSERT_EQ(dialogs.folders.size(), 1u);
     EXPECT_EQ(dialogs.folders[0].title, "Select file...");
     EXPECT_TRUE(dialogs.files.empty());
@@ -310,17 +319,17 @@ TEST_F(SettingInputsTest, aFolderSettingPicksAFolder) {
 
 TEST_F(SettingInputsTest, aCancelledDialogLeavesTheField) {
     show("SECSLogFile", "stays.log", "default.log");
-    QTest::mouseClick(form.stt.cmdSttBrowse, Qt::LeftButton);
-    QTest::mouseClick(form.stt.cmdSttDefBrowse, Qt::LeftButton);
+    QTest::mouseClick(form.cmdSttBrowse, Qt::LeftButton);
+    QTest::mouseClick(form.cmdSttDefBrowse, Qt::LeftButton);
     EXPECT_EQ(value.text(), "stays.log");
     EXPECT_EQ(defValue.text(), "default.log");
 }
 
 TEST_F(SettingInputsTest, numbersAreStoredTrimmedPasswordsAsTyped) {
     show("DeviceID", " 5 ", "6");
-    EXPECT_EQ(inputs.storedValue(value), "5");
+    EXPECT_EQ(stored(txtSttValue), "5");
     show("AdministratorPassword", " pw ", "x");
-    EXPECT_EQ(inputs.storedValue(value), " pw ");
+    EXPECT_EQ(stored(txtSttValue), " pw ");
 }
 
 }  // namespace

@@ -9,8 +9,7 @@
 #include <QPlainTextEdit>
 #include <QTest>
 
-#include "checks/field_checks.h"
-#include "form/focus_watch.h"
+#include "checks/checks.h"
 #include "form/text.h"
 #include "settings/setting_inputs.h"
 #include "tests/support/qt_text.h"
@@ -21,24 +20,26 @@ namespace stelvan::test {
 
 class CheckBench : public ::testing::Test {
 protected:
+    using enum gem::Control;
+
     QMainWindow window;
-    form::MainForm form = form::buildForm(window);
-    form::MainState state;
     ScriptedDialogs dialogs;
     QStringList failures;
-    base::ErrorInfo errors{[this](const std::string& line) { failures << form::toQt(line); }};
-    gem::ErrorCatalogue catalogue = gem::lInitErrInfo();
-    db::DataSource adoGEM;
-    db::Operations database{errors, state.databasePath, adoGEM, state.current};
-    checks::ExceptionBox box{*form.txtErrLog, dialogs, errors, catalogue};
-    checks::RecordChecks records{form, errors, box};
-    checks::VariableFormat format{form.var, state, records};
-    checks::ValueChecks values{form.var, errors, format};
-    checks::FieldChecks checks{form, state, database, records, format, values};
-    form::FocusWatch focusWatch{window, *form.nav.cmdSave, *form.nav.cmdCancel};
+    form::Window main{window, dialogs,
+                      [this](const std::string& line) { failures << form::toQt(line); }};
+    checks::Checks allChecks{main};
+    form::MainForm& form = main.form;
+    form::MainState& state = main.state;
+    base::ErrorInfo& errors = main.errors;
+    db::Operations& database = main.operations;
+    checks::ExceptionBox& box = allChecks.box;
+    checks::RecordChecks& records = allChecks.records;
+    checks::VariableFormat& format = allChecks.format;
+    checks::FieldChecks& checks = allChecks.fields;
     ScratchDir scratch;
 
     void SetUp() override {
+        allChecks.catalogue = gem::lInitErrInfo();
         checks.connectFields();
         window.show();
         window.activateWindow();
@@ -62,16 +63,11 @@ protected:
             field->setEnabled(true);
             field->setMarker(QStringLiteral("0"));
         }
-        if (form::isCustomVariable(category)) format.lLoadVarFormat(category);
+        if (gem::isCustomVariable(category)) format.lLoadVarFormat(category);
         checks.beginEdit();
     }
 
-    static int frameOf(std::int16_t category) {
-        if (form::isVariable(category)) return 1;
-        if (category == form::CSTALM) return 2;
-        if (category == form::CSTEVT || category == form::GEMEVT) return 3;
-        return category == form::GEMSTT ? 5 : 6;
-    }
+    static int frameOf(std::int16_t category) { return static_cast<int>(gem::kindOf(category)); }
 
     [[nodiscard]] form::Field& field(const QString& name) const {
         for (form::Field* f : form.fields()) {
@@ -100,7 +96,7 @@ protected:
         leave(field);
     }
     /// Chooses or types a format.
-    void chooseFormat(const QString& code) { type(*form.var.cmbVarFormat, code); }
+    void chooseFormat(const QString& code) { type(form[cmbVarFormat], code); }
 
     /// One line of the "Exception:" box.
     static QString line(const QString& caption, const QString& message) {

@@ -22,6 +22,8 @@ namespace stelvan::test {
 
 class WindowBench : public ::testing::Test {
 protected:
+    using enum gem::Control;
+
     ScratchDir scratch;
     ScriptedDialogs dialogs;
     std::unique_ptr<app::FrmMain> window;
@@ -38,11 +40,11 @@ protected:
         ASSERT_EQ(dialogs.texts(), QStringList());
     }
 
-    [[nodiscard]] form::MainForm& form() const { return window->form(); }
-    [[nodiscard]] form::MainState& state() const { return window->state(); }
+    [[nodiscard]] form::MainForm& form() const { return window->window().form; }
+    [[nodiscard]] form::MainState& state() const { return window->window().state; }
     [[nodiscard]] app::Subsystems& all() const { return window->subsystems(); }
     /// The exact text of the "Exception:" box.
-    [[nodiscard]] QString exceptions() const { return all().exceptionBox.text(); }
+    [[nodiscard]] QString exceptions() const { return all().checks.box.text(); }
 
     /// Clicks a category's node, 1 to 11.
     void clickCategory(std::int16_t category) {
@@ -107,7 +109,7 @@ protected:
     /// The rows of a query on the file as it is now, cells joined by "|".
     [[nodiscard]] QStringList query(const std::string& sql) const {
         db::Connection connection;
-        connection.setConnectionText(all().operations.connectionText());
+        connection.setConnectionText(window->window().operations.connectionText());
         connection.open();
         db::Recordset records;
         records.open(sql, connection);

@@ -1,6 +1,4 @@
-// Minimum, maximum, value and default value against one another.
-#include "checks/value_checks.h"
-
+// In the window: minimum, maximum, value and default value against one another.
 #include "tests/support/check_bench.h"
 
 namespace stelvan::checks {
@@ -10,13 +8,13 @@ using form::EditMode;
 
 class ValueChecksTest : public test::CheckBench {
 protected:
-    form::Field& min = *form.var.txtVarMin;
-    form::Field& max = *form.var.txtVarMax;
-    form::Field& value = *form.var.txtVarValue;
-    form::Field& defValue = *form.var.txtVarDefValue;
+    form::Field& min = form[txtVarMin];
+    form::Field& max = form[txtVarMax];
+    form::Field& value = form[txtVarValue];
+    form::Field& defValue = form[txtVarDefValue];
 
     void start(const QString& code) {
-        begin(form::CSTVDV, EditMode::Adding);
+        begin(gem::CSTVDV, EditMode::Adding);
         chooseFormat(code);
     }
     QString markers() const {
@@ -24,11 +22,11 @@ protected:
     }
     /// All other fields filled so that only the values decide.
     bool save() {
-        form.var.txtVarName->setEnabled(false);
-        form.var.txtVarID->setEnabled(false);
-        form.var.txtVarGroup->setEnabled(false);
-        form.var.txtVarDesc->setEnabled(false);
-        return checks.checkForSave(form::CSTVDV);
+        form[txtVarName].setEnabled(false);
+        form[txtVarID].setEnabled(false);
+        form[txtVarGroup].setEnabled(false);
+        form[txtVarDesc].setEnabled(false);
+        return checks.checkForSave(gem::CSTVDV);
     }
     const QString kMinAboveMax = "Min value cannot be larger than Max value. ";
     const QString kOutside = "Value must fall whithin Min and Max. ";
@@ -271,33 +269,33 @@ TEST_F(ValueChecksTest, textFormatsKnowNoLimits) {
 }
 
 TEST_F(ValueChecksTest, gemVariablesAreJudgedByTheLimitsTheyShow) {
-    begin(form::GEMVEC, EditMode::Editing);
+    begin(gem::GEMVEC, EditMode::Editing);
     for (const char* name : {"txtVarName", "txtVarID", "txtVarGroup", "txtVarDesc", "txtVarMin",
                              "txtVarMax", "txtVarUnit"}) {
         field(name).setLocked(true);
     }
-    form.var.cmbVarFormat->setEnabled(false);
-    form.var.txtVarID->setText("5");
-    form.var.cmbVarFormat->setText("U1");
+    form[cmbVarFormat].setEnabled(false);
+    form[txtVarID].setText("5");
+    form[cmbVarFormat].setText("U1");
     min.setText("1");
     max.setText("5");
     value.setText("5");
-    EXPECT_TRUE(checks.checkForSave(form::GEMVEC));
+    EXPECT_TRUE(checks.checkForSave(gem::GEMVEC));
     typeAndLeave(value, "6");
     EXPECT_EQ(value.marker(), "39");
-    EXPECT_FALSE(checks.checkForSave(form::GEMVEC));
+    EXPECT_FALSE(checks.checkForSave(gem::GEMVEC));
     typeAndLeave(value, "x");
     EXPECT_EQ(value.marker(), "3");
     EXPECT_EQ(box.text(), line("Variable Value", "Must be numeric."));
 }
 
 TEST_F(ValueChecksTest, aBlankLimitOfAGemVariableIsNoZero) {
-    begin(form::GEMVEC, EditMode::Editing);
+    begin(gem::GEMVEC, EditMode::Editing);
     for (form::Field* f : form.fields()) f->setLocked(f != &value && f != &defValue);
-    form.var.cmbVarFormat->setText("I2");
+    form[cmbVarFormat].setText("I2");
     max.setText("100");
     value.setText("-5");
-    EXPECT_TRUE(checks.checkForSave(form::GEMVEC));
+    EXPECT_TRUE(checks.checkForSave(gem::GEMVEC));
     EXPECT_EQ(box.text(), "");
 }
 

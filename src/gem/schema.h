@@ -3,7 +3,7 @@
 // The limit table is missing on purpose: files name it differently and no statement needs it.
 #pragma once
 
-namespace stelvan::db::schema {
+namespace stelvan::gem::schema {
 
 namespace table {
 inline constexpr const char* kGemVariables = "secs_gemvar";
@@ -87,4 +87,4 @@ inline constexpr const char* kLowerBound = "lowerdb";
 inline constexpr const char* kTransitionType = "transition_type";
 }  // namespace limit
 
-}  // namespace stelvan::db::schema
+}  // namespace stelvan::gem::schema

@@ -1,11 +1,11 @@
 // The category table, row by row.
-#include "browser/category_table.h"
+#include "gem/categories.h"
 
 #include <gtest/gtest.h>
 
 #include "base/run_time_error.h"
 
-namespace stelvan::browser {
+namespace stelvan::gem {
 namespace {
 
 TEST(CategoryTable, HoldsTheElevenCategoriesInOrder) {
@@ -28,35 +28,29 @@ TEST(CategoryTable, HoldsTheElevenCategoriesInOrder) {
          "select * from secs_cusvar where var_type = 'EC'"},
         {"GEMSTT", 5, "Protocol Settings", "select * from secs_setting"},
         {"CSTRPT", 6, "Custom Reports", "select * from secs_report"}};
-    CategoryTable table;
-    table.lInitPropInfo();
     std::int16_t index = 0;
     for (const Row& row : rows) {
-        const CategoryInfo& category = table.at(++index);
+        const CategoryInfo& category = categoryAt(++index);
         EXPECT_EQ(category.key, row.key);
         EXPECT_EQ(static_cast<int>(category.kind), row.kind);
         EXPECT_EQ(category.caption, row.caption);
         EXPECT_EQ(category.query, row.query);
     }
     EXPECT_EQ(index, kCategories);
-    EXPECT_TRUE(table.at(0).key.empty());
+    EXPECT_TRUE(categoryAt(0).key.empty());
 }
 
 TEST(CategoryTable, KeysAreComparedExactly) {
-    CategoryTable table;
-    table.lInitPropInfo();
-    EXPECT_EQ(table.indexOf("GEMSDV"), 3);
-    EXPECT_EQ(table.indexOf("CSTVSV"), 8);
-    EXPECT_EQ(table.indexOf("gemsdv"), 0);
-    EXPECT_EQ(table.indexOf("GEMVSV"), 0);
+    EXPECT_EQ(categoryOf("GEMSDV"), 3);
+    EXPECT_EQ(categoryOf("CSTVSV"), 8);
+    EXPECT_EQ(categoryOf("gemsdv"), 0);
+    EXPECT_EQ(categoryOf("GEMVSV"), 0);
 }
 
 TEST(CategoryTable, IndexOutsideIsABoundsFailure) {
-    CategoryTable table;
-    table.lInitPropInfo();
     for (const int index : {-1, 12, 100}) {
         try {
-            (void)table.at(static_cast<std::int16_t>(index));
+            (void)categoryAt(static_cast<std::int16_t>(index));
             ADD_FAILURE() << index;
         } catch (const base::RunTimeError& failure) {
             EXPECT_EQ(failure.number(), 9);
@@ -65,4 +59,4 @@ TEST(CategoryTable, IndexOutsideIsABoundsFailure) {
 }
 
 }  // namespace
-}  // namespace stelvan::browser
+}  // namespace stelvan::gem

@@ -1,0 +1,61 @@
+#include "form/window.h"
+
+#include <QAction>
+#include <QMainWindow>
+#include <QPushButton>
+#include <QTreeWidget>
+
+#include "form/text.h"
+#include "gem/buttons.h"
+
+namespace stelvan::form {
+namespace {
+
+gem::Situation situationOf(const Window& window, std::int16_t category, bool editing) {
+    const MainState& state = window.state;
+    return {.category = category,
+            .editing = editing,
+            .loaded = state.current.records != nullptr,
+            .count = state.current.count(),
+            .position = state.current.position,
+            .format = toUtf8(window.form[gem::Control::cmbVarFormat].text()),
+            .reportId = toUtf8(window.form[gem::Control::txtRptID].text())};
+}
+
+/// A move button that closes hands the focus to the other one.
+void setMove(QPushButton& button, QPushButton& other, bool enabled) {
+    const bool handsOver = !enabled && button.hasFocus();
+    if (handsOver && other.isEnabled()) other.setFocus(Qt::OtherFocusReason);
+    button.setEnabled(enabled);
+}
+
+}  // namespace
+
+Window::Window(QMainWindow& shell, Dialogs& boxes, base::ErrorInfo::Show show)
+    : errors(std::move(show)),
+      dialogs(boxes),
+      form(buildForm(shell)),
+      operations(state.databasePath, state.current),
+      focusWatch(shell, *form.nav.cmdSave, *form.nav.cmdCancel) {}
+
+Window::Window(QMainWindow& shell, Dialogs& boxes)
+    : Window(shell, boxes,
+             [&boxes](const std::string& line) { boxes.message(toQt(line), Icon::Exclamation); }) {}
+
+void Window::showButtons(std::int16_t category, bool editing) const {
+    const gem::Buttons open = gem::buttonsIn(situationOf(*this, category, editing));
+    const Navigator& nav = form.nav;
+    form.mnuFileDB->setEnabled(open.browse);
+    form.tvwSECSItem->setEnabled(open.browse);
+    nav.cmdCancel->setVisible(open.inEdit);
+    nav.cmdSave->setVisible(open.inEdit);
+    nav.cmdNew->setEnabled(open.add);
+    nav.cmdUpdate->setEnabled(open.edit);
+    nav.cmdDelete->setEnabled(open.remove);
+    // The one that opens comes first, so that it can take the focus from the one that closes.
+    if (open.previous) nav.cmdPrevious->setEnabled(true);
+    setMove(*nav.cmdNext, *nav.cmdPrevious, open.next);
+    setMove(*nav.cmdPrevious, *nav.cmdNext, open.previous);
+}
+
+}  // namespace stelvan::form

@@ -6,7 +6,7 @@
 #include "base/number.h"
 #include "db/error_map.h"
 #include "db/value_text.h"
-#include "jet/collation.h"
+#include "jet/index/collation.h"
 
 namespace stelvan::db {
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "base/number.h"
-#include "jet/value.h"
+#include "jet/rows/value.h"
 
 namespace stelvan::db {
 

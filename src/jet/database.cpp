@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <ctime>
 
-#include "jet/database_creation.h"
 #include "jet/database_impl.h"
-#include "jet/header.h"
-#include "jet/schema_change.h"
-#include "jet/text.h"
+#include "jet/pages/header.h"
+#include "jet/rows/text.h"
+#include "jet/tables/database_creation.h"
+#include "jet/tables/schema_change.h"
 
 namespace stelvan::jet {
 

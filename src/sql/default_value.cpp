@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "jet/conversion.h"
-#include "jet/decimal.h"
+#include "jet/rows/conversion.h"
+#include "jet/rows/decimal.h"
 #include "sql/dialect.h"
 
 namespace stelvan::sql {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "jet/collation.h"
+#include "jet/index/collation.h"
 
 namespace stelvan::sql {
 

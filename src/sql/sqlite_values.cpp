@@ -8,9 +8,9 @@
 #include <string_view>
 #include <utility>
 
-#include "jet/collation.h"
-#include "jet/conversion.h"
-#include "jet/value_text.h"
+#include "jet/index/collation.h"
+#include "jet/rows/conversion.h"
+#include "jet/rows/value_text.h"
 
 namespace stelvan::sql {
 

@@ -5,7 +5,7 @@
 #include <new>
 #include <utility>
 
-#include "jet/conversion.h"
+#include "jet/rows/conversion.h"
 #include "sql/default_value.h"
 #include "sql/dialect.h"
 #include "sql/sqlite_handle.h"

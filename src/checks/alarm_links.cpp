@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "base/number.h"
 #include "checks/field_text.h"
 #include "gem/ids_and_names.h"
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "base/number.h"
 #include "checks/field_text.h"
 #include "gem/formats.h"
 

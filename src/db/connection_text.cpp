@@ -2,6 +2,7 @@
 #include <cctype>
 
 #include "base/number.h"
+#include "base/text.h"
 #include "db/connection.h"
 
 namespace stelvan::db {

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/number.h"
+#include "base/text.h"
 #include "db/error_map.h"
 #include "db/value_text.h"
 #include "jet/index/collation.h"

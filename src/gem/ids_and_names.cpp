@@ -1,5 +1,6 @@
 #include "gem/ids_and_names.h"
 
+#include "base/number.h"
 #include "base/text.h"
 
 namespace stelvan::gem {

@@ -37,6 +37,7 @@ enum class ColumnType : std::uint8_t {
 
 /// Currency: units of 1/10000.
 struct Money {
+    static constexpr std::size_t kPlaces = 4;
     std::int64_t scaled = 0;
     friend auto operator<=>(const Money&, const Money&) = default;
 };

@@ -50,20 +50,6 @@ Decimal normalised(bool negative, std::string digits, std::int64_t power) {
     return {negative, std::move(digits), power - static_cast<std::int64_t>(first)};
 }
 
-template <typename Float>
-std::optional<Float> nearest(const Decimal& number) {
-    if (number.digits.empty()) return Float{0};
-    const std::string text =
-        (number.negative ? "-0." : "0.") + number.digits + "e" + std::to_string(number.power);
-    Float value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    // Out of range may mean either end; the power of ten tells which.
-    const bool outside = error == std::errc::result_out_of_range;
-    if (outside && number.power <= 0) return Float{0};
-    if (outside || std::isinf(value)) return std::nullopt;
-    return value;
-}
-
 std::string digitsOf(Magnitude whole) {
     constexpr std::uint64_t kGroup = 1'000'000'000;
     constexpr std::size_t kGroupDigits = 9;
@@ -125,13 +111,22 @@ std::optional<Decimal> parseDecimal(std::string_view text) {
     return normalised(negative, std::move(digits), *exponent + whole);
 }
 
-std::optional<float> nearestSingle(const Decimal& number) {
-    return nearest<float>(number);
+template <typename Float>
+std::optional<Float> nearest(const Decimal& number) {
+    if (number.digits.empty()) return Float{0};
+    const std::string text =
+        (number.negative ? "-0." : "0.") + number.digits + "e" + std::to_string(number.power);
+    Float value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    // Out of range may mean either end; the power of ten tells which.
+    const bool outside = error == std::errc::result_out_of_range;
+    if (outside && number.power <= 0) return Float{0};
+    if (outside || std::isinf(value)) return std::nullopt;
+    return value;
 }
 
-std::optional<double> nearestDouble(const Decimal& number) {
-    return nearest<double>(number);
-}
+template std::optional<float> nearest(const Decimal& number);
+template std::optional<double> nearest(const Decimal& number);
 
 Magnitude magnitudeOf(std::string_view digits) {
     Magnitude whole{};

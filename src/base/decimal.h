@@ -35,8 +35,8 @@ struct Decimal {
 [[nodiscard]] std::optional<Decimal> parseDecimal(std::string_view text);
 
 /// The nearest value, correctly rounded; what is too small is 0. Nothing when it is too large.
-[[nodiscard]] std::optional<float> nearestSingle(const Decimal& number);
-[[nodiscard]] std::optional<double> nearestDouble(const Decimal& number);
+template <typename Float>  // float or double
+[[nodiscard]] std::optional<Float> nearest(const Decimal& number);
 
 /// A whole number of up to 128 bits, most significant word first.
 using Magnitude = std::array<std::uint32_t, 4>;

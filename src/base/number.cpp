@@ -67,11 +67,11 @@ std::int32_t toInt32(std::string_view text) {
 }
 
 float toSingle(std::string_view text) {
-    return requireInRange(nearestSingle(requireDecimal(text)));
+    return requireInRange(nearest<float>(requireDecimal(text)));
 }
 
 double toDouble(std::string_view text) {
-    return requireInRange(nearestDouble(requireDecimal(text)));
+    return requireInRange(nearest<double>(requireDecimal(text)));
 }
 
 std::strong_ordering compareDecimals(std::string_view left, std::string_view right) {

@@ -57,19 +57,19 @@ TEST(Decimal, IsScaledToAWholeNumberOrNotAtAll) {
 }
 
 TEST(Decimal, HasANearestSingleAndDouble) {
-    EXPECT_EQ(nearestSingle(decimal("0.1")), 0.1F);
-    EXPECT_EQ(nearestDouble(decimal("0.1")), 0.1);
-    EXPECT_EQ(nearestDouble(decimal("-123456789012345678")), -123456789012345678.0);
-    EXPECT_EQ(nearestDouble(decimal("5e-324")), 5e-324);
-    EXPECT_EQ(nearestSingle(decimal("3.4028235e38")), std::numeric_limits<float>::max());
+    EXPECT_EQ(nearest<float>(decimal("0.1")), 0.1F);
+    EXPECT_EQ(nearest<double>(decimal("0.1")), 0.1);
+    EXPECT_EQ(nearest<double>(decimal("-123456789012345678")), -123456789012345678.0);
+    EXPECT_EQ(nearest<double>(decimal("5e-324")), 5e-324);
+    EXPECT_EQ(nearest<float>(decimal("3.4028235e38")), std::numeric_limits<float>::max());
     for (const char* tooSmall : {"0", "1e-400", "1e-99999999999999999999", "-1e-400"})
-        EXPECT_EQ(nearestDouble(decimal(tooSmall)), 0.0) << tooSmall;
+        EXPECT_EQ(nearest<double>(decimal(tooSmall)), 0.0) << tooSmall;
     for (const char* tooLarge : {"2e308", "-2e308", "1e99999999999999999999"})
-        EXPECT_FALSE(nearestDouble(decimal(tooLarge))) << tooLarge;
-    EXPECT_EQ(nearestSingle(decimal("1e-60")), 0.0F);
-    EXPECT_FALSE(nearestSingle(decimal("3.5e38")));
+        EXPECT_FALSE(nearest<double>(decimal(tooLarge))) << tooLarge;
+    EXPECT_EQ(nearest<float>(decimal("1e-60")), 0.0F);
+    EXPECT_FALSE(nearest<float>(decimal("3.5e38")));
     const std::string manyPlaces = "0." + std::string(500, '0') + "5e501";
-    EXPECT_EQ(nearestDouble(decimal(manyPlaces)), 5.0);
+    EXPECT_EQ(nearest<double>(decimal(manyPlaces)), 5.0);
 }
 
 TEST(Decimal, OfWholeNumbersIsWrittenWithAllItsPlaces) {

@@ -5,8 +5,9 @@
 #include <iterator>
 #include <string>
 
+#include "base/text.h"
+#include "base/utf.h"
 #include "jet/index/collation_table.h"
-#include "jet/rows/text.h"
 
 namespace stelvan::jet {
 
@@ -82,10 +83,6 @@ std::uint16_t plainWeight(char c) {
     return kPlain[static_cast<unsigned char>(c)];
 }
 
-std::string_view withoutTrailingBlanks(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(' ') + 1);
-}
-
 void appendBig(std::vector<std::uint8_t>& bytes, std::uint32_t number, std::size_t size) {
     for (std::size_t i = size; i-- > 0;)
         bytes.push_back(static_cast<std::uint8_t>(number >> (8 * i)));
@@ -97,7 +94,7 @@ public:
     KeyBuilder(std::vector<std::uint8_t>& key, ExpansionCount count) : key_(key), count_(count) {}
 
     void add(char16_t unit) {
-        if (unit >= 0xD800 && unit <= 0xDFFF) {
+        if (base::isSurrogate(unit)) {
             addSurrogate(unit);
             return;
         }
@@ -159,7 +156,7 @@ private:
     void addSurrogate(char16_t unit) {
         constexpr WeightShape kHalf = {WeightKind::Letter, 2, 1, 1, 0};
         constexpr std::uint16_t kSecondary = 0x3F;
-        if (unit < 0xDC00) {
+        if (base::isHighSurrogate(unit)) {
             addLetter(unit - 10238u, kHalf, kSecondary);
             return;
         }
@@ -214,7 +211,7 @@ private:
 // otherwise.
 bool appendPlainKey(std::vector<std::uint8_t>& key, std::string_view text) {
     const std::size_t start = key.size();
-    for (const char c : withoutTrailingBlanks(text.substr(0, kMaxKeyUnits))) {
+    for (const char c : base::withoutTrailingBlanks(text.substr(0, kMaxKeyUnits))) {
         const std::uint16_t weight = plainWeight(c);
         if (weight == 0) {
             key.resize(start);
@@ -230,9 +227,9 @@ bool appendPlainKey(std::vector<std::uint8_t>& key, std::string_view text) {
 
 void appendAnyKey(std::vector<std::uint8_t>& key, std::string_view text, std::size_t maxUnits,
                   ExpansionCount count) {
-    const std::u16string units = toUtf16(text);
-    std::u16string_view counted = std::u16string_view(units).substr(0, maxUnits);
-    counted = counted.substr(0, counted.find_last_not_of(u' ') + 1);
+    const std::u16string units = base::toUtf16(text);
+    const auto counted =
+        base::withoutTrailingBlanks(std::u16string_view(units).substr(0, maxUnits));
     KeyBuilder builder(key, count);
     for (const char16_t unit : counted) builder.add(unit);
     builder.finish();
@@ -262,8 +259,8 @@ void appendTextKey(std::vector<std::uint8_t>& key, std::string_view text, bool a
 // What both texts share at their beginning weighs the same in both, so the first two characters
 // with different letters decide, unless one of them is more than a plain letter.
 int compareText(std::string_view left, std::string_view right) {
-    const std::string_view a = withoutTrailingBlanks(left);
-    const std::string_view b = withoutTrailingBlanks(right);
+    const std::string_view a = base::withoutTrailingBlanks(left);
+    const std::string_view b = base::withoutTrailingBlanks(right);
     const std::size_t shared = std::min(a.size(), b.size());
     for (std::size_t i = 0; i < shared; ++i) {
         if (a[i] == b[i]) continue;

@@ -7,7 +7,12 @@
 #include <string>
 #include <utility>
 
-#include "jet/rows/decimal.h"
+#include "base/date.h"
+#include "base/decimal.h"
+#include "base/hex.h"
+#include "base/number.h"
+#include "base/text.h"
+#include "base/utf.h"
 #include "jet/rows/value_text.h"
 
 namespace stelvan::jet {
@@ -24,43 +29,42 @@ namespace {
            text ? "the text '" + *text + "'" : "a value of this type");
 }
 
-bool equalIgnoringCase(std::string_view text, std::string_view lowerCase) {
-    return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(),
-                      [](char a, char b) {
-                          return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
-                      });
-}
-
 std::optional<bool> textFlag(std::string_view text) {
-    const std::size_t first = std::min(text.find_first_not_of(' '), text.size());
-    const std::string_view word = text.substr(first, text.find_last_not_of(' ') + 1 - first);
-    if (equalIgnoringCase(word, "true")) return true;
-    if (equalIgnoringCase(word, "false")) return false;
-    const std::optional<Decimal> number = parseDecimal(word);
+    const std::string_view word = base::trimBlanks(text);
+    if (base::sameWord(word, "True")) return true;
+    if (base::sameWord(word, "False")) return false;
+    const std::optional<base::Decimal> number = base::parseDecimal(word);
     return number ? std::optional(!number->digits.empty()) : std::nullopt;
 }
 
+/// What a value is as a numeric text, if it is one.
+std::string numericTextOf(const Value& value) {
+    if (const bool* flag = std::get_if<bool>(&value)) return *flag ? "-1" : "0";
+    if (const auto* date = std::get_if<DateTime>(&value)) return base::numberText(date->days);
+    return textOf(value);
+}
+
 /// The number that a value stands for, digit by digit.
-Decimal decimalOf(const ColumnInfo& column, const Value& value) {
-    if (const bool* flag = std::get_if<bool>(&value)) return {*flag, *flag ? "1" : "", 0};
-    if (const auto* date = std::get_if<DateTime>(&value))
-        return decimalOf(column, Value(date->days));
+base::Decimal decimalOf(const ColumnInfo& column, const Value& value) {
     if (std::holds_alternative<Guid>(value) || std::holds_alternative<Blob>(value))
         refuseType(column, value);
-    const std::optional<Decimal> number = parseDecimal(textOf(value));
+    const std::optional<base::Decimal> number = base::parseDecimal(numericTextOf(value));
     if (!number) refuseType(column, value);
     return *number;
 }
 
+[[noreturn]] void refuseSize(const ColumnInfo& column, const Value& value) {
+    refuse(column, ErrorKind::NumericOverflow, "a number as large as " + textOf(value));
+}
+
 std::int64_t scaledOf(const ColumnInfo& column, const Value& value, std::size_t places) {
-    const Decimal number = decimalOf(column, value);
+    const base::Decimal number = decimalOf(column, value);
     const std::optional<std::string> digits = number.scaled(places);
     if (!digits) refuse(column, ErrorKind::TypeMismatch, "the fraction " + textOf(value));
     const std::string text = (number.negative ? "-" : "") + *digits;
     std::int64_t result = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), result);
-    if (error != std::errc())
-        refuse(column, ErrorKind::NumericOverflow, "a number as large as " + textOf(value));
+    if (error != std::errc()) refuseSize(column, value);
     return result;
 }
 
@@ -80,58 +84,34 @@ Value wholeNumber(const ColumnInfo& column, const Value& value) {
 /// The nearest value; what is too small becomes 0.
 template <typename Float>
 Value binaryFraction(const ColumnInfo& column, const Value& value) {
-    const Decimal number = decimalOf(column, value);
-    const std::string text = (number.negative ? "-0." : "0.") + number.digits + "e" +
-                             std::to_string(static_cast<std::int64_t>(number.digits.size()) -
-                                            static_cast<std::int64_t>(number.scale));
-    Float result = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), result);
-    const bool tooSmall = error != std::errc() && number.scale >= number.digits.size();
-    if (tooSmall || number.digits.empty()) return Float{0};
-    if (error != std::errc() || !std::isfinite(result)) {
-        refuse(column, ErrorKind::NumericOverflow, "a number as large as " + textOf(value));
-    }
-    return result;
+    const base::Decimal number = decimalOf(column, value);
+    const std::optional<Float> result = base::nearest<Float>(number);
+    if (!result) refuseSize(column, value);
+    return *result;
 }
 
 Value money(const ColumnInfo& column, const Value& value) {
-    constexpr std::size_t kPlaces = 4;
     constexpr double kUnit = 10000;
     const float* single = std::get_if<float>(&value);
     const double* wide = std::get_if<double>(&value);
-    if (single == nullptr && wide == nullptr) return Money{scaledOf(column, value, kPlaces)};
+    if (single == nullptr && wide == nullptr) return Money{scaledOf(column, value, Money::kPlaces)};
     const double units = std::nearbyint((wide ? *wide : static_cast<double>(*single)) * kUnit);
-    if (!(std::abs(units) < 9.2233720368547758e18)) {
-        refuse(column, ErrorKind::NumericOverflow, "a number as large as " + textOf(value));
-    }
+    if (!(std::abs(units) < 9.2233720368547758e18)) refuseSize(column, value);
     return Money{static_cast<std::int64_t>(units)};
 }
 
 Value numeric(const ColumnInfo& column, const Value& value) {
-    const Decimal number = decimalOf(column, value);
+    const base::Decimal number = decimalOf(column, value);
     const std::optional<std::string> digits = number.scaled(column.scale);
     if (!digits)
         refuse(column, ErrorKind::TypeMismatch, "as many places as " + textOf(value) + " has");
-    if (digits->size() > column.precision && *digits != "0") {
-        refuse(column, ErrorKind::NumericOverflow, "a number as large as " + textOf(value));
-    }
-    Numeric result{number.negative, column.scale, {}};
-    for (const char digit : *digits) {
-        std::uint64_t carry = static_cast<std::uint64_t>(digit - '0');
-        for (std::size_t word = result.magnitude.size(); word-- > 0;) {
-            carry += static_cast<std::uint64_t>(result.magnitude[word]) * 10;
-            result.magnitude[word] = static_cast<std::uint32_t>(carry);
-            carry >>= 32;
-        }
-    }
-    return result;
+    if (digits->size() > column.precision && *digits != "0") refuseSize(column, value);
+    return Numeric{number.negative, column.scale, base::magnitudeOf(*digits)};
 }
 
 Value dateTime(const ColumnInfo& column, const Value& value) {
-    constexpr double kFirst = -657'434;    // year 100
-    constexpr double kBeyond = 2'958'466;  // year 10000
     const double days = std::get<double>(binaryFraction<double>(column, value));
-    if (days <= kFirst - 1 || days >= kBeyond) {
+    if (!base::isCalendarDate(days)) {
         refuse(column, ErrorKind::NumericOverflow, "a date outside the years 100 to 9999");
     }
     return DateTime{days};
@@ -142,9 +122,12 @@ Value text(const ColumnInfo& column, Value value) {
     std::string result = std::holds_alternative<std::string>(value)
                              ? std::get<std::string>(std::move(value))
                              : textOf(value);
-    if (column.type == ColumnType::Text && utf16Length(result) > column.length / 2U) {
+    // No text has more units than bytes, so most need not be counted.
+    const std::size_t limit = column.length / 2U;
+    if (column.type == ColumnType::Text && result.size() > limit &&
+        base::utf16Length(result) > limit) {
         refuse(column, ErrorKind::TextTooLong,
-               "more than " + std::to_string(column.length / 2) + " characters");
+               "more than " + std::to_string(limit) + " characters");
     }
     return result;
 }
@@ -159,29 +142,13 @@ Value bytes(const ColumnInfo& column, Value value) {
     return value;
 }
 
-std::optional<std::uint8_t> hexDigit(char c) {
-    if (c >= '0' && c <= '9') return static_cast<std::uint8_t>(c - '0');
-    if (c >= 'a' && c <= 'f') return static_cast<std::uint8_t>(c - 'a' + 10);
-    if (c >= 'A' && c <= 'F') return static_cast<std::uint8_t>(c - 'A' + 10);
-    return std::nullopt;
-}
-
-/// {AABBCCDD-EEFF-GGHH-IIJJ-KKLLMMNNOOPP}, as textOf writes it.
 Value guid(const ColumnInfo& column, const Value& value) {
     if (std::holds_alternative<Guid>(value)) return value;
-    constexpr std::string_view kForm = "{00000000-0000-0000-0000-000000000000}";
     const std::string* written = std::get_if<std::string>(&value);
-    if (written == nullptr || written->size() != kForm.size()) refuseType(column, value);
-    Guid result;
-    std::size_t digits = 0;
-    for (std::size_t at = 0; at < kForm.size(); ++at) {
-        const std::optional<std::uint8_t> digit = hexDigit((*written)[at]);
-        if (kForm[at] != '0' ? (*written)[at] != kForm[at] : !digit) refuseType(column, value);
-        if (kForm[at] != '0') continue;
-        std::uint8_t& byte = result.bytes[digits++ / 2];
-        byte = static_cast<std::uint8_t>(byte << 4 | *digit);
-    }
-    return result;
+    const std::optional<base::GuidBytes> bytes =
+        written == nullptr ? std::nullopt : base::parseGuid(*written);
+    if (!bytes) refuseType(column, value);
+    return Guid{*bytes};
 }
 
 Value flag(const ColumnInfo& column, const Value& value) {
@@ -191,16 +158,6 @@ Value flag(const ColumnInfo& column, const Value& value) {
 }
 
 }  // namespace
-
-std::size_t utf16Length(std::string_view text) {
-    std::size_t length = 0;
-    for (const char c : text) {
-        const auto byte = static_cast<std::uint8_t>(c);
-        if ((byte & 0xC0) != 0x80) ++length;
-        if (byte >= 0xF0) ++length;  // beyond the basic plane: two units
-    }
-    return length;
-}
 
 std::optional<bool> flagOf(const Value& value) {
     struct Flag {

@@ -24,7 +24,4 @@ namespace stelvan::jet {
 /// numeric text by its value. Nothing for Null and all else.
 [[nodiscard]] std::optional<bool> flagOf(const Value& value);
 
-/// Length of a UTF-8 text in UTF-16 units, as column lengths are counted.
-[[nodiscard]] std::size_t utf16Length(std::string_view text);
-
 }  // namespace stelvan::jet

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/utf.h"
 #include "jet/pages/data_page.h"
 #include "jet/rows/text.h"
 
@@ -30,7 +31,7 @@ LongValueData encodeLongValue(const ColumnInfo& column, const ValueView& value) 
         data.inlined = bytes.size() <= kMaxInline;
         return data;
     }
-    const std::u16string text = toUtf16(std::get<std::string_view>(value));
+    const std::u16string text = base::toUtf16(std::get<std::string_view>(value));
     data.inlined = 2 * text.size() <= kMaxInline;
     // Short memos are compressed whatever the column says; long ones never.
     const bool compress =

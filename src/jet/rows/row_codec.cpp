@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/utf.h"
 #include "jet/pages/format.h"
 #include "jet/rows/text.h"
 
@@ -71,7 +72,7 @@ void append(Blob& out, Number number) {
 void appendText(const ColumnInfo& column, std::string_view text, Blob& out) {
     const std::size_t begin = out.size();
     const bool compress = column.compressed && !column.fixedLength;
-    if (!encodeAscii(text, compress, out)) encodeText(toUtf16(text), compress, out);
+    if (!encodeAscii(text, compress, out)) encodeText(base::toUtf16(text), compress, out);
     if (!column.fixedLength) return;
     while (out.size() - begin + 2 <= column.length) append<std::uint16_t>(out, u' ');
 }

@@ -28,11 +28,6 @@ namespace stelvan::jet {
 [[nodiscard]] char* decodeText(Bytes stored, char* out);
 [[nodiscard]] std::string decodeText(Bytes stored);
 
-/// UTF-16 units of a text; bytes that are no UTF-8 become U+FFFD.
-[[nodiscard]] std::u16string toUtf16(std::string_view utf8);
-void toUtf16(std::string_view utf8, std::u16string& out);
-[[nodiscard]] std::string toUtf8(std::u16string_view units);
-
 /// Appends a text as the engine stores it: compressed if `compress` allows, it has at least three
 /// characters and all of them are U+0001 to U+00FF; otherwise UTF-16LE.
 void encodeText(std::u16string_view text, bool compress, Blob& out);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "base/utf.h"
 #include "jet/pages/record_pointer.h"
 #include "jet/rows/row_layout.h"
 #include "jet/rows/text.h"
@@ -20,7 +21,7 @@ void appendBytes(Blob& out, Bytes bytes) {
 void appendName(Blob& out, std::string_view name) {
     const std::size_t at = out.size();
     out.resize(at + 2);
-    encodeText(toUtf16(name), false, out);
+    encodeText(base::toUtf16(name), false, out);
     putU16(out, at, static_cast<std::uint16_t>(out.size() - at - 2));
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <vector>
 
+#include "base/utf.h"
 #include "jet/pages/format.h"
 #include "jet/rows/text.h"
 
@@ -77,7 +78,7 @@ namespace {
 void putName(std::string_view name, Blob& out) {
     const std::size_t at = out.size();
     out.resize(at + 2);
-    encodeText(toUtf16(name), false, out);
+    encodeText(base::toUtf16(name), false, out);
     putU16(out, at, static_cast<std::uint16_t>(out.size() - at - 2));
 }
 
@@ -128,7 +129,7 @@ Blob columnBlock(const ColumnInfo& column, const std::vector<std::string_view>& 
         appendEntry(ColumnType::Boolean, index(kAllowZeroLength), {0}, content);
     if (used.defaultValue) {
         Blob text;
-        encodeText(toUtf16(column.defaultValue), false, text);
+        encodeText(base::toUtf16(column.defaultValue), false, text);
         appendEntry(ColumnType::Memo, index(kDefaultValue), text, content);
     }
     return content;

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <set>
 
+#include "base/utf.h"
 #include "jet/index/index_keys.h"
 #include "jet/rows/column_facts.h"
-#include "jet/rows/conversion.h"
 #include "jet/rows/row_layout.h"
 #include "jet/rows/text.h"
 
@@ -143,7 +143,7 @@ void placeIndexes(TableDef& table) {
 }  // namespace
 
 void checkName(std::string_view name) {
-    const bool badLength = name.empty() || utf16Length(name) > definition::kMaxNameLength;
+    const bool badLength = name.empty() || base::utf16Length(name) > definition::kMaxNameLength;
     const bool badCharacter = std::ranges::any_of(name, [](char c) {
         return static_cast<unsigned char>(c) < ' ' ||
                std::string_view(".!`[]").find(c) != std::string_view::npos;

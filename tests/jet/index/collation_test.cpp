@@ -5,7 +5,7 @@
 #include <random>
 #include <string>
 
-#include "jet/rows/text.h"
+#include "base/utf.h"
 #include "tests/jet/index/text_weights.h"
 
 namespace stelvan::jet {
@@ -105,7 +105,7 @@ TEST(Collation, EveryListedCharacterHasTheKeyThatTheWeightsGive) {
              {std::u16string{unit}, std::u16string{u'a', unit, u'b', u'é'},
               std::u16string{u'ö', unit, unit}}) {
             key.clear();
-            appendTextKey(key, toUtf8(text), true);
+            appendTextKey(key, base::toUtf8(text), true);
             // A trailing blank is no part of the key that the weights alone give.
             const std::u16string_view counted(text.data(), text.find_last_not_of(u' ') + 1);
             ASSERT_EQ(toHex(key), toHex(weights.key(counted)))
@@ -131,7 +131,7 @@ TEST(Collation, MixedTextsHaveTheKeysThatTheWeightsGive) {
         }
         if (text.ends_with(u' ')) text.back() = u'x';
         key.clear();
-        appendTextKey(key, toUtf8(text), true);
+        appendTextKey(key, base::toUtf8(text), true);
         ASSERT_EQ(toHex(key), toHex(weights.key(text))) << "round " << round;
     }
 }

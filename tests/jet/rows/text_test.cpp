@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/utf.h"
+
 namespace stelvan::jet {
 namespace {
 
@@ -13,7 +15,7 @@ std::string decoded(const Stored& stored) {
 
 Stored encoded(std::string_view text, bool compress) {
     Blob out;
-    encodeText(toUtf16(text), compress, out);
+    encodeText(base::toUtf16(text), compress, out);
     Blob quick;
     if (encodeAscii(text, compress, quick)) {
         EXPECT_EQ(quick, out);
@@ -49,10 +51,6 @@ TEST(StoredText, JoinsSurrogatesAndKeepsLoneOnes) {
     EXPECT_EQ(decoded({0x3D, 0xD8, 'a', 0}),
               "\xED\xA0\xBD"
               "a");
-    EXPECT_EQ(toUtf16("\xED\xA0\xBD"
-                      "a"),
-              (std::u16string{char16_t{0xD83D}, u'a'}));
-    EXPECT_EQ(toUtf8(toUtf16("\xF0\x9F\x98\x80")), "\xF0\x9F\x98\x80");
 }
 
 TEST(StoredText, IsReadInPlaceWhereItIsAllAscii) {
@@ -80,12 +78,6 @@ TEST(WrittenText, IsPlainWithoutTheFlagOrWithOtherCharacters) {
     EXPECT_EQ(encoded("abc", false), (Stored{'a', 0, 'b', 0, 'c', 0}));
     EXPECT_EQ(encoded("ab\xE2\x82\xAC", true), (Stored{'a', 0, 'b', 0, 0xAC, 0x20}));
     EXPECT_EQ(encoded(std::string("a\0b", 3), true), (Stored{'a', 0, 0, 0, 'b', 0}));
-}
-
-TEST(Utf16, OfBytesThatAreNoUtf8IsTheReplacementCharacter) {
-    EXPECT_EQ(toUtf16("a\xFFz"), u"a\uFFFDz");
-    EXPECT_EQ(toUtf16("\xC3"), u"\uFFFD");
-    EXPECT_EQ(toUtf16("\xC0\x80"), u"\uFFFD\uFFFD");
 }
 
 TEST(Names, AreEqualButForTheCaseOfLetters) {

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "base/utf.h"
 #include "jet/index/index_keys.h"
-#include "jet/rows/conversion.h"
 #include "jet/rows/row_reader.h"
 
 namespace stelvan::test {
@@ -63,7 +63,7 @@ jet::Blob randomBytes(Random& random, std::size_t size) {
 std::string randomMemo(Random& random) {
     const std::size_t size = randomLength(random);
     std::string text = randomText(random, size);
-    if (below(random, 2) == 0) text.append(size - std::min(size, jet::utf16Length(text)), 'm');
+    if (below(random, 2) == 0) text.append(size - std::min(size, base::utf16Length(text)), 'm');
     return text;
 }
 

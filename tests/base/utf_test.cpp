@@ -41,7 +41,7 @@ TEST(Utf, TwoHalvesThatFollowEachOtherAreOneCharacter) {
     EXPECT_EQ(toUtf8(toUtf16("\xED\xA0\xBD\xED\xB8\x80")), "\xF0\x9F\x98\x80");
 }
 
-TEST(Utf, ABytethatBelongsToNoCharacterIsTheReplacementCharacter) {
+TEST(Utf, AByteThatBelongsToNoCharacterIsTheReplacementCharacter) {
     const Pair pairs[] = {
         {"a\xFFz", u"a\uFFFDz"},
         {"\xC3", u"\uFFFD"},
@@ -61,6 +61,13 @@ TEST(Utf, ABytethatBelongsToNoCharacterIsTheReplacementCharacter) {
         EXPECT_EQ(toUtf16(pair.utf8), pair.units) << pair.utf8;
         EXPECT_EQ(utf16Length(pair.utf8), pair.units.size()) << pair.utf8;
     }
+}
+
+TEST(Utf, NothingBehindTheEndOfAViewIsRead) {
+    constexpr std::string_view kEuro = "\xE2\x82\xAC";
+    EXPECT_EQ(toUtf16(kEuro), u"\u20AC");
+    EXPECT_EQ(toUtf16(kEuro.substr(0, 2)), u"\uFFFD\uFFFD");
+    EXPECT_EQ(utf16Length(kEuro.substr(0, 1)), 1U);
 }
 
 TEST(Utf, SurrogatesAreHighOrLow) {

@@ -95,6 +95,8 @@ TEST(Conversion, TextLengthIsCountedInStoredUnits) {
     EXPECT_EQ(refusal(column, std::string("abcd")), ErrorKind::TextTooLong);
     EXPECT_EQ(refusal(column, std::string("\xF0\x9F\x98\x80\xF0\x9F\x98\x80")),
               ErrorKind::TextTooLong);
+    EXPECT_EQ(refusal(column, std::string(4, '\x80')), ErrorKind::TextTooLong)
+        << "each byte is stored as one character";
     EXPECT_EQ(refusal(columnOf(ColumnType::Memo), std::string(5000, 'x')), std::nullopt);
 }
 

@@ -10,11 +10,12 @@ namespace {
 constexpr std::string_view kSourceKey = "data source=";
 
 std::size_t findFrom(std::string_view text, std::string_view key, std::size_t from) {
-    const auto upper = [](char c) { return base::upperCase(c); };
     const std::string_view rest = text.substr(std::min(from, text.size()));
-    const auto found = std::ranges::search(rest, key, {}, upper, upper);
-    return found.empty() ? std::string_view::npos
-                         : static_cast<std::size_t>(found.data() - text.data());
+    const auto found =
+        std::search(rest.begin(), rest.end(), key.begin(), key.end(),
+                    [](char a, char b) { return base::upperCase(a) == base::upperCase(b); });
+    return found == rest.end() ? std::string_view::npos
+                               : static_cast<std::size_t>(found - text.begin());
 }
 
 bool containsWord(std::string_view text, std::string_view word) {

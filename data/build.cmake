@@ -13,7 +13,7 @@ set(STELVAN_STATE_DIR "${CMAKE_INSTALL_FULL_LOCALSTATEDIR}/lib/stelvan" CACHE PA
 
 file(GLOB model_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/data/builder/*.cpp)
 add_library(stelvan_model_text STATIC ${model_sources})
-target_link_libraries(stelvan_model_text PUBLIC stelvan_options stelvan_jet)
+target_link_libraries(stelvan_model_text PUBLIC stelvan_options stelvan_jet stelvan_base)
 add_executable(build_gem_database data/build_gem_database.cpp)
 target_link_libraries(build_gem_database PRIVATE stelvan_model_text CLI11::CLI11)
 set_target_properties(stelvan_model_text build_gem_database PROPERTIES AUTOMOC OFF)

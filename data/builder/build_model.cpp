@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "jet/conversion.h"
+#include "jet/rows/conversion.h"
 
 namespace stelvan::model {
 namespace {

@@ -1,12 +1,13 @@
 #include "data/builder/schema_text.h"
 
 #include <array>
-#include <charconv>
-#include <chrono>
-#include <cstdio>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <string>
+
+#include "base/date.h"
+#include "base/number.h"
 
 namespace stelvan::model {
 namespace {
@@ -33,23 +34,10 @@ Words wordsOf(const std::string& line) {
     return words;
 }
 
-jet::DateTime parseDate(const std::string& text) {
-    int year = 0;
-    unsigned month = 0;
-    unsigned day = 0;
-    unsigned hour = 0;
-    unsigned minute = 0;
-    unsigned second = 0;
-    if (std::sscanf(text.c_str(), "%d-%u-%uT%u:%u:%u", &year, &month, &day, &hour, &minute,
-                    &second) != 6) {
-        throw std::runtime_error("a date is written YYYY-MM-DDThh:mm:ss");
-    }
-    using namespace std::chrono;
-    const auto origin = sys_days{std::chrono::year{1899} / December / 30};
-    const auto days =
-        sys_days{std::chrono::year{year} / std::chrono::month{month} / std::chrono::day{day}} -
-        origin;
-    return {static_cast<double>(days.count()) + (hour * 3600.0 + minute * 60.0 + second) / 86400.0};
+jet::DateTime dateOf(const std::string& text) {
+    const std::optional<double> serial = base::parseDate(text);
+    if (!serial) throw std::runtime_error("a date is written YYYY-MM-DDThh:mm:ss");
+    return {*serial};
 }
 
 jet::ColumnInfo parseColumn(const Words& words) {
@@ -65,7 +53,7 @@ jet::ColumnInfo parseColumn(const Words& words) {
     column.length = known->length;
     std::size_t next = 3;
     if (column.type == jet::ColumnType::Text) {
-        column.length = static_cast<std::uint16_t>(2 * std::stoi(words.at(next++)));
+        column.length = static_cast<std::uint16_t>(2 * base::toInt32(words.at(next++)));
     }
     column.compressed =
         column.type == jet::ColumnType::Text || column.type == jet::ColumnType::Memo;
@@ -95,7 +83,7 @@ class Reader {
 public:
     void take(const Words& words) {
         if (words[0] == "created") {
-            schema_.created = parseDate(words.at(1));
+            schema_.created = dateOf(words.at(1));
         } else if (words[0] == "table") {
             beginBlock(words);
         } else if (block_ == 0) {

@@ -1,130 +1,59 @@
 #include "base/number.h"
 
-#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
-#include <string>
 
+#include "base/decimal.h"
 #include "base/run_time_error.h"
 
 namespace stelvan::base {
 
 namespace {
 
-/// The parts of a numeric text, as written.
-struct Parts {
-    bool negative = false;
-    std::string_view whole;
-    std::string_view fraction;
-    std::string_view exponent;  // digits only
-    bool negativeExponent = false;
-};
-
-std::string_view takeDigits(std::string_view& rest) {
-    const std::size_t count = std::min(rest.find_first_not_of("0123456789"), rest.size());
-    const std::string_view digits = rest.substr(0, count);
-    rest.remove_prefix(count);
-    return digits;
-}
-
-/// Takes a sign if there is one; true for a minus.
-bool takeSign(std::string_view& rest) {
-    if (rest.empty() || (rest.front() != '+' && rest.front() != '-')) return false;
-    const bool minus = rest.front() == '-';
-    rest.remove_prefix(1);
-    return minus;
-}
-
-std::optional<Parts> partsOf(std::string_view text) {
-    std::string_view rest = trimBlanks(text);
-    Parts parts;
-    parts.negative = takeSign(rest);
-    parts.whole = takeDigits(rest);
-    if (rest.starts_with('.')) {
-        rest.remove_prefix(1);
-        parts.fraction = takeDigits(rest);
-    }
-    if (parts.whole.empty() && parts.fraction.empty()) return std::nullopt;
-    if (rest.starts_with('e') || rest.starts_with('E')) {
-        rest.remove_prefix(1);
-        parts.negativeExponent = takeSign(rest);
-        parts.exponent = takeDigits(rest);
-        if (parts.exponent.empty()) return std::nullopt;
-    }
-    if (!rest.empty()) return std::nullopt;
-    return parts;
-}
-
-Parts requireParts(std::string_view text) {
-    const std::optional<Parts> parts = partsOf(text);
-    if (!parts) throw typeMismatch();
-    return *parts;
-}
-
-/// A number as 0.d1d2d3... times a power of ten, d1 not 0; no digits for zero.
-struct Scientific {
-    bool negative = false;
-    std::string digits;
-    std::int64_t power = 0;
-};
-
-// Beyond any length that a text can make up for with its digits.
-constexpr std::int64_t kHugePower = 1'000'000'000'000'000'000;
-
-std::int64_t exponentOf(const Parts& parts) {
-    std::int64_t value = 0;
-    for (const char digit : parts.exponent) {
-        if (value > kHugePower / 10) {
-            value = kHugePower;
-            break;
-        }
-        value = value * 10 + (digit - '0');
-    }
-    return parts.negativeExponent ? -value : value;
-}
-
-Scientific scientificOf(const Parts& parts) {
-    Scientific number;
-    number.digits = std::string(parts.whole).append(parts.fraction);
-    const std::size_t first = number.digits.find_first_not_of('0');
-    if (first == std::string::npos) return {};
-    number.digits.erase(0, first);
-    number.digits.erase(number.digits.find_last_not_of('0') + 1);
-    number.negative = parts.negative;
-    number.power = exponentOf(parts) + static_cast<std::int64_t>(parts.whole.size()) -
-                   static_cast<std::int64_t>(first);
-    return number;
+Decimal requireDecimal(std::string_view text) {
+    std::optional<Decimal> number = parseDecimal(text);
+    if (!number) throw typeMismatch();
+    return *std::move(number);
 }
 
 template <typename Float>
-Float toFloat(std::string_view text) {
-    const Parts parts = requireParts(text);
-    std::string_view digits = trimBlanks(text);
-    if (digits.front() == '+') digits.remove_prefix(1);
-    Float value = 0;
-    const auto [stopped, error] =
-        std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    // Out of range may mean either end; a power of ten tells which.
-    if (error == std::errc::result_out_of_range) {
-        if (scientificOf(parts).power > 0) throw overflow();
-        return 0;
-    }
-    if (std::isinf(value)) throw overflow();
-    return value;
+Float requireInRange(std::optional<Float> value) {
+    if (!value) throw overflow();
+    return *value;
+}
+
+template <typename Float>
+std::string textOf(Float number, bool plain) {
+    if (number == 0) return "0";           // also for -0
+    constexpr std::size_t kLongest = 400;  // a whole double has up to 309 digits
+    std::array<char, kLongest> buffer;
+    char* const end = buffer.data() + buffer.size();
+    const auto result = plain ? std::to_chars(buffer.data(), end, number, std::chars_format::fixed)
+                              : std::to_chars(buffer.data(), end, number);
+    return {buffer.data(), result.ptr};
+}
+
+template <typename Float>
+std::string plainText(Float number) {
+    // Below this a fraction is clearer with an exponent than with a row of zeros.
+    constexpr double kSmallestPlain = 1e-15;
+    return textOf(number,
+                  std::isfinite(number) && std::abs(number) >= static_cast<Float>(kSmallestPlain));
+}
+
+template <typename Float>
+std::string compactText(Float number) {
+    constexpr Float kPlainLimit = 1e15F;
+    return textOf(number, number == std::trunc(number) && std::abs(number) < kPlainLimit);
 }
 
 }  // namespace
 
-std::string_view trimBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 bool isNumeric(std::string_view text) {
-    return partsOf(text).has_value();
+    return parseDecimal(text).has_value();
 }
 
 std::int32_t toInt32(std::string_view text) {
@@ -138,26 +67,31 @@ std::int32_t toInt32(std::string_view text) {
 }
 
 float toSingle(std::string_view text) {
-    return toFloat<float>(text);
+    return requireInRange(nearest<float>(requireDecimal(text)));
 }
 
 double toDouble(std::string_view text) {
-    return toFloat<double>(text);
+    return requireInRange(nearest<double>(requireDecimal(text)));
 }
 
 std::strong_ordering compareDecimals(std::string_view left, std::string_view right) {
-    const Scientific a = scientificOf(requireParts(left));
-    const Scientific b = scientificOf(requireParts(right));
-    const auto signOf = [](const Scientific& n) {
-        return n.digits.empty() ? 0 : n.negative ? -1 : 1;
-    };
-    if (const auto bySign = signOf(a) <=> signOf(b); std::is_neq(bySign)) return bySign;
-    // Of two negative numbers the one of smaller size is the larger.
-    const Scientific& first = a.negative ? b : a;
-    const Scientific& second = a.negative ? a : b;
-    if (first.power != second.power) return first.power <=> second.power;
-    // Trailing zeros are gone, so comparing the digits as text compares the fractions 0.d1d2d3...
-    return first.digits.compare(second.digits) <=> 0;
+    return requireDecimal(left) <=> requireDecimal(right);
+}
+
+std::string numberText(float number) {
+    return plainText(number);
+}
+
+std::string numberText(double number) {
+    return plainText(number);
+}
+
+std::string compactNumberText(float number) {
+    return compactText(number);
+}
+
+std::string compactNumberText(double number) {
+    return compactText(number);
 }
 
 }  // namespace stelvan::base

@@ -1,22 +1,16 @@
-// Texts as numbers: what counts as numeric, and the conversions to 32-bit integer, single and
-// double.
+// Numbers and their texts: the conversions to 32-bit integer, single and double, and back.
 //
-// The same everywhere (fields, SQL, command line), never by locale. "Numeric" is a matter of form:
-// 2e308 is numeric although no double holds it; converting it is an overflow. A blank is U+0020
-// alone.
+// The same everywhere (fields, SQL, command line), never by locale. What counts as numeric is said
+// in base/decimal.h; converting a numeric text that is too large is an overflow.
 #pragma once
 
 #include <compare>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace stelvan::base {
 
-/// `text` without leading and trailing blanks.
-[[nodiscard]] std::string_view trimBlanks(std::string_view text);
-
-/// After trimming: optional sign, ASCII digits with at most one point (at least one digit),
-/// optionally e or E with sign and digits.
 [[nodiscard]] bool isNumeric(std::string_view text);
 
 /// Whole numbers convert exactly; with a point or an exponent the value is rounded, halves to even.
@@ -30,5 +24,15 @@ namespace stelvan::base {
 /// Compares two numeric texts digit by digit, whatever their size. RunTimeError 13 when not
 /// numeric.
 [[nodiscard]] std::strong_ordering compareDecimals(std::string_view left, std::string_view right);
+
+/// Whole numbers with all their digits, fractions in the shortest form that reads back equal, those
+/// below 1e-15 with an exponent; "inf" and "nan" for what is no number. -0 is "0".
+[[nodiscard]] std::string numberText(float number);
+[[nodiscard]] std::string numberText(double number);
+
+/// The shortest form that reads back equal, with an exponent where that is shorter and for whole
+/// numbers from 1e15 on.
+[[nodiscard]] std::string compactNumberText(float number);
+[[nodiscard]] std::string compactNumberText(double number);
 
 }  // namespace stelvan::base

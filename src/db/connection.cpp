@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/text.h"
 #include "db/connection_impl.h"
 #include "db/error_map.h"
 #include "sql/dialect.h"
@@ -35,7 +36,7 @@ const std::string& Connection::connectionText() const {
 void Connection::open() {
     if (impl_->open != nullptr) throw objectOpen();
     const ConnectionText text = ConnectionText::parse(impl_->text);
-    if (!sql::sameWord(text.provider, kProvider)) throw noSuchProvider();
+    if (!base::sameWord(text.provider, kProvider)) throw noSuchProvider();
     impl_->open = translated(Through::Statement, [&text] {
         return std::make_shared<OpenDatabase>(
             text.dataSource, text.writable ? jet::Access::ReadWrite : jet::Access::ReadOnly);

@@ -1,7 +1,6 @@
 #include <algorithm>
-#include <cctype>
 
-#include "base/number.h"
+#include "base/text.h"
 #include "db/connection.h"
 
 namespace stelvan::db {
@@ -10,15 +9,12 @@ namespace {
 
 constexpr std::string_view kSourceKey = "data source=";
 
-bool equalIgnoringCase(char left, char right) {
-    return std::tolower(static_cast<unsigned char>(left)) ==
-           std::tolower(static_cast<unsigned char>(right));
-}
-
 std::size_t findFrom(std::string_view text, std::string_view key, std::size_t from) {
-    const auto begin = text.begin() + static_cast<std::ptrdiff_t>(std::min(from, text.size()));
-    const auto found = std::search(begin, text.end(), key.begin(), key.end(), equalIgnoringCase);
-    return found == text.end() ? std::string_view::npos
+    const std::string_view rest = text.substr(std::min(from, text.size()));
+    const auto found =
+        std::search(rest.begin(), rest.end(), key.begin(), key.end(),
+                    [](char a, char b) { return base::upperCase(a) == base::upperCase(b); });
+    return found == rest.end() ? std::string_view::npos
                                : static_cast<std::size_t>(found - text.begin());
 }
 
@@ -33,9 +29,9 @@ std::size_t pathEnd(std::string_view text, std::size_t pathStart) {
     std::size_t end = text.size();
     for (std::size_t at = findFrom(text, kModeKey, pathStart); at != std::string_view::npos;
          at = findFrom(text, kModeKey, at + 1)) {
-        const std::size_t before = text.substr(pathStart, at - pathStart).find_last_not_of(' ');
-        if (before != std::string_view::npos && text[pathStart + before] == ';')
-            end = pathStart + before;
+        const std::string_view before =
+            base::withoutTrailingBlanks(text.substr(pathStart, at - pathStart));
+        if (before.ends_with(';')) end = pathStart + before.size() - 1;
     }
     return end;
 }
@@ -56,11 +52,8 @@ void applyPairs(ConnectionText& result, std::string_view pairs) {
         if (equals == std::string_view::npos) continue;
         const std::string_view key = base::trimBlanks(pair.substr(0, equals));
         const std::string_view value = base::trimBlanks(pair.substr(equals + 1));
-        const auto is = [key](std::string_view name) {
-            return std::equal(key.begin(), key.end(), name.begin(), name.end(), equalIgnoringCase);
-        };
-        if (is("provider")) result.provider = value;
-        if (is("mode")) applyMode(result, value);
+        if (base::sameWord(key, "provider")) result.provider = value;
+        if (base::sameWord(key, "mode")) applyMode(result, value);
     }
 }
 

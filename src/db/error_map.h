@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "base/run_time_error.h"
-#include "jet/error.h"
+#include "jet/disk/error.h"
 #include "sql/error.h"
 
 namespace stelvan::db {

@@ -1,12 +1,13 @@
 #include "db/record_filter.h"
 
-#include <compare>
 #include <string_view>
 
+#include "base/decimal.h"
 #include "base/number.h"
+#include "base/text.h"
 #include "db/error_map.h"
 #include "db/value_text.h"
-#include "jet/collation.h"
+#include "jet/index/collation.h"
 
 namespace stelvan::db {
 
@@ -34,15 +35,11 @@ bool RecordFilter::matches(const jet::Value& value) const {
     if (const std::string* text = std::get_if<std::string>(&value)) {
         return jet::compareText(*text, literal) == 0;
     }
-    if (const bool* flag = std::get_if<bool>(&value)) {
-        const std::string_view number = *flag ? "-1" : "0";
-        return base::isNumeric(literal) ? std::is_eq(base::compareDecimals(number, literal))
-                                        : jet::compareText(toText(value), literal) == 0;
-    }
     const std::string text = toText(value);
-    if (!base::isNumeric(text) || !base::isNumeric(literal))
-        return jet::compareText(text, literal) == 0;
-    return std::is_eq(base::compareDecimals(text, literal));
+    const bool* flag = std::get_if<bool>(&value);
+    const auto number = base::parseDecimal(flag == nullptr ? text : *flag ? "-1" : "0");
+    const auto wanted = base::parseDecimal(literal);
+    return number && wanted ? *number == *wanted : jet::compareText(text, literal) == 0;
 }
 
 }  // namespace stelvan::db

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "jet/value.h"
+#include "jet/rows/value.h"
 
 namespace stelvan::db {
 

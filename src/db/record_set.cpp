@@ -5,6 +5,7 @@
 #include <utility>
 #include <variant>
 
+#include "base/text.h"
 #include "db/computed_rows.h"
 #include "db/connection_impl.h"
 #include "db/error_map.h"
@@ -58,7 +59,7 @@ std::size_t Recordset::Impl::fieldPosition(const std::string& name) const {
     const auto& fields = store->source().fields();
     const auto found =
         std::find_if(fields.begin(), fields.end(),
-                     [&name](const std::string& field) { return sql::sameWord(field, name); });
+                     [&name](const std::string& field) { return base::sameWord(field, name); });
     if (found == fields.end()) throw noSuchItem();
     return static_cast<std::size_t>(found - fields.begin());
 }

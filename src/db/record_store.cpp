@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "db/undo_log.h"
-#include "jet/error.h"
+#include "jet/disk/error.h"
 
 namespace stelvan::db {
 

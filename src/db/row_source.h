@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "jet/database.h"
-#include "jet/value.h"
+#include "jet/rows/value.h"
 
 namespace stelvan::db {
 

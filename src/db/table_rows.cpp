@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "jet/conversion.h"
+#include "jet/rows/conversion.h"
 #include "sql/default_value.h"
 
 namespace stelvan::db {

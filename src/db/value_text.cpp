@@ -1,8 +1,8 @@
 #include "db/value_text.h"
 
 #include "base/run_time_error.h"
-#include "jet/conversion.h"
-#include "jet/value_text.h"
+#include "jet/rows/conversion.h"
+#include "jet/rows/value_text.h"
 
 namespace stelvan::db {
 

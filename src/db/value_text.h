@@ -4,8 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "base/number.h"
-#include "jet/value.h"
+#include "jet/rows/value.h"
 
 namespace stelvan::db {
 
@@ -24,8 +23,5 @@ using Value = jet::Value;
 
 /// The same, clear for Null.
 [[nodiscard]] bool toFlagOrClear(const Value& value);
-
-/// Numeric in form, as everywhere in the program.
-using base::isNumeric;
 
 }  // namespace stelvan::db

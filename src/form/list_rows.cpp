@@ -1,5 +1,7 @@
 #include "form/list_rows.h"
 
+#include "form/text.h"
+
 namespace stelvan::form {
 
 int ListRows::rowCount(const QModelIndex& parent) const {
@@ -15,7 +17,7 @@ QVariant ListRows::data(const QModelIndex& index, int role) const {
     const ListRow& row = rows_[static_cast<std::size_t>(index.row())];
     const QString text = row.texts.value(index.column());
     if (role == Qt::ToolTipRole) return text;
-    if (role == Qt::DisplayRole) return QString(text).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    if (role == Qt::DisplayRole) return onOneLine(text);
     if (role == Qt::CheckStateRole && checkable_ && index.column() == 0)
         return row.checked ? Qt::Checked : Qt::Unchecked;
     return {};

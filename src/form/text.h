@@ -19,7 +19,8 @@ struct Difference {
 };
 [[nodiscard]] Difference differenceOf(QStringView before, QStringView after);
 
-/// Tabs, line breaks and no-break spaces as blanks: what a one-line input takes in their place.
+/// As base::withPlainBlanks and base::onOneLine: what a one-line input takes, what one line shows.
 [[nodiscard]] QString withPlainBlanks(QStringView text);
+[[nodiscard]] QString onOneLine(QStringView text);
 
 }  // namespace stelvan::form

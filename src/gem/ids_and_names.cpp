@@ -6,7 +6,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "gem/schema.h"
-#include "jet/collation.h"
+#include "jet/index/collation.h"
 
 namespace stelvan::gem {
 

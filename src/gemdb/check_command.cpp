@@ -1,5 +1,5 @@
 #include "gemdb/commands.h"
-#include "jet/check.h"
+#include "jet/check/check.h"
 
 namespace stelvan::gemdb {
 

@@ -1,7 +1,7 @@
 #include "gemdb/commands.h"
 #include "gemdb/json_line.h"
 #include "jet/database.h"
-#include "jet/row_reader.h"
+#include "jet/rows/row_reader.h"
 
 namespace stelvan::gemdb {
 namespace {

@@ -3,9 +3,9 @@
 // Exit status: 0 done, 1 the file was checked and has faults, 2 it could not be done (one line on
 // standard error says why).
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <cstdio>
 
+#include "base/text.h"
 #include "gemdb/commands.h"
 
 namespace {
@@ -63,10 +63,8 @@ void addCommands(CLI::App& app, Arguments& arguments, int& status) {
 }
 
 /// One line, whatever the text holds.
-int fail(std::string text) {
-    std::ranges::replace_if(
-        text, [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    std::fprintf(stderr, "gemdb: %s\n", text.c_str());
+int fail(const std::string& text) {
+    std::fprintf(stderr, "gemdb: %s\n", stelvan::base::onOneLine(text).c_str());
     return kFailed;
 }
 

@@ -1,26 +1,20 @@
 #include <algorithm>
-#include <cctype>
 #include <functional>
 #include <optional>
 
+#include "base/text.h"
 #include "db/connection.h"
 #include "db/record_set.h"
 #include "gemdb/commands.h"
 #include "gemdb/json_line.h"
+#include "sql/tokens.h"
 
 namespace stelvan::gemdb {
 namespace {
 
 /// Whether the statement begins with the word SELECT.
 bool isSelect(std::string_view statement) {
-    constexpr std::string_view kWord = "SELECT";
-    const auto isBlank = [](unsigned char c) { return std::isspace(c) != 0; };
-    const std::string_view text(std::ranges::find_if_not(statement, isBlank), statement.end());
-    if (text.size() <= kWord.size()) return false;
-    const auto next = static_cast<unsigned char>(text[kWord.size()]);
-    return std::isalnum(next) == 0 && next != '_' &&
-           std::equal(kWord.begin(), kWord.end(), text.begin(),
-                      [](char word, unsigned char c) { return word == std::toupper(c); });
+    return base::sameWord(sql::firstWord(statement), "SELECT");
 }
 
 std::string connectionText(const std::filesystem::path& file, bool writing) {

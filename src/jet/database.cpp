@@ -3,23 +3,22 @@
 #include <algorithm>
 #include <ctime>
 
-#include "jet/database_creation.h"
+#include "base/date.h"
 #include "jet/database_impl.h"
-#include "jet/header.h"
-#include "jet/schema_change.h"
-#include "jet/text.h"
+#include "jet/pages/header.h"
+#include "jet/rows/text.h"
+#include "jet/tables/database_creation.h"
+#include "jet/tables/schema_change.h"
 
 namespace stelvan::jet {
 
 // Local time, as the catalogue's dates are.
 DateTime Database::Impl::now() const {
-    constexpr double kUnixEpoch = 25569;
-    constexpr double kSecondsADay = 86400;
     if (created) return *created;
     const std::time_t seconds = std::time(nullptr);
     std::tm local{};
     ::localtime_r(&seconds, &local);
-    return {kUnixEpoch + static_cast<double>(seconds + local.tm_gmtoff) / kSecondsADay};
+    return {base::serialDate(std::chrono::seconds{seconds + local.tm_gmtoff})};
 }
 
 Database::Database(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}

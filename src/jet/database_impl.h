@@ -7,9 +7,9 @@
 #include <string>
 
 #include "jet/database.h"
-#include "jet/shared_database.h"
-#include "jet/table.h"
-#include "jet/unit_scope.h"
+#include "jet/tables/shared_database.h"
+#include "jet/tables/stored_table.h"
+#include "jet/tables/unit_scope.h"
 
 namespace stelvan::jet {
 

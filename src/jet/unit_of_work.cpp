@@ -2,7 +2,7 @@
 
 #include "jet/database.h"
 #include "jet/database_impl.h"
-#include "jet/unit_scope.h"
+#include "jet/tables/unit_scope.h"
 
 namespace stelvan::jet {
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "jet/conversion.h"
-#include "jet/decimal.h"
-#include "sql/dialect.h"
+#include "base/number.h"
+#include "base/text.h"
+#include "jet/rows/conversion.h"
 
 namespace stelvan::sql {
 
@@ -21,12 +21,6 @@ constexpr std::array kFlagWords{FlagWord{"True", true}, FlagWord{"Yes", true},
                                 FlagWord{"On", true},   FlagWord{"False", false},
                                 FlagWord{"No", false},  FlagWord{"Off", false}};
 
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') + 1 - first);
-}
-
 /// The text between the quotes, doubled ones taken once.
 std::string unquoted(std::string_view literal) {
     std::string text;
@@ -39,15 +33,15 @@ std::string unquoted(std::string_view literal) {
 }
 
 std::optional<jet::Value> constant(std::string_view expression) {
-    expression = trimmed(expression);
-    if (expression.starts_with('=')) expression = trimmed(expression.substr(1));
+    expression = base::trimBlanks(expression);
+    if (expression.starts_with('=')) expression = base::trimBlanks(expression.substr(1));
     for (const FlagWord& flag : kFlagWords) {
-        if (sameWord(expression, flag.word)) return flag.value;
+        if (base::sameWord(expression, flag.word)) return flag.value;
     }
     const bool quoted = expression.size() >= 2 && expression.front() == expression.back() &&
                         (expression.front() == '"' || expression.front() == '\'');
     if (quoted) return unquoted(expression);
-    if (jet::parseDecimal(expression)) return std::string(expression);
+    if (base::isNumeric(expression)) return std::string(expression);
     return std::nullopt;
 }
 

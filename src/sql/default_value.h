@@ -2,7 +2,7 @@
 #pragma once
 
 #include "jet/database.h"
-#include "jet/value.h"
+#include "jet/rows/value.h"
 
 namespace stelvan::sql {
 

@@ -178,11 +178,4 @@ std::string quotedName(std::string_view name) {
     return quoted + '"';
 }
 
-bool sameWord(std::string_view left, std::string_view right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(), [](char a, char b) {
-        return std::toupper(static_cast<unsigned char>(a)) ==
-               std::toupper(static_cast<unsigned char>(b));
-    });
-}
-
 }  // namespace stelvan::sql

@@ -54,7 +54,4 @@ struct Translation {
 /// A name in double quotes.
 [[nodiscard]] std::string quotedName(std::string_view name);
 
-/// Names of tables and columns are equal without regard to (ASCII) letter case.
-[[nodiscard]] bool sameWord(std::string_view left, std::string_view right);
-
 }  // namespace stelvan::sql

@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/text.h"
 #include "sql/dialect.h"
 #include "sql/error.h"
 #include "sql/refusals.h"
@@ -25,7 +26,7 @@ void refuseRowNumbers(const Statement& statement, const std::vector<ScopeTable>&
     for (const Token& token : statement.tokens) {
         const bool isNumber =
             std::any_of(kRowNumbers.begin(), kRowNumbers.end(), [&token](std::string_view name) {
-                return token.isName() && sameWord(token.text, name);
+                return token.isName() && base::sameWord(token.text, name);
             });
         if (!isNumber) continue;
         const bool isColumn =

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "jet/collation.h"
+#include "base/utf.h"
+#include "jet/index/collation.h"
 
 namespace stelvan::sql {
 
@@ -10,9 +11,9 @@ namespace {
 
 /// The first character of a UTF-8 text.
 std::string_view firstCharacter(std::string_view text) {
-    std::size_t size = 1;
-    while (size < text.size() && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U) ++size;
-    return text.substr(0, size);
+    std::size_t end = 0;
+    static_cast<void>(base::nextCharacter(text, end));
+    return text.substr(0, end);
 }
 
 bool sameCharacter(std::string_view left, std::string_view right) {

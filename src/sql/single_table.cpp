@@ -4,6 +4,8 @@
 #include <array>
 #include <numeric>
 
+#include "base/text.h"
+
 namespace stelvan::sql {
 
 namespace {
@@ -28,7 +30,7 @@ std::optional<std::size_t> columnOf(const Statement& statement, const jet::Table
                                     std::size_t begin, std::size_t end) {
     const Tokens& tokens = statement.tokens;
     if (end - begin == 3 && tokens[begin + 1].isSymbol(".") &&
-        sameWord(tokens[begin].text, statement.tables.front().alias)) {
+        base::sameWord(tokens[begin].text, statement.tables.front().alias)) {
         begin += 2;
     }
     if (end - begin != 1 || !tokens[begin].isName()) return std::nullopt;

@@ -3,7 +3,7 @@
 #include <new>
 #include <string_view>
 
-#include "jet/collation.h"
+#include "jet/index/collation.h"
 #include "sql/like.h"
 
 namespace stelvan::sql {

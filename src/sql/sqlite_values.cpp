@@ -2,15 +2,15 @@
 
 #include <array>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
 
-#include "jet/collation.h"
-#include "jet/conversion.h"
-#include "jet/value_text.h"
+#include "base/number.h"
+#include "jet/index/collation.h"
+#include "jet/rows/conversion.h"
+#include "jet/rows/value_text.h"
 
 namespace stelvan::sql {
 
@@ -59,7 +59,7 @@ struct Give {
         giveNumber(context, static_cast<double>(amount.scaled) / kUnit);
     }
     void operator()(const jet::Numeric& number) const {
-        giveNumber(context, std::strtod(jet::textOf(number).c_str(), nullptr));
+        giveNumber(context, base::toDouble(jet::textOf(number)));
     }
     void operator()(const jet::Guid& guid) const { (*this)(std::string_view(jet::textOf(guid))); }
     void operator()(std::string_view text) const {

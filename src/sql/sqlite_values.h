@@ -8,7 +8,7 @@
 #include <optional>
 
 #include "jet/database.h"
-#include "jet/value.h"
+#include "jet/rows/value.h"
 
 namespace stelvan::sql {
 

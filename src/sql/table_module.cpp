@@ -5,7 +5,8 @@
 #include <new>
 #include <utility>
 
-#include "jet/conversion.h"
+#include "base/text.h"
+#include "jet/rows/conversion.h"
 #include "sql/default_value.h"
 #include "sql/dialect.h"
 #include "sql/sqlite_handle.h"
@@ -239,7 +240,7 @@ int TableModule::remember(AccessPlan plan) {
 bool TableModule::isInserted(const std::string& column) const {
     return !inserted_ ||
            std::any_of(inserted_->begin(), inserted_->end(),
-                       [&column](const std::string& name) { return sameWord(name, column); });
+                       [&column](const std::string& name) { return base::sameWord(name, column); });
 }
 
 sqlite3_int64 TableModule::insert(sqlite3_value** values, int count) {

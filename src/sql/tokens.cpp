@@ -2,15 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 
+#include "base/text.h"
 #include "sql/error.h"
 
 namespace stelvan::sql {
 
 namespace {
 
-constexpr std::string_view kDigits = "0123456789";
+constexpr std::string_view kBlanks = " \t\r\n";  // what may stand between tokens
 
 // Words that end a name's chance of being one, and that open or close an expression.
 constexpr std::array<std::string_view, 14> kClauseWords{
@@ -20,12 +20,11 @@ constexpr std::array<std::string_view, 14> kSymbols{"<>", "<=", ">=", "(", ")", 
                                                     "*",  "+",  "-",  "/", "=", "<", ">"};
 
 bool startsWord(char c) {
-    return std::isalpha(static_cast<unsigned char>(c)) != 0 || c == '_' ||
-           static_cast<unsigned char>(c) >= 0x80;
+    return base::isLetter(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
 
 bool continuesWord(char c) {
-    return startsWord(c) || kDigits.find(c) != std::string_view::npos;
+    return startsWord(c) || base::isDigit(c);
 }
 
 bool isClauseWord(const Token& token) {
@@ -45,7 +44,7 @@ public:
 
 private:
     bool skipBlanks() {
-        at_ = std::min(sql_.find_first_not_of(" \t\r\n", at_), sql_.size());
+        at_ = std::min(sql_.find_first_not_of(kBlanks, at_), sql_.size());
         return at_ < sql_.size();
     }
 
@@ -88,7 +87,7 @@ private:
     }
 
     [[nodiscard]] bool digitAt(std::size_t at) const {
-        return at < sql_.size() && kDigits.find(sql_[at]) != std::string_view::npos;
+        return at < sql_.size() && base::isDigit(sql_[at]);
     }
 
     [[nodiscard]] bool startsNumber() const {
@@ -133,12 +132,7 @@ private:
 }  // namespace
 
 bool Token::isWord(std::string_view upperCase) const {
-    return kind == TokenKind::Word &&
-           std::equal(text.begin(), text.end(), upperCase.begin(), upperCase.end(),
-                      [](char a, char b) {
-                          return std::toupper(static_cast<unsigned char>(a)) ==
-                                 static_cast<unsigned char>(b);
-                      });
+    return kind == TokenKind::Word && base::sameWord(text, upperCase);
 }
 
 bool Token::isName() const {
@@ -147,6 +141,13 @@ bool Token::isName() const {
 
 Tokens tokenize(std::string_view sql) {
     return Tokenizer(sql).run();
+}
+
+std::string_view firstWord(std::string_view sql) {
+    sql.remove_prefix(std::min(sql.find_first_not_of(kBlanks), sql.size()));
+    if (sql.empty() || !startsWord(sql.front())) return {};
+    const auto end = std::ranges::find_if_not(sql, continuesWord);
+    return sql.substr(0, static_cast<std::size_t>(end - sql.begin()));
 }
 
 void refuseExpression(std::string_view sql, const Tokens& tokens, std::size_t offset,
@@ -158,10 +159,7 @@ void refuseExpression(std::string_view sql, const Tokens& tokens, std::size_t of
         if (token.offset <= offset) begin = token.offset + token.text.size();
         if (token.offset > offset) end = std::min(end, token.offset);
     }
-    const std::size_t first = std::min(sql.find_first_not_of(' ', begin), end);
-    const std::size_t last = sql.find_last_not_of(' ', end == 0 ? 0 : end - 1);
-    const std::string_view expression =
-        last == std::string_view::npos || last < first ? "" : sql.substr(first, last + 1 - first);
+    const std::string_view expression = base::trimBlanks(sql.substr(begin, end - begin));
     throw Error(ErrorKind::Syntax, "Syntax error " + std::string(problem) +
                                        " in query expression '" + std::string(expression) + "'.");
 }

@@ -35,6 +35,9 @@ using Tokens = std::vector<Token>;
 /// Throws Error (Syntax) for text or a name without an end, and for characters that start no token.
 [[nodiscard]] Tokens tokenize(std::string_view sql);
 
+/// The bare word that a text begins with; empty where it begins otherwise.
+[[nodiscard]] std::string_view firstWord(std::string_view sql);
+
 /// The refusal of an expression, as the engine words it: `problem` is "(missing operator)" or "in
 /// string". The expression is what follows the last clause word before `offset`, up to the next
 /// one.

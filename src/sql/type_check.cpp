@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 
+#include "base/text.h"
 #include "sql/error.h"
 
 namespace stelvan::sql {
@@ -75,7 +76,7 @@ private:
         const bool qualified = at >= 2 && tokens_[at - 1].isSymbol(".");
         std::optional<Nature> found;
         for (const ScopeTable& table : scope_) {
-            if (qualified && !sameWord(table.alias, tokens_[at - 2].text)) continue;
+            if (qualified && !base::sameWord(table.alias, tokens_[at - 2].text)) continue;
             const auto position = table.info->findColumn(tokens_[at].text);
             if (!position) continue;
             const Nature nature = natureOf(table.info->columns[*position].type);

@@ -138,13 +138,5 @@ TEST_F(ErrorInfoTest, failuresOfTheLanguageAreReportedToo) {
     EXPECT_EQ(shown.at(1), "ERROR(7) [frmMain.b.0]: Out of memory");
 }
 
-TEST(RunTimeError, theProgramsOwnFailuresHaveTheirNumbers) {
-    EXPECT_EQ(overflow().number(), 6);
-    EXPECT_EQ(subscriptOutOfRange().number(), 9);
-    EXPECT_EQ(typeMismatch().number(), 13);
-    EXPECT_EQ(objectNotSet().number(), 91);
-    EXPECT_EQ(invalidUseOfNull().number(), 94);
-}
-
 }  // namespace
 }  // namespace stelvan::base

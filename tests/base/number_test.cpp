@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 
 #include "base/run_time_error.h"
@@ -57,13 +58,6 @@ TEST(NumericText, whatOtherProgramsMayReadAsANumberIsNone) {
                              "\xD9\xA1"}) {
         EXPECT_FALSE(isNumeric(text)) << text;
     }
-}
-
-TEST(NumericText, onlyBlanksAreTrimmed) {
-    EXPECT_EQ(trimBlanks("  a b "), "a b");
-    EXPECT_EQ(trimBlanks("\ta"), "\ta");
-    EXPECT_EQ(trimBlanks("    "), "");
-    EXPECT_EQ(trimBlanks(""), "");
 }
 
 TEST(NumericText, integersConvertExactlyToTheEndsOf32Bits) {
@@ -124,6 +118,39 @@ TEST(NumericText, decimalsCompareExactlyWhateverTheirSize) {
     EXPECT_TRUE(same("0.001", "1e-3"));
     EXPECT_TRUE(same("-0", "0.000e7"));
     EXPECT_EQ(failureOf([] { return compareDecimals("1", "x") == 0; }), 13);
+}
+
+TEST(NumberText, isTheShortestThatReadsBackEqual) {
+    EXPECT_EQ(numberText(101.0), "101");
+    EXPECT_EQ(numberText(0.1), "0.1");
+    EXPECT_EQ(numberText(0.1f), "0.1");
+    EXPECT_EQ(numberText(-2.5), "-2.5");
+    EXPECT_EQ(numberText(0.30000000000000004), "0.30000000000000004");
+    EXPECT_EQ(numberText(-0.0), "0");
+    EXPECT_EQ(numberText(-0.0f), "0");
+}
+
+TEST(NumberText, hasAnExponentOnlyBelowTheFifteenthPlace) {
+    EXPECT_EQ(numberText(1e20), "100000000000000000000");
+    EXPECT_EQ(numberText(1e300).size(), 301U) << "whole numbers never have one";
+    EXPECT_EQ(toDouble(numberText(1e300)), 1e300);
+    EXPECT_EQ(numberText(0.0001), "0.0001");
+    EXPECT_EQ(numberText(1e-15), "0.000000000000001");
+    EXPECT_EQ(numberText(-9e-16), "-9e-16");
+    EXPECT_EQ(numberText(1e-16f), "1e-16");
+    EXPECT_EQ(numberText(std::numeric_limits<double>::infinity()), "inf");
+    EXPECT_EQ(numberText(std::numeric_limits<float>::quiet_NaN()), "nan");
+}
+
+TEST(NumberText, isCompactWithAnExponentWhereThatIsShorter) {
+    EXPECT_EQ(compactNumberText(100000.0), "100000");
+    EXPECT_EQ(compactNumberText(999999999999999.0), "999999999999999");
+    EXPECT_EQ(compactNumberText(1e15), "1e+15");
+    EXPECT_EQ(compactNumberText(-1e300), "-1e+300");
+    EXPECT_EQ(compactNumberText(0.001), "0.001");
+    EXPECT_EQ(compactNumberText(0.0001), "1e-04");
+    EXPECT_EQ(compactNumberText(-0.5f), "-0.5");
+    EXPECT_EQ(compactNumberText(-0.0), "0");
 }
 
 }  // namespace

@@ -8,8 +8,8 @@
 
 #include "data/builder/build_model.h"
 #include "data/builder/generated_model.h"
-#include "jet/conversion.h"
-#include "jet/row_reader.h"
+#include "jet/rows/conversion.h"
+#include "jet/rows/row_reader.h"
 
 namespace stelvan::bench {
 namespace {

@@ -4,9 +4,9 @@
 #include <random>
 #include <string>
 
-#include "jet/index_keys.h"
-#include "jet/index_tree.h"
-#include "jet/memory_pages.h"
+#include "jet/disk/memory_pages.h"
+#include "jet/index/index_keys.h"
+#include "jet/index/index_tree.h"
 #include "tests/bench/contest.h"
 #include "tests/bench/contestants.h"
 

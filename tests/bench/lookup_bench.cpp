@@ -4,7 +4,7 @@
 
 #include "db/connection.h"
 #include "db/record_set.h"
-#include "jet/row_reader.h"
+#include "jet/rows/row_reader.h"
 #include "tests/bench/contest.h"
 #include "tests/bench/contestants.h"
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "jet/check.h"
+#include "jet/check/check.h"
 #include "jet/database.h"
 #include "tests/crash/child_process.h"
 #include "tests/crash/faulty_file_system.h"

@@ -4,6 +4,8 @@
 #include <fstream>
 #include <utility>
 
+#include "jet/disk/error.h"
+
 namespace stelvan::test {
 
 namespace {

@@ -15,7 +15,7 @@
 #include <random>
 #include <vector>
 
-#include "jet/file_system.h"
+#include "jet/disk/file_system.h"
 
 namespace stelvan::test {
 

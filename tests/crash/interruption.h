@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <functional>
 
-#include "jet/error.h"
+#include "jet/disk/error.h"
 #include "tests/crash/faulty_file_system.h"
 
 namespace stelvan::test {

@@ -2,7 +2,8 @@
 
 #include <cstring>
 
-#include "jet/format.h"
+#include "jet/disk/commit_slots.h"
+#include "jet/pages/format.h"
 
 namespace stelvan::test {
 
@@ -11,7 +12,7 @@ namespace {
 constexpr std::size_t kWord = sizeof(std::uint64_t);
 
 std::size_t checkedSize(jet::PageNumber page) {
-    return page == 0 ? jet::header::kCommitSlots : jet::kPageSize;
+    return page == 0 ? jet::commit_slots::kOffset : jet::kPageSize;
 }
 
 std::uint64_t mark(jet::PageNumber page, std::uint64_t generation) {
@@ -31,8 +32,8 @@ void NumberedPages::create(const std::filesystem::path& path, jet::PageNumber pa
     std::vector<std::uint8_t> bytes(pages * jet::kPageSize);
     for (jet::PageNumber page = 0; page < pages; ++page)
         fill(jet::WritablePageBytes(bytes.data() + page * jet::kPageSize, jet::kPageSize), page, 1);
-    bytes[jet::header::kCommitSlots] = 1;
-    bytes[jet::header::kCommitSlots + 1] = 1;
+    bytes[jet::commit_slots::kOffset] = 1;
+    bytes[jet::commit_slots::kOffset + 1] = 1;
     jet::PageFile::create(path, bytes);
 }
 

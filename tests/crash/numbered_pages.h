@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "jet/page_file.h"
+#include "jet/disk/page_file.h"
 
 namespace stelvan::test {
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "jet/page_file.h"
+#include "jet/disk/page_file.h"
 #include "tests/crash/faulty_file_system.h"
 #include "tests/crash/interruption.h"
 #include "tests/crash/numbered_pages.h"

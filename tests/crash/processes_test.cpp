@@ -7,7 +7,8 @@
 #include <random>
 #include <thread>
 
-#include "jet/page_file.h"
+#include "jet/disk/error.h"
+#include "jet/disk/page_file.h"
 #include "tests/crash/child_process.h"
 #include "tests/crash/numbered_pages.h"
 #include "tests/support/samples.h"

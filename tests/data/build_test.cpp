@@ -7,8 +7,8 @@
 #include <fstream>
 
 #include "data/builder/build_model.h"
-#include "jet/row_reader.h"
-#include "jet/value_text.h"
+#include "jet/rows/row_reader.h"
+#include "jet/rows/value_text.h"
 #include "tests/data/model_texts.h"
 #include "tests/support/run_gemdb.h"
 #include "tests/support/samples.h"

@@ -6,7 +6,7 @@
 #include <array>
 #include <cstdio>
 
-#include "jet/check.h"
+#include "jet/check/check.h"
 #include "tests/db/gem_file.h"
 
 namespace stelvan::db {

@@ -7,15 +7,28 @@ namespace stelvan::form {
 namespace {
 
 TEST(Text, EveryTextSurvivesBothWays) {
-    const std::string texts[] = {
-        "",          "plain",        "Grüße 日本語",   "\xF0\x9F\x98\x80 beyond the basic plane",
-        "a\r\nb\tc", "\xED\xA0\xBD", "a\xED\xB0\x80z", "\xED\xA0\xBD!\xED\xB8\x80"};
+    const std::string texts[] = {"",
+                                 "plain",
+                                 "Grüße 日本語",
+                                 "\xF0\x9F\x98\x80 beyond the basic plane",
+                                 "\xEF\xBB\xBF"
+                                 "begins with a mark",
+                                 "a\r\nb\tc",
+                                 "\xED\xA0\xBD",
+                                 "a\xED\xB0\x80z",
+                                 "\xED\xA0\xBD!\xED\xB8\x80"};
     for (const std::string& text : texts) EXPECT_EQ(toUtf8(toQt(text)), text);
 }
 
 TEST(Text, HalfASurrogatePairIsOneCodeUnit) {
     EXPECT_EQ(toQt("\xED\xA0\xBD"), QString(QChar(0xD83D)));
     EXPECT_EQ(toQt("\xF0\x9F\x98\x80").size(), 2);
+}
+
+TEST(Text, OneLineHasABlankForEachLineBreak) {
+    const QString text = QString::fromUtf16(u"a\r\nb\u00A0c\td");
+    EXPECT_EQ(onOneLine(text), QString::fromUtf16(u"a b\u00A0c d"));
+    EXPECT_EQ(withPlainBlanks(text), QStringLiteral("a b c d"));
 }
 
 TEST(Text, DifferenceKeepsWhatBothVersionsShare) {

@@ -1,6 +1,6 @@
 // The pages of one index: walked from end to end, and searched, without looping and without leaving
 // them.
-#include "jet/index_tree.h"
+#include "jet/index/index_tree.h"
 #include "tests/fuzz/support/input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -1,7 +1,7 @@
 // A long value: its reference in the first bytes of the input, the pages that it may lead to behind
 // them.
-#include "jet/long_value.h"
-#include "jet/row_codec.h"
+#include "jet/pages/long_value.h"
+#include "jet/rows/row_codec.h"
 #include "tests/fuzz/support/input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

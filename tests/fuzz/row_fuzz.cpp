@@ -1,14 +1,14 @@
 // The bytes of one row under a definition with every type of column, fixed and variable.
-#include "jet/format.h"
-#include "jet/long_value.h"
-#include "jet/row_codec.h"
+#include "jet/pages/format.h"
+#include "jet/pages/long_value.h"
+#include "jet/rows/row_codec.h"
 #include "tests/fuzz/support/input.h"
 
 namespace {
 
 using namespace stelvan;
 
-void addColumn(jet::TableDef& table, jet::ColumnType type, std::uint16_t length, bool fixed) {
+void addColumn(jet::RowLayout& table, jet::ColumnType type, std::uint16_t length, bool fixed) {
     jet::ColumnInfo column;
     column.type = type;
     column.number = static_cast<std::uint16_t>(table.info.columns.size());
@@ -29,9 +29,9 @@ void addColumn(jet::TableDef& table, jet::ColumnType type, std::uint16_t length,
     ++table.maxColumns;
 }
 
-jet::TableDef everyType() {
+jet::RowLayout everyType() {
     using enum jet::ColumnType;
-    jet::TableDef table;
+    jet::RowLayout table;
     for (const auto& [type, length] : {std::pair{Boolean, 1},
                                        {Byte, 1},
                                        {Integer, 2},
@@ -49,7 +49,7 @@ jet::TableDef everyType() {
     return table;
 }
 
-void readColumn(const jet::TableDef& table, const jet::RowView& row, std::size_t column) {
+void readColumn(const jet::RowLayout& table, const jet::RowView& row, std::size_t column) {
     const jet::ColumnInfo& info = table.info.columns[column];
     if (info.type == jet::ColumnType::Boolean) {
         (void)row.flag(column);
@@ -68,7 +68,7 @@ void readColumn(const jet::TableDef& table, const jet::RowView& row, std::size_t
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const jet::TableDef kTable = everyType();
+    static const jet::RowLayout kTable = everyType();
     fuzz::mayBeRefused([&] {
         const jet::RowView row(kTable, jet::Bytes(data, size), 1);
         for (std::size_t column = 0; column < kTable.info.columns.size(); ++column) {

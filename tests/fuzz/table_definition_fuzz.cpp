@@ -1,5 +1,5 @@
 // A table's definition over one or several pages: decoded, or refused.
-#include "jet/table_def.h"
+#include "jet/tables/table_def.h"
 #include "tests/fuzz/support/input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

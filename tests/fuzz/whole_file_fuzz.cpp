@@ -7,7 +7,7 @@
 #include <string>
 
 #include "jet/database.h"
-#include "jet/row_reader.h"
+#include "jet/rows/row_reader.h"
 #include "tests/fuzz/support/input.h"
 
 namespace {

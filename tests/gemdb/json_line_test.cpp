@@ -31,6 +31,7 @@ TEST(JsonLine, EscapesWhatJsonDemandsAndControlCharacters) {
 TEST(JsonLine, WritesHalfASurrogatePairAsAnEscape) {
     EXPECT_EQ(json(std::string("x\xED\xA0\x80y")), R"("x\ud800y")");
     EXPECT_EQ(json(std::string("\xED\xBF\xBF")), R"("\udfff")");
+    EXPECT_EQ(json(std::string("\xFFz\xE2\x82")), "\"\xFFz\xE2\x82\"") << "other bytes stay";
     EXPECT_EQ(json(std::string("\xED\x9F\xBF")), "\"\xED\x9F\xBF\"")
         << "U+D7FF is an ordinary character";
 }
@@ -69,6 +70,7 @@ TEST(JsonLine, WritesDatesToTheSecondAndFractionsWhereThereAreAny) {
     EXPECT_EQ(json(jet::DateTime{45658 + 1.5 / 86400}), "\"2025-01-01T00:00:01.500\"");
     EXPECT_EQ(json(jet::DateTime{45657.9999999999}), "\"2025-01-01T00:00:00\"")
         << "rounded up to the next day";
+    EXPECT_EQ(json(jet::DateTime{-657434.5}), "\"0100-01-01T12:00:00\"") << "noon of the first day";
     EXPECT_EQ(json(jet::DateTime{1e12}), "1000000000000") << "no date of the calendar";
 }
 

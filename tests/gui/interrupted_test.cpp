@@ -6,7 +6,7 @@
 #include <optional>
 #include <set>
 
-#include "jet/file_system.h"
+#include "jet/disk/file_system.h"
 #include "tests/crash/faulty_file_system.h"
 #include "tests/support/window_bench.h"
 

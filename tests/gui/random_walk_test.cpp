@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <random>
 
-#include "jet/check.h"
+#include "jet/check/check.h"
 #include "jet/database.h"
 #include "tests/gui/walk_model.h"
 #include "tests/support/window_bench.h"

@@ -1,7 +1,7 @@
 // Pages in memory, under the name that the tests use.
 #pragma once
 
-#include "jet/memory_pages.h"
+#include "jet/disk/memory_pages.h"
 
 namespace stelvan::test {
 using jet::MemoryPages;

@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "jet/check.h"
+#include "jet/check/check.h"
 #include "jet/database.h"
-#include "jet/row_reader.h"
+#include "jet/rows/row_reader.h"
 #include "tests/support/samples.h"
 
 namespace stelvan::test {

@@ -3,7 +3,7 @@
 
 #include <random>
 
-#include "jet/error.h"
+#include "jet/disk/error.h"
 #include "sql/engine.h"
 #include "sql/error.h"
 #include "tests/support/samples.h"

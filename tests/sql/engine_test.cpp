@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "jet/value_text.h"
+#include "jet/rows/value_text.h"
 #include "sql/error.h"
 #include "tests/support/samples.h"
 

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "jet/error.h"
+#include "jet/disk/error.h"
 #include "tests/jet/memory_pages.h"
 
 namespace stelvan::fuzz {

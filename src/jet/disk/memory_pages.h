@@ -1,0 +1,109 @@
+// A page file without a file: pages in memory, on which a new database is built before it is
+// written in one piece, and with which decoders are tested.
+//
+// Units of work nest and roll back as those of the real one; nothing is locked.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <deque>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "jet/disk/error.h"
+#include "jet/disk/page.h"
+#include "jet/disk/page_file.h"
+
+namespace stelvan::jet {
+
+class MemoryPages final : public PageFile {
+public:
+    explicit MemoryPages(std::size_t pages = 0) : bytes_(pages) {}
+    explicit MemoryPages(const std::vector<std::uint8_t>& file) : bytes_(file.size() / kPageSize) {
+        for (std::size_t i = 0; i < bytes_.size(); ++i) {
+            const auto begin = file.begin() + static_cast<std::ptrdiff_t>(i * kPageSize);
+            std::copy(begin, begin + kPageSize, bytes_[i].begin());
+        }
+        size_ = file.size();
+    }
+
+    [[nodiscard]] const std::filesystem::path& path() const override { return path_; }
+    [[nodiscard]] Access access() const override { return Access::ReadWrite; }
+    [[nodiscard]] PageNumber pageCount() const override {
+        return static_cast<PageNumber>(bytes_.size());
+    }
+    [[nodiscard]] std::uint64_t byteSize() const override {
+        return std::max<std::uint64_t>(size_, bytes_.size() * kPageSize);
+    }
+    [[nodiscard]] PageBytes read(PageNumber page) override { return at(page); }
+    /// The whole file.
+    [[nodiscard]] std::vector<std::uint8_t> file() const {
+        std::vector<std::uint8_t> all;
+        for (const Page& page : bytes_) all.insert(all.end(), page.begin(), page.end());
+        return all;
+    }
+    void release() override {}
+    [[nodiscard]] WritablePageBytes edit(PageNumber page) override {
+        if (writers_ == 0) throw Error(ErrorKind::Misuse, "no unit of work");
+        auto& bytes = at(page);
+        before_.try_emplace(page, bytes);
+        return bytes;
+    }
+    PageNumber append() override {
+        bytes_.emplace_back();
+        return pageCount() - 1;
+    }
+    [[nodiscard]] std::uint64_t version() const override { return version_; }
+
+protected:
+    void beginRead() override {}
+    void endRead() override {}
+    void beginWrite() override {
+        if (writers_++ == 0) countBefore_ = bytes_.size();
+    }
+    void commitWrite() override {
+        --writers_;
+        if (doomed_) {
+            if (writers_ == 0) undo();
+            throw Error(ErrorKind::Misuse, "an inner unit of work was given up");
+        }
+        if (writers_ == 0) before_.clear();
+    }
+    void rollBackWrite() override {
+        doomed_ = true;
+        if (--writers_ == 0) undo();
+    }
+
+private:
+    using Page = std::array<std::uint8_t, kPageSize>;
+
+    Page& at(PageNumber page) {
+        if (page >= bytes_.size()) {
+            throw Error(ErrorKind::Corrupt, "no page " + std::to_string(page), page);
+        }
+        return bytes_[page];
+    }
+    void undo() {
+        for (const auto& [page, bytes] : before_) {
+            if (page < countBefore_) bytes_[page] = bytes;
+        }
+        while (bytes_.size() > countBefore_) bytes_.pop_back();
+        before_.clear();
+        doomed_ = false;
+        ++version_;
+    }
+
+    std::filesystem::path path_ = "memory.mdb";
+    std::deque<Page> bytes_;  // addresses survive appending
+    std::map<PageNumber, Page> before_;
+    std::size_t countBefore_ = 0;
+    std::uint64_t size_ = 0;
+    std::uint64_t version_ = 1;
+    int writers_ = 0;
+    bool doomed_ = false;
+};
+
+}  // namespace stelvan::jet

@@ -1,0 +1,67 @@
+// One row on its way into a table: values given by the caller, converted and checked; the rest from
+// the row as it is; then the bytes.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "jet/rows/column_facts.h"
+#include "jet/rows/long_value_store.h"
+#include "jet/rows/row_codec.h"
+#include "jet/rows/row_layout.h"
+
+namespace stelvan::jet {
+
+class RowDraft {
+public:
+    explicit RowDraft(const RowLayout& table);
+
+    /// Begins a row of which nothing is given.
+    void clear();
+    /// Gives columns their values. Throws NoSuchColumn and what convertTo throws.
+    void give(std::span<const ColumnValue> values);
+    void give(std::size_t column, const Value& value);
+    [[nodiscard]] bool given(std::size_t column) const { return given_[column]; }
+    /// Null (Boolean: False) where none was given. Lives until the next clear().
+    [[nodiscard]] ValueView value(std::size_t column) const;
+
+    /// Throws NullInRequired and ZeroLength; of a new row all columns are judged, otherwise those
+    /// given.
+    void checkProperties(bool newRow) const;
+    /// Prepares the stored form. Columns that were not given are taken from `old`, whose bytes must
+    /// stay until bytes() was called. Throws RowTooLarge.
+    void encode(const RowView* old);
+    /// Stores the long values that do not stand in the row. `stores` by column.
+    void storeLongValues(std::vector<std::optional<LongValueStore>>& stores);
+    /// The finished row, until the next call.
+    [[nodiscard]] Bytes bytes();
+
+private:
+    struct LongValue {
+        std::size_t column = 0;
+        LongValueData data;
+        Blob reference;
+    };
+    struct Part {
+        std::size_t column = 0;
+        std::size_t begin = 0;
+        std::size_t size = 0;
+    };
+
+    void encodeGiven(std::size_t column);
+    void takeOver(std::size_t column, const RowView& old);
+    void makeRoom();
+    [[nodiscard]] std::string fieldName(std::size_t column) const;
+
+    const RowLayout* table_;
+    std::vector<Value> converted_;
+    std::vector<ValueView> values_;
+    std::vector<bool> given_;
+    std::vector<StoredColumn> stored_;
+    std::vector<Part> parts_;  // of encoded_
+    Blob encoded_;
+    std::vector<LongValue> longValues_;
+    Blob row_;
+};
+
+}  // namespace stelvan::jet

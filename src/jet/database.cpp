@@ -22,6 +22,17 @@ DateTime Database::Impl::now() const {
     return {kUnixEpoch + static_cast<double>(seconds + local.tm_gmtoff) / kSecondsADay};
 }
 
+namespace {
+
+std::shared_ptr<SharedDatabase> writable(Database& database) {
+    requireWritable(database.access(), *database.impl().file);
+    return database.impl().file;
+}
+
+}  // namespace
+
+UnitOfWork::UnitOfWork(Database& database) : UnitOfWork(writable(database)) {}
+
 Database::Database(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
 Database::Database(Database&&) noexcept = default;
 Database& Database::operator=(Database&&) noexcept = default;
@@ -92,6 +103,10 @@ Table& Database::table(std::string_view name) {
 std::vector<RelationshipInfo> Database::relationships() {
     const ReadScope scope(impl_->file->sharedPages());
     return impl_->file->catalog().relationships();
+}
+
+void Database::onRollback(std::function<void()> undo) {
+    impl_->file->pages().onRollback(std::move(undo));
 }
 
 void Database::createTable(const TableSpec& spec) {

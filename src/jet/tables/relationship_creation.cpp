@@ -15,8 +15,6 @@
 #include "jet/tables/table_layout.h"
 #include "jet/tables/table_scan.h"
 #include "jet/tables/table_spec.h"
-#include "jet/tables/table_writer.h"
-#include "jet/tables/unit_scope.h"
 
 namespace stelvan::jet {
 
@@ -247,7 +245,7 @@ void addRelationshipRows(SharedDatabase& file, const RelationshipInfo& relations
             {column("szColumn"), child.table->info.columns[child.columns[i]].name},
             {column("szReferencedObject"), parent.table->info.name},
             {column("szReferencedColumn"), parent.table->info.columns[parent.columns[i]].name}};
-        file.writer(table).insert(values);
+        file.writer().insert(table, values);
     }
 }
 
@@ -268,7 +266,7 @@ void createRelationship(SharedDatabase& file, const RelationshipInfo& relationsh
     if (relationship.enforced) enforcement.check();
     ObjectRegistry objects(file, now);
 
-    UnitScope step(file);
+    WriteScope step(file.sharedPages());
     if (relationship.enforced) enforcement.apply();
     addRelationshipRows(file, relationship, parent, child);
     objects.addRelationship(relationship.name);

@@ -4,8 +4,6 @@
 #include "jet/rows/conversion.h"
 #include "jet/tables/row_cursors.h"
 #include "jet/tables/table_def.h"
-#include "jet/tables/table_writer.h"
-#include "jet/tables/unit_scope.h"
 
 namespace stelvan::jet {
 
@@ -102,19 +100,20 @@ std::unique_ptr<Cursor> StoredTable::inOrder(std::size_t index, ColumnSet wanted
 template <typename Change>
 auto StoredTable::change(Change&& apply) {
     requireWritable(access_, *file_);
-    return runInUnit(*file_, [&] { return apply(file_->writer(definition())); });
+    return runInUnit(file_, [&] { return apply(file_->writer(), definition()); });
 }
 
 RowId StoredTable::insert(std::span<const ColumnValue> values) {
-    return change([&](TableWriter& writer) { return writer.insert(values); });
+    return change(
+        [&](DatabaseWriter& writer, const auto& table) { return writer.insert(table, values); });
 }
 
 void StoredTable::update(RowId id, std::span<const ColumnValue> values) {
-    change([&](TableWriter& writer) { writer.update(id, values); });
+    change([&](DatabaseWriter& writer, const auto& table) { writer.update(table, id, values); });
 }
 
 void StoredTable::erase(RowId id) {
-    change([&](TableWriter& writer) { writer.erase(id); });
+    change([&](DatabaseWriter& writer, const auto& table) { writer.erase(table, id); });
 }
 
 }  // namespace stelvan::jet

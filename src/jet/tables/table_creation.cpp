@@ -17,7 +17,6 @@
 #include "jet/tables/table_layout.h"
 #include "jet/tables/table_scan.h"
 #include "jet/tables/table_spec.h"
-#include "jet/tables/unit_scope.h"
 
 namespace stelvan::jet {
 
@@ -61,7 +60,7 @@ void createTable(SharedDatabase& file, const TableSpec& spec, DateTime now) {
     }
     const Blob properties = makeProperties(table.info);
 
-    UnitScope step(file);
+    WriteScope step(file.sharedPages());
     PageFile& pages = file.pages();
     table.page = FreePages(pages).take();
     MapRows maps(pages, usageMapPages(file));
@@ -153,7 +152,7 @@ void dropTable(SharedDatabase& file, std::string_view name) {
     ObjectRegistry objects(file, {});
     const Belongings all = belongingsOf(file.pages(), *table);
 
-    UnitScope step(file);
+    WriteScope step(file.sharedPages());
     FreePages free(file.pages());
     objects.remove(entry);
     for (const RecordPointer map : all.maps) MapRows::remove(file.pages(), map);

@@ -1,8 +1,8 @@
 // Enforced relationships: what follows at once (cascades), and what is judged when the outermost
-// unit of work commits (a child's parent, a parent's children).
-// Nothing is written here: what must follow is told to the caller.
+// unit of work commits (a child's parent, a parent's children). Nothing is written here: the caller
+// is told what must follow.
 //
-// Until then a unit may do things in any order: write the child before its parent, or take a parent
+// Until it commits a unit may do things in any order: write the child before its parent, or take a parent
 // away and bring it back. Which relationships are enforced stands in the logical indexes of both
 // tables.
 #pragma once

@@ -70,8 +70,7 @@ void RecordStore::change(Bookmark bookmark, std::size_t field, jet::Value value)
     value = writer().converted(field, std::move(value));
     if (!pending_) {
         const Row* row = stored(bookmark);
-        if (row == nullptr)
-            throw jet::Error(jet::ErrorKind::RowGone, "The record was deleted meanwhile.");
+        if (row == nullptr) throw jet::Error::of(jet::ErrorKind::RowGone, "the record");
         pending_ = Pending{bookmark, false, *row, {}};
     }
     pending_->values[field] = std::move(value);

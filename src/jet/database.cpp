@@ -92,7 +92,7 @@ bool Database::hasTable(std::string_view name) {
 Table& Database::table(std::string_view name) {
     const ReadScope scope(impl_->file->sharedPages());
     const CatalogEntry* entry = impl_->file->catalog().findTable(name);
-    if (entry == nullptr) throwNoSuchTable(std::string(name));
+    if (entry == nullptr) throw Error::of(ErrorKind::NoSuchTable, std::string(name));
     auto& table = impl_->tables[foldName(name)];
     if (table == nullptr)
         table = std::make_unique<StoredTable>(impl_->file, impl_->access, entry->name);

@@ -58,7 +58,7 @@ FileStatus requireFile(const fs::path& path, FileSystem& files) {
     if (!status.has_value()) {
         const auto folder = files.status(folderOf(path));
         if (folder.has_value() && folder->folder)
-            throw Error(ErrorKind::FileNotFound, name + " does not exist.").about(path.string());
+            throw Error::of(ErrorKind::FileNotFound, path.string());
         throw Error(ErrorKind::BadPath, name + " cannot be found: its folder does not exist.")
             .about(path.string());
     }

@@ -121,12 +121,7 @@ void RelationshipRules::judgeChild(const WrittenChild& child) {
     if (anyNull(key)) return;
     const OtherSide parent = otherSide(link);
     if (!rowsWith(*parent.table, parent.link, key, true).empty()) return;
-    const std::string name = nameOf(parent.table->page);
-    Error error(
-        ErrorKind::MissingParent,
-        "You cannot add or change a record because a related record is required in table '" + name +
-            "'.");
-    throw error.about(name);
+    throw Error::of(ErrorKind::MissingParent, nameOf(parent.table->page));
 }
 
 void RelationshipRules::judgeParent(const LostParent& lost) {
@@ -135,10 +130,7 @@ void RelationshipRules::judgeParent(const LostParent& lost) {
     if (!rowsWith(*table, link, lost.key, true).empty()) return;
     const OtherSide child = otherSide(link);
     if (rowsWith(*child.table, child.link, lost.key, true).empty()) return;
-    const std::string name = nameOf(child.table->page);
-    Error error(ErrorKind::HasChildren, "The record cannot be deleted or changed because table '" +
-                                            name + "' includes related records.");
-    throw error.about(name);
+    throw Error::of(ErrorKind::HasChildren, nameOf(child.table->page));
 }
 
 }  // namespace stelvan::jet

@@ -23,8 +23,7 @@ std::shared_ptr<SharedDatabase> SharedDatabase::of(const std::shared_ptr<PageFil
 void requireWritable(Access access, SharedDatabase& file) {
     if (access == Access::ReadWrite) return;
     const std::string path = file.pages().path().string();
-    Error error(ErrorKind::ReadOnly, "'" + path + "' was opened for reading only.");
-    throw error.about(path);
+    throw Error(ErrorKind::ReadOnly, "'" + path + "' was opened for reading only.").about(path);
 }
 
 }  // namespace stelvan::jet

@@ -7,18 +7,11 @@
 
 namespace stelvan::jet {
 
-void throwNoSuchTable(const std::string& name) {
-    Error error(ErrorKind::NoSuchTable,
-                "The Microsoft Jet database engine cannot find the input table or query '" + name +
-                    "'.  Make sure it exists and that its name is spelled correctly.");
-    throw error.about(name);
-}
-
 const std::shared_ptr<const TableDef>& StoredTable::definition() {
     Catalog& catalog = file_->catalog();
     if (generation_ != catalog.generation() || definition_ == nullptr) {
         const CatalogEntry* entry = catalog.findTable(name_);
-        if (entry == nullptr) throwNoSuchTable(name_);
+        if (entry == nullptr) throw Error::of(ErrorKind::NoSuchTable, name_);
         definition_ = catalog.definition(*entry);
         generation_ = catalog.generation();
     }
@@ -49,8 +42,8 @@ std::unique_ptr<Cursor> StoredTable::row(RowId id, ColumnSet wanted) {
 const IndexInfo& StoredTable::indexAt(std::size_t index) {
     const TableInfo& table = definition()->info;
     if (index >= table.indexes.size()) {
-        Error error(ErrorKind::NoSuchIndex, "The table '" + name_ + "' has no such index.");
-        throw error.about(name_);
+        throw Error(ErrorKind::NoSuchIndex, "The table '" + name_ + "' has no such index.")
+            .about(name_);
     }
     return table.indexes[index];
 }

@@ -55,8 +55,7 @@ void createTable(SharedDatabase& file, const TableSpec& spec, DateTime now) {
     TableDef table = layOut(spec);
     ObjectRegistry objects(file, now);
     if (objects.nameTaken(spec.name)) {
-        Error error(ErrorKind::TableExists, "Table '" + spec.name + "' already exists.");
-        throw error.about(spec.name);
+        throw Error::of(ErrorKind::TableExists, spec.name);
     }
     const Blob properties = makeProperties(table.info);
 
@@ -132,10 +131,10 @@ void refuseRelated(SharedDatabase& file, const TableDef& table) {
         const std::string& other = relationship.parentTable == table.info.name
                                        ? relationship.childTable
                                        : relationship.parentTable;
-        Error error(ErrorKind::HasChildren, "The table '" + table.info.name +
+        throw Error(ErrorKind::HasChildren, "The table '" + table.info.name +
                                                 "' takes part in the relationship '" +
-                                                relationship.name + "'.");
-        throw error.about(other);
+                                                relationship.name + "'.")
+            .about(other);
     }
 }
 
@@ -143,7 +142,7 @@ void refuseRelated(SharedDatabase& file, const TableDef& table) {
 
 void dropTable(SharedDatabase& file, std::string_view name) {
     const CatalogEntry* found = file.catalog().findTable(name);
-    if (found == nullptr) throwNoSuchTable(std::string(name));
+    if (found == nullptr) throw Error::of(ErrorKind::NoSuchTable, std::string(name));
     const CatalogEntry entry = *found;
     if (entry.isSystem())
         throw Error(ErrorKind::Misuse, "'" + entry.name + "' is a system table and stays.");

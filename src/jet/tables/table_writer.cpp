@@ -27,9 +27,7 @@ TableWriter::TableWriter(PageFile& file, std::shared_ptr<const TableDef> table)
 void TableWriter::standOn(RowId id) {
     const auto row = locateRow(*file_, *table_, id);
     if (!row) {
-        Error error(ErrorKind::RowGone,
-                    "The row was deleted from the table '" + table_->info.name + "'.");
-        throw error.about(table_->info.name);
+        throw Error::of(ErrorKind::RowGone, table_->info.name);
     }
     old_.set(row->bytes, row->target.page);
 }
@@ -43,9 +41,9 @@ void TableWriter::giveAutoNumbers() {
         std::int32_t next = 0;
         if (__builtin_add_overflow(last, step, &next)) {
             const std::string& name = table_->info.columns[column].name;
-            Error error(ErrorKind::NumericOverflow,
-                        "There is no next number for the column '" + name + "'.");
-            throw error.about(name);
+            throw Error(ErrorKind::NumericOverflow,
+                        "There is no next number for the column '" + name + "'.")
+                .about(name);
         }
         draft_.give(column, Value(next));
     }

@@ -26,14 +26,16 @@ constexpr auto kFailed = provider::kFailed;
 constexpr auto kErrors = provider::kErrorsOccurred;
 constexpr auto kOverflow = provider::kDataOverflow;
 constexpr auto kMismatch = provider::kTypeMismatch;
+constexpr std::string_view kRowChangedText =
+    "Row cannot be located for updating. Some values may have been changed since it was last "
+    "read.";
 constexpr std::string_view kNotOurFormat = "Unrecognized database format '{}'.";
 
 constexpr std::array kReports{
     Report{ErrorKind::FileNotFound, kFailed, kFailed, "Could not find file '{}'.", false},
     Report{ErrorKind::BadPath, kFailed, kFailed,
-           "'{}' is not a valid path.  Make sure that the path name is spelled correctly and that "
-           "you are "
-           "connected to the server on which the file resides.",
+           "'{}' is not a valid path.  Make sure that the path name is spelled correctly and "
+           "that you are connected to the server on which the file resides.",
            false},
     Report{ErrorKind::NotADatabase, kFailed, kFailed, kNotOurFormat, true},
     Report{ErrorKind::UnsupportedVersion, kFailed, kFailed, kNotOurFormat, true},
@@ -43,8 +45,7 @@ constexpr std::array kReports{
     Report{ErrorKind::Corrupt, kFailed, kFailed, "", true},
     Report{ErrorKind::PermissionDenied, kFailed, kFailed,
            "The Microsoft Jet database engine cannot open the file '{}'.  It is already opened "
-           "exclusively "
-           "by another user, or you need permission to view its data.",
+           "exclusively by another user, or you need permission to view its data.",
            false},
     Report{ErrorKind::Locked, kFailed, kFailed, "Could not use '{}'; file already in use.", false},
     Report{ErrorKind::ReadOnly, kFailed, provider::kReadOnly,
@@ -53,8 +54,7 @@ constexpr std::array kReports{
     Report{ErrorKind::DiskFull, kFailed, kFailed, "Not enough space on disk.", true},
     Report{ErrorKind::NoSuchTable, provider::kNoSuchTable, provider::kNoSuchTable,
            "The Microsoft Jet database engine cannot find the input table or query '{}'.  Make "
-           "sure it "
-           "exists and that its name is spelled correctly.",
+           "sure it exists and that its name is spelled correctly.",
            false},
     Report{ErrorKind::NoSuchColumn, provider::kMissingParameter, provider::kMissingParameter,
            "No value given for one or more required parameters.", true},
@@ -63,27 +63,22 @@ constexpr std::array kReports{
            "Table '{}' already exists.", false},
     Report{ErrorKind::InvalidName, provider::kSyntax, provider::kSyntax, "", true},
     Report{ErrorKind::DuplicateKey, kFailed, kFailed,
-           "The changes you requested to the table were not successful because they would create "
-           "duplicate "
-           "values in the index, primary key, or relationship.  Change the data in the field or "
-           "fields that "
-           "contain duplicate data, remove the index, or redefine the index to permit duplicate "
-           "entries and "
-           "try again.",
+           "The changes you requested to the table were not successful because they would "
+           "create duplicate values in the index, primary key, or relationship.  Change the "
+           "data in the field or fields that contain duplicate data, remove the index, or "
+           "redefine the index to permit duplicate entries and try again.",
            true},
     Report{ErrorKind::NullInKey, kFailed, kErrors,
            "Index or primary key cannot contain a Null value.", true},
     Report{ErrorKind::NullInRequired, kFailed, kErrors,
            "The field '{}' cannot contain a Null value because the Required property for this "
-           "field is set "
-           "to True.  Enter a value in this field.",
+           "field is set to True.  Enter a value in this field.",
            false},
     Report{ErrorKind::ZeroLength, kFailed, kErrors, "Field '{}' cannot be a zero-length string.",
            false},
     Report{ErrorKind::TextTooLong, kOverflow, kOverflow,
            "The field '{}' is too small to accept the amount of data you attempted to add.  Try "
-           "inserting "
-           "or pasting less data.",
+           "inserting or pasting less data.",
            false},
     Report{ErrorKind::TypeMismatch, kMismatch, kMismatch,
            "Data type conversion error in the field '{}'.", true},
@@ -97,13 +92,9 @@ constexpr std::array kReports{
            "The record cannot be deleted or changed because table '{}' includes related records.",
            false},
     Report{ErrorKind::UnsupportedOrder, kFailed, kFailed, "", true},
-    Report{ErrorKind::RowGone, provider::kRowChanged, provider::kRowChanged,
-           "Row cannot be located for updating. Some values may have been changed since it was "
-           "last read.",
+    Report{ErrorKind::RowGone, provider::kRowChanged, provider::kRowChanged, kRowChangedText,
            false},
-    Report{ErrorKind::RowChanged, provider::kRowChanged, provider::kRowChanged,
-           "Row cannot be located for updating. Some values may have been changed since it was "
-           "last read.",
+    Report{ErrorKind::RowChanged, provider::kRowChanged, provider::kRowChanged, kRowChangedText,
            false},
     Report{ErrorKind::Misuse, kFailed, kFailed, "", true},
 };
@@ -135,16 +126,14 @@ std::int32_t numberOf(sql::ErrorKind kind) {
 }  // namespace
 
 base::RunTimeError badArgument() {
-    return {
-        3001,
-        "Arguments are of the wrong type, are out of acceptable range, or are in conflict with one "
-        "another."};
+    return {3001,
+            "Arguments are of the wrong type, are out of acceptable range, or are in conflict "
+            "with one another."};
 }
 base::RunTimeError noCurrentRecord() {
-    return {
-        3021,
-        "Either BOF or EOF is True, or the current record has been deleted. Requested operation "
-        "requires a current record."};
+    return {3021,
+            "Either BOF or EOF is True, or the current record has been deleted. Requested "
+            "operation requires a current record."};
 }
 base::RunTimeError notAllowedHere() {
     return {3219, "Operation is not allowed in this context."};
@@ -152,8 +141,7 @@ base::RunTimeError notAllowedHere() {
 base::RunTimeError notUpdatable() {
     return {3251,
             "Current Recordset does not support updating. This may be a limitation of the "
-            "provider, or of "
-            "the selected locktype."};
+            "provider, or of the selected locktype."};
 }
 base::RunTimeError noSuchItem() {
     return {
@@ -172,8 +160,7 @@ base::RunTimeError noSuchProvider() {
 base::RunTimeError connectionUnusable() {
     return {3709,
             "The connection cannot be used to perform this operation. It is either closed or "
-            "invalid in "
-            "this context."};
+            "invalid in this context."};
 }
 base::RunTimeError rowChanged() {
     return {provider::kRowChanged,

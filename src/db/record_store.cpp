@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "db/undo_log.h"
 #include "jet/disk/error.h"
 
 namespace stelvan::db {
@@ -71,8 +70,7 @@ void RecordStore::change(Bookmark bookmark, std::size_t field, jet::Value value)
     value = writer().converted(field, std::move(value));
     if (!pending_) {
         const Row* row = stored(bookmark);
-        if (row == nullptr)
-            throw jet::Error(jet::ErrorKind::RowGone, "The record was deleted meanwhile.");
+        if (row == nullptr) throw jet::Error::of(jet::ErrorKind::RowGone, "the record");
         pending_ = Pending{bookmark, false, *row, {}};
     }
     pending_->values[field] = std::move(value);
@@ -81,12 +79,13 @@ void RecordStore::change(Bookmark bookmark, std::size_t field, jet::Value value)
 
 void RecordStore::write() {
     if (!pending_) return;
-    undoLater(pending_->bookmark);
+    std::function<void()> undo = undoTo(pending_->bookmark);
     if (pending_->adding) {
         writeNew();
     } else {
         writeChanges();
     }
+    writer().onRollback(std::move(undo));
     pending_.reset();
 }
 
@@ -132,16 +131,15 @@ void RecordStore::erase(Bookmark bookmark) {
         if (error.kind() == jet::ErrorKind::RowGone) remove(bookmark);
         throw;
     }
-    undoLater(bookmark);
+    writer().onRollback(undoTo(bookmark));
     if (pending(bookmark)) pending_.reset();
     remove(bookmark);
 }
 
-void RecordStore::undoLater(Bookmark bookmark) {
+std::function<void()> RecordStore::undoTo(Bookmark bookmark) {
     const Entry& entry = entryOf(bookmark);
     auto values = entry.values ? std::make_shared<Row>(*entry.values) : nullptr;
-    UndoLog::add(writer().file(), [store = weak_from_this(), bookmark, place = entry.place, values,
-                                   pending = pending_] {
+    return [store = weak_from_this(), bookmark, place = entry.place, values, pending = pending_] {
         const std::shared_ptr<RecordStore> self = store.lock();
         if (self == nullptr) return;
         const std::size_t position = self->positionOf(bookmark);
@@ -154,7 +152,7 @@ void RecordStore::undoLater(Bookmark bookmark) {
         restored.place = place;
         restored.values = values ? std::make_unique<Row>(*values) : nullptr;
         self->pending_ = pending;
-    });
+    };
 }
 
 void RecordStore::refresh() {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -78,8 +79,8 @@ private:
     void writeNew();
     void writeChanges();
     void remove(Bookmark bookmark);
-    /// A failed unit of work makes the record pending again.
-    void undoLater(Bookmark bookmark);
+    /// Makes the record what it is now, pending changes included.
+    [[nodiscard]] std::function<void()> undoTo(Bookmark bookmark);
 
     std::unique_ptr<RowSource> source_;
     // Side by side: bookmarks are searched and walked far more often than entries are opened.

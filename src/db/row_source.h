@@ -4,7 +4,7 @@
 #pragma once
 
 #include <cstddef>
-#include <filesystem>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -26,8 +26,6 @@ class RowWriter {
 public:
     virtual ~RowWriter() = default;
 
-    /// The file that is written to.
-    [[nodiscard]] virtual std::filesystem::path file() const = 0;
     /// The value as the field will hold it. Throws for what it cannot take.
     [[nodiscard]] virtual jet::Value converted(std::size_t field, jet::Value value) = 0;
     /// A row of default values.
@@ -38,6 +36,9 @@ public:
                         const std::vector<FieldChange>& changes) = 0;
     /// The same; `asRead` is missing for a row that was never looked at.
     virtual void erase(jet::RowId place, const std::optional<Row>& asRead) = 0;
+    /// After a change: what to take back in memory if the unit of work that it was part of does not
+    /// reach the file. Forgotten where the change was a unit of its own.
+    virtual void onRollback(std::function<void()> undo) = 0;
 };
 
 class RowSource {

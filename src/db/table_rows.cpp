@@ -23,10 +23,8 @@ void TableRows::reopen() {
     const auto same = [](const jet::ColumnInfo& a, const jet::ColumnInfo& b) {
         return a.name == b.name && a.number == b.number && a.type == b.type;
     };
-    if (!std::equal(now.begin(), now.end(), info_.columns.begin(), info_.columns.end(), same)) {
-        throw jet::Error(jet::ErrorKind::RowChanged,
-                         "The columns of " + info_.name + " are not as they were.");
-    }
+    if (!std::equal(now.begin(), now.end(), info_.columns.begin(), info_.columns.end(), same))
+        throw jet::Error::of(jet::ErrorKind::RowChanged, info_.name);
     database_ = std::move(fresh);
     table_ = &found;
 }
@@ -90,13 +88,8 @@ jet::RowId TableRows::insert(const Row& row) {
 
 void TableRows::requireUnchanged(jet::RowId place, const std::optional<Row>& asRead) {
     const std::optional<Row> now = readOne(place);
-    if (!now)
-        throw jet::Error(jet::ErrorKind::RowGone, "The record was deleted meanwhile.")
-            .about(info_.name);
-    if (asRead && *asRead != *now) {
-        throw jet::Error(jet::ErrorKind::RowChanged, "The record was changed meanwhile.")
-            .about(info_.name);
-    }
+    if (!now) throw jet::Error::of(jet::ErrorKind::RowGone, info_.name);
+    if (asRead && *asRead != *now) throw jet::Error::of(jet::ErrorKind::RowChanged, info_.name);
 }
 
 void TableRows::update(jet::RowId place, const Row& asRead,

@@ -22,15 +22,15 @@ public:
     [[nodiscard]] std::vector<jet::RowId> stillThere(std::vector<jet::RowId> places) override;
     [[nodiscard]] RowWriter* writer() override { return this; }
 
-    [[nodiscard]] std::filesystem::path file() const override {
-        return database_->database().path();
-    }
     [[nodiscard]] jet::Value converted(std::size_t field, jet::Value value) override;
     [[nodiscard]] Row newRow() override;
     jet::RowId insert(const Row& row) override;
     void update(jet::RowId place, const Row& asRead,
                 const std::vector<FieldChange>& changes) override;
     void erase(jet::RowId place, const std::optional<Row>& asRead) override;
+    void onRollback(std::function<void()> undo) override {
+        database_->database().onRollback(std::move(undo));
+    }
 
 private:
     /// Opens the file anew. Throws when the table no longer has the columns it was read with.

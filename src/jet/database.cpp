@@ -21,6 +21,17 @@ DateTime Database::Impl::now() const {
     return {base::serialDate(std::chrono::seconds{seconds + local.tm_gmtoff})};
 }
 
+namespace {
+
+std::shared_ptr<SharedDatabase> writable(Database& database) {
+    requireWritable(database.access(), *database.impl().file);
+    return database.impl().file;
+}
+
+}  // namespace
+
+UnitOfWork::UnitOfWork(Database& database) : UnitOfWork(writable(database)) {}
+
 Database::Database(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
 Database::Database(Database&&) noexcept = default;
 Database& Database::operator=(Database&&) noexcept = default;
@@ -80,7 +91,7 @@ bool Database::hasTable(std::string_view name) {
 Table& Database::table(std::string_view name) {
     const ReadScope scope(impl_->file->sharedPages());
     const CatalogEntry* entry = impl_->file->catalog().findTable(name);
-    if (entry == nullptr) throwNoSuchTable(std::string(name));
+    if (entry == nullptr) throw Error::of(ErrorKind::NoSuchTable, std::string(name));
     auto& table = impl_->tables[foldName(name)];
     if (table == nullptr)
         table = std::make_unique<StoredTable>(impl_->file, impl_->access, entry->name);
@@ -91,6 +102,10 @@ Table& Database::table(std::string_view name) {
 std::vector<RelationshipInfo> Database::relationships() {
     const ReadScope scope(impl_->file->sharedPages());
     return impl_->file->catalog().relationships();
+}
+
+void Database::onRollback(std::function<void()> undo) {
+    impl_->file->pages().onRollback(std::move(undo));
 }
 
 void Database::createTable(const TableSpec& spec) {

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -17,25 +18,9 @@
 #include "jet/rows/column_facts.h"
 #include "jet/tables/table.h"
 #include "jet/tables/table_spec.h"
+#include "jet/tables/unit_of_work.h"
 
 namespace stelvan::jet {
-
-class Database;
-
-/// A unit of work over all handles on the file; nests and rolls back as WriteScope does. Enforced
-/// relationships are judged at the outermost commit.
-class UnitOfWork {
-public:
-    explicit UnitOfWork(Database& database);
-    ~UnitOfWork();
-    UnitOfWork(const UnitOfWork&) = delete;
-    UnitOfWork& operator=(const UnitOfWork&) = delete;
-    void commit();
-
-private:
-    struct State;
-    std::unique_ptr<State> state_;
-};
 
 class Database {
 public:
@@ -74,6 +59,10 @@ public:
 
     /// Keeps the file unchanged for the reader while it lives.
     [[nodiscard]] std::unique_ptr<ReadScope> beginRead();
+
+    /// Keeps what is to be taken back in memory when the open unit of work does not reach the file
+    /// (the last first, and none may throw); forgets it where no unit is open.
+    void onRollback(std::function<void()> undo);
 
     struct Impl;
     [[nodiscard]] Impl& impl() { return *impl_; }

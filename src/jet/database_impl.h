@@ -9,7 +9,6 @@
 #include "jet/database.h"
 #include "jet/tables/shared_database.h"
 #include "jet/tables/stored_table.h"
-#include "jet/tables/unit_scope.h"
 
 namespace stelvan::jet {
 
@@ -24,7 +23,7 @@ struct Database::Impl {
     template <typename Change>
     void change(Change&& apply) {
         requireWritable(access, *file);
-        runInUnit(*file, [&] { apply(*file); });
+        runInUnit(file, [&] { apply(*file); });
     }
 };
 

@@ -63,6 +63,19 @@ public:
         return WIFEXITED(status) && WEXITSTATUS(status) == 0;
     }
 
+    /// Waits until the child, or another, has counted `number` up to `goal`, however long that
+    /// takes; false where this child ended before.
+    [[nodiscard]] bool runsUntil(const SharedNumber& number, std::uint64_t goal) const {
+        while (*number < goal) {
+            siginfo_t ended{};
+            const bool asked =
+                ::waitid(P_PID, static_cast<id_t>(id_), &ended, WEXITED | WNOHANG | WNOWAIT) == 0;
+            if (!asked || ended.si_pid == id_) return *number >= goal;
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
+        }
+        return true;
+    }
+
 private:
     pid_t id_;
 };

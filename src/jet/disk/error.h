@@ -1,8 +1,8 @@
 // The one exception type of the file engine.
 //
-// A kind says what went wrong; db/ turns it into the provider's number and text. `page` names the
-// page at fault where there is one; `what()` is a full sentence that says what, where and what to
-// do.
+// A kind says what went wrong, the subject what it is about (file, table, column); a detail is
+// added only where the engine knows more: which page, and why. db/ owns the sentences that users
+// read and makes them of kind and subject; what() is for those who use the engine without it.
 #pragma once
 
 #include <cstdint>
@@ -48,14 +48,17 @@ enum class ErrorKind {
 
 class Error : public std::runtime_error {
 public:
-    Error(ErrorKind kind, const std::string& text, std::optional<std::uint32_t> page = std::nullopt)
-        : std::runtime_error(text), kind_(kind), page_(page) {}
+    Error(ErrorKind kind, const std::string& detail,
+          std::optional<std::uint32_t> page = std::nullopt)
+        : std::runtime_error(detail), kind_(kind), page_(page) {}
+
+    /// For kinds that say all there is to say, see kLabels in error.cpp.
+    [[nodiscard]] static Error of(ErrorKind kind, const std::string& subject);
 
     [[nodiscard]] ErrorKind kind() const { return kind_; }
     [[nodiscard]] std::optional<std::uint32_t> page() const { return page_; }
 
-    /// The name that the text is about (table, column, file), for callers that compose their own
-    /// text.
+    /// The name of what it is about (table, column, file).
     [[nodiscard]] const std::string& subject() const { return subject_; }
     Error& about(std::string subject) {
         subject_ = std::move(subject);

@@ -47,7 +47,7 @@ public:
     }
     void release() override {}
     [[nodiscard]] WritablePageBytes edit(PageNumber page) override {
-        if (writers_ == 0) throw Error(ErrorKind::Misuse, "no unit of work");
+        if (!inUnit()) throw Error(ErrorKind::Misuse, "no unit of work");
         auto& bytes = at(page);
         before_.try_emplace(page, bytes);
         return bytes;
@@ -61,21 +61,17 @@ public:
 protected:
     void beginRead() override {}
     void endRead() override {}
-    void beginWrite() override {
-        if (writers_++ == 0) countBefore_ = bytes_.size();
-    }
-    void commitWrite() override {
-        --writers_;
-        if (doomed_) {
-            if (writers_ == 0) undo();
-            throw Error(ErrorKind::Misuse, "an inner unit of work was given up");
+    void beginUnit() override { countBefore_ = bytes_.size(); }
+    void writeUnit() override { before_.clear(); }
+    void undoUnit() noexcept override {
+        for (const auto& [page, bytes] : before_) {
+            if (page < countBefore_) bytes_[page] = bytes;
         }
-        if (writers_ == 0) before_.clear();
+        while (bytes_.size() > countBefore_) bytes_.pop_back();
+        before_.clear();
+        ++version_;
     }
-    void rollBackWrite() override {
-        doomed_ = true;
-        if (--writers_ == 0) undo();
-    }
+    void endUnit() noexcept override {}
 
 private:
     using Page = std::array<std::uint8_t, kPageSize>;
@@ -86,15 +82,6 @@ private:
         }
         return bytes_[page];
     }
-    void undo() {
-        for (const auto& [page, bytes] : before_) {
-            if (page < countBefore_) bytes_[page] = bytes;
-        }
-        while (bytes_.size() > countBefore_) bytes_.pop_back();
-        before_.clear();
-        doomed_ = false;
-        ++version_;
-    }
 
     std::filesystem::path path_ = "memory.mdb";
     std::deque<Page> bytes_;  // addresses survive appending
@@ -102,8 +89,6 @@ private:
     std::size_t countBefore_ = 0;
     std::uint64_t size_ = 0;
     std::uint64_t version_ = 1;
-    int writers_ = 0;
-    bool doomed_ = false;
 };
 
 }  // namespace stelvan::jet

@@ -58,7 +58,7 @@ FileStatus requireFile(const fs::path& path, FileSystem& files) {
     if (!status.has_value()) {
         const auto folder = files.status(folderOf(path));
         if (folder.has_value() && folder->folder)
-            throw Error(ErrorKind::FileNotFound, name + " does not exist.").about(path.string());
+            throw Error::of(ErrorKind::FileNotFound, path.string());
         throw Error(ErrorKind::BadPath, name + " cannot be found: its folder does not exist.")
             .about(path.string());
     }
@@ -113,6 +113,47 @@ void PageFile::create(const fs::path& path, std::span<const std::uint8_t> pages)
         throw fault;
     }
     files.syncFolder(folderOf(path));
+}
+
+void PageFile::onRollback(std::function<void()> undo) {
+    if (inUnit()) undo_.push_back(std::move(undo));
+}
+
+void PageFile::beginWrite() {
+    if (writers_ == 0) beginUnit();
+    ++writers_;
+}
+
+void PageFile::commitWrite() {
+    if (writers_ > 1) {
+        --writers_;
+        return;
+    }
+    try {
+        if (doomed_)
+            throw Error(ErrorKind::Misuse,
+                        "A part of the unit of work was rolled back, so all of it was.");
+        writeUnit();
+    } catch (...) {
+        rollBackWrite();
+        throw;
+    }
+    undo_.clear();
+    --writers_;
+    endUnit();
+}
+
+void PageFile::rollBackWrite() noexcept {
+    if (--writers_ > 0) {
+        doomed_ = true;
+        return;
+    }
+    undoUnit();
+    doomed_ = false;
+    const std::vector<std::function<void()>> undo = std::move(undo_);
+    undo_.clear();
+    endUnit();
+    for (auto step = undo.rbegin(); step != undo.rend(); ++step) (*step)();
 }
 
 }  // namespace stelvan::jet

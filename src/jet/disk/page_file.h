@@ -2,24 +2,29 @@
 // around both.
 //
 // One PageFile serves every handle that this process has on one file (same device and inode), so
-// that a unit of work is seen by all of them and by nobody else until it commits. Invariants:
-//   1. A page is read only inside a ReadScope or a WriteScope; inside one scope the file does not
-//   change
-//      under the reader (shared lock), and what was cached before is dropped when the file has
-//      changed.
-//   2. A page is changed only inside a WriteScope, on a copy in memory; the file is touched by
-//   commit alone.
+// that a unit of work is seen by all of them and by nobody else until it commits.
+//
+// Invariants:
+//   1. A page is read only inside a ReadScope or a WriteScope. Inside a scope the file does not
+//      change under the reader (shared lock); what was cached before is dropped when it has.
+//   2. A page is changed only inside a WriteScope, on a copy in memory; commit alone touches the
+//      file.
 //   3. Commit writes all changed pages or none, whatever interrupts it: the old pages stand in a
-//   rollback
 //      journal beside the file until the new ones are synced (journal.h).
 //   4. A journal found at the start of any scope is rolled back first.
+//   5. Write scopes nest. The outermost one is the unit of work: it alone writes, and once an inner
+//      one has ended without commit it can only be undone.
+//   6. When a unit does not reach the file, its pages are as before first; then what was kept by
+//      onRollback() runs, the last first.
 // Nothing here knows rows or tables; which page is free is the business of the global usage map.
 #pragma once
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "jet/disk/page.h"
 
@@ -76,15 +81,35 @@ public:
     /// long as it stays the same.
     [[nodiscard]] virtual std::uint64_t version() const = 0;
 
+    /// Is a unit of work open?
+    [[nodiscard]] bool inUnit() const { return writers_ > 0; }
+
+    /// Keeps what is to be taken back in memory when the open unit of work does not reach the file;
+    /// forgets it where none is open. `undo` must not throw, and may be run while scopes end.
+    void onRollback(std::function<void()> undo);
+
 protected:
     PageFile() = default;
     friend class ReadScope;
     friend class WriteScope;
     virtual void beginRead() = 0;
     virtual void endRead() = 0;
-    virtual void beginWrite() = 0;
-    virtual void commitWrite() = 0;
-    virtual void rollBackWrite() = 0;
+
+    /// A unit of work, for those who store pages: begun, then written or undone, then ended. A unit
+    /// that could not be written is undone.
+    virtual void beginUnit() = 0;
+    virtual void writeUnit() = 0;
+    virtual void undoUnit() noexcept = 0;
+    virtual void endUnit() noexcept = 0;
+
+private:
+    void beginWrite();
+    void commitWrite();
+    void rollBackWrite() noexcept;
+
+    int writers_ = 0;      // open write scopes, each in the one before
+    bool doomed_ = false;  // an inner one ended without commit
+    std::vector<std::function<void()>> undo_;
 };
 
 /// Holds the shared lock while it lives; nests.

@@ -51,9 +51,9 @@ ErrorKind kindOf(int number) {
 }
 
 [[noreturn]] void fail(const fs::path& path, const std::string& what, int number = errno) {
-    Error error(kindOf(number), "'" + path.string() + "' could not be " + what + ": " +
-                                    std::system_category().message(number) + ".");
-    throw error.about(path.string());
+    throw Error(kindOf(number), "'" + path.string() + "' could not be " + what + ": " +
+                                    std::system_category().message(number) + ".")
+        .about(path.string());
 }
 
 constexpr std::int64_t nanoseconds(const timespec& time) {

@@ -47,7 +47,7 @@ void StoredPages::want(Access access) {
 }
 
 PageCache::Frame& StoredPages::load(PageNumber page) {
-    if (readers_ + writers_ == 0)
+    if (readers_ == 0 && !inUnit())
         throw Error(ErrorKind::Misuse,
                     "A page of '" + path_.string() + "' was read outside of a scope.");
     if (unsettled_)
@@ -86,7 +86,7 @@ void StoredPages::throwBeyondEnd(PageNumber page) const {
 }
 
 WritablePageBytes StoredPages::edit(PageNumber page) {
-    if (writers_ == 0)
+    if (!inUnit())
         throw Error(ErrorKind::Misuse,
                     "A page of '" + path_.string() + "' was changed outside of a unit.");
     PageCache::Frame& frame = frameOf(page);
@@ -95,7 +95,7 @@ WritablePageBytes StoredPages::edit(PageNumber page) {
 }
 
 PageNumber StoredPages::append() {
-    if (writers_ == 0)
+    if (!inUnit())
         throw Error(ErrorKind::Misuse,
                     "A page was added to '" + path_.string() + "' outside of a unit.");
     if (pages_ >= kMaxPages)
@@ -106,31 +106,27 @@ PageNumber StoredPages::append() {
 }
 
 void StoredPages::beginRead() {
-    if (readers_ + writers_ == 0) enter(false);
+    if (readers_ == 0 && !inUnit()) enter(false);
     ++readers_;
 }
 
 void StoredPages::endRead() {
-    if (--readers_ + writers_ == 0) leave();
+    if (--readers_ == 0 && !inUnit()) leave();
 }
 
-void StoredPages::beginWrite() {
-    if (writers_ == 0) {
-        requireWritable();
-        const bool reading = readers_ > 0;
-        locks_->reserve(reading);
-        try {
-            UserEntry::requireNobody(files_, path_);
-            if (!reading) enter(true);
-            requireWhole();
-        } catch (...) {
-            locks_->unreserve();
-            if (!reading) leave();
-            throw;
-        }
-        doomed_ = false;
+void StoredPages::beginUnit() {
+    requireWritable();
+    const bool reading = readers_ > 0;
+    locks_->reserve(reading);
+    try {
+        UserEntry::requireNobody(files_, path_);
+        if (!reading) enter(true);
+        requireWhole();
+    } catch (...) {
+        locks_->unreserve();
+        if (!reading) leave();
+        throw;
     }
-    ++writers_;
 }
 
 void StoredPages::requireWritable() {
@@ -150,37 +146,7 @@ void StoredPages::requireWhole() const {
                 pages_);
 }
 
-void StoredPages::commitWrite() {
-    if (writers_ > 1) {
-        --writers_;
-        return;
-    }
-    if (doomed_) {
-        rollBackWrite();
-        throw Error(ErrorKind::Misuse,
-                    "A part of the unit of work was rolled back, so all of it was.");
-    }
-    try {
-        writeChanges();
-    } catch (...) {
-        rollBackWrite();
-        throw;
-    }
-    cache_.acceptChanges();
-    endUnit();
-}
-
-void StoredPages::rollBackWrite() {
-    if (writers_ > 1) {
-        doomed_ = true;
-        --writers_;
-        return;
-    }
-    undo();
-    endUnit();
-}
-
-void StoredPages::undo() noexcept {
+void StoredPages::undoUnit() noexcept {
     if (!cache_.anyChanges()) return;
     cache_.undoChanges();
     pages_ = static_cast<PageNumber>(size_ / kPageSize);
@@ -188,9 +154,13 @@ void StoredPages::undo() noexcept {
 }
 
 void StoredPages::endUnit() noexcept {
-    --writers_;
     locks_->unreserve();
     if (readers_ == 0) leave();
+}
+
+void StoredPages::writeUnit() {
+    writeChanges();
+    cache_.acceptChanges();
 }
 
 void StoredPages::writeChanges() {

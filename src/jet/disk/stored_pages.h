@@ -45,9 +45,10 @@ public:
 protected:
     void beginRead() override;
     void endRead() override;
-    void beginWrite() override;
-    void commitWrite() override;
-    void rollBackWrite() override;
+    void beginUnit() override;
+    void writeUnit() override;
+    void undoUnit() noexcept override;
+    void endUnit() noexcept override;
 
 private:
     /// What tells whether the file is as it was when last seen.
@@ -80,8 +81,6 @@ private:
     void requireWritable();
     void requireWhole() const;
     void writeChanges();
-    void undo() noexcept;
-    void endUnit() noexcept;
 
     FileSystem& files_;
     std::filesystem::path path_;
@@ -91,10 +90,8 @@ private:
     PageCache cache_;
     bool wanted_ = false;     // some handle asked for write access
     bool writable_ = false;   // the file is open for writing
-    bool doomed_ = false;     // an inner scope of the unit ended without commit
     bool unsettled_ = false;  // a failed commit could not put the old pages back
     int readers_ = 0;         // open read scopes
-    int writers_ = 0;         // open write scopes, each in the one before
     Stamp stamp_;
     std::uint64_t size_ = 0;
     PageNumber pages_ = 0;

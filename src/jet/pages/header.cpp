@@ -47,8 +47,7 @@ constexpr std::uint32_t kJet3 = 0;
 constexpr std::uint32_t kJet4 = 1;
 
 [[noreturn]] void refuse(const PageFile& file, ErrorKind kind, const std::string& why) {
-    Error error(kind, "'" + file.path().string() + "' " + why);
-    throw error.about(file.path().string());
+    throw Error(kind, "'" + file.path().string() + "' " + why).about(file.path().string());
 }
 
 void requireSignature(const PageFile& file, Bytes page) {

@@ -52,9 +52,9 @@ void RowDraft::clear() {
 void RowDraft::give(std::span<const ColumnValue> values) {
     for (const auto& [column, value] : values) {
         if (column >= values_.size()) {
-            Error error(ErrorKind::NoSuchColumn,
-                        "The table '" + table_->info.name + "' has no such column.");
-            throw error.about(table_->info.name);
+            throw Error(ErrorKind::NoSuchColumn,
+                        "The table '" + table_->info.name + "' has no such column.")
+                .about(table_->info.name);
         }
         give(column, value);
     }
@@ -71,8 +71,8 @@ void RowDraft::give(std::size_t column, const Value& value) {
     }
     const auto* text = std::get_if<std::string_view>(&values_[column]);
     if (text != nullptr && text->starts_with(kCompressionMark)) {
-        Error error(ErrorKind::TypeMismatch, "A text that begins with U+FEFF cannot be stored.");
-        throw error.about(info.name);
+        throw Error(ErrorKind::TypeMismatch, "A text that begins with U+FEFF cannot be stored.")
+            .about(info.name);
     }
 }
 
@@ -91,15 +91,11 @@ void RowDraft::checkProperties(bool newRow) const {
         if (!newRow && !given_[i]) continue;
         const ColumnInfo& column = table_->info.columns[i];
         if (column.required && column.type != ColumnType::Boolean && isNull(values_[i])) {
-            Error error(ErrorKind::NullInRequired,
-                        "The field '" + fieldName(i) + "' needs a value.");
-            throw error.about(fieldName(i));
+            throw Error::of(ErrorKind::NullInRequired, fieldName(i));
         }
         const auto* text = std::get_if<std::string_view>(&values_[i]);
         if (text != nullptr && text->empty() && !column.allowZeroLength) {
-            Error error(ErrorKind::ZeroLength,
-                        "The field '" + fieldName(i) + "' cannot be an empty text.");
-            throw error.about(fieldName(i));
+            throw Error::of(ErrorKind::ZeroLength, fieldName(i));
         }
     }
 }
@@ -163,10 +159,10 @@ void RowDraft::makeRoom() {
     }
     const std::size_t size = rowSize(*table_, stored_);
     if (size <= row::kMaxSize) return;
-    Error error(ErrorKind::RowTooLarge, "A row of '" + table_->info.name + "' would take " +
+    throw Error(ErrorKind::RowTooLarge, "A row of '" + table_->info.name + "' would take " +
                                             std::to_string(size) + " bytes; " +
-                                            std::to_string(row::kMaxSize) + " are the most.");
-    throw error.about(table_->info.name);
+                                            std::to_string(row::kMaxSize) + " are the most.")
+        .about(table_->info.name);
 }
 
 void RowDraft::storeLongValues(std::vector<std::optional<LongValueStore>>& stores) {

@@ -17,8 +17,6 @@
 #include "jet/rows/row_layout.h"
 #include "jet/tables/definition_writer.h"
 #include "jet/tables/shared_database.h"
-#include "jet/tables/table_writer.h"
-#include "jet/tables/unit_scope.h"
 
 namespace stelvan::jet {
 
@@ -286,7 +284,7 @@ void addObjects(SharedDatabase& file, DateTime created) {
                                                  {5, created},
                                                  {6, object.owner},
                                                  {7, static_cast<std::int32_t>(kSystemObject)}};
-        file.writer(table).insert(values);
+        file.writer().insert(table, values);
     }
 }
 
@@ -319,7 +317,7 @@ void addAccessEntries(SharedDatabase& file) {
     for (const FirstEntry& entry : entries) {
         const std::vector<ColumnValue> values = {
             {0, entry.object}, {1, entry.who}, {2, entry.rights}, {3, entry.inheritable}};
-        file.writer(table).insert(values);
+        file.writer().insert(table, values);
     }
 }
 
@@ -327,13 +325,13 @@ void addAccessEntries(SharedDatabase& file) {
 
 std::vector<std::uint8_t> makeEmptyDatabase(DateTime created) {
     const auto pages = std::make_shared<MemoryPages>(kPagesBeforeRows);
-    SharedDatabase file(pages);
-    UnitScope unit(file);
+    const auto file = std::make_shared<SharedDatabase>(pages);
+    UnitOfWork unit(file);
     writeHeader(pages->edit(0));
     writeGlobalMaps(pages->edit(kGlobalMapPage));
     writeSystemTables(*pages);
-    addObjects(file, created);
-    addAccessEntries(file);
+    addObjects(*file, created);
+    addAccessEntries(*file);
     unit.commit();
     return pages->file();
 }

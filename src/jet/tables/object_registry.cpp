@@ -7,7 +7,6 @@
 #include "jet/rows/row_reader.h"
 #include "jet/rows/text.h"
 #include "jet/tables/table_scan.h"
-#include "jet/tables/table_writer.h"
 
 namespace stelvan::jet {
 
@@ -113,7 +112,7 @@ void ObjectRegistry::addObject(std::int32_t id, std::int32_t parent, const std::
                                        {column("Owner"), ids_.admin},
                                        {column("Flags"), std::int32_t{0}}};
     if (!properties.empty()) values.emplace_back(column("LvProp"), properties);
-    file_->writer(objects).insert(values);
+    file_->writer().insert(objects, values);
 }
 
 void ObjectRegistry::addEntry(std::int32_t object, const Blob& who, std::int32_t rights) {
@@ -122,13 +121,13 @@ void ObjectRegistry::addEntry(std::int32_t object, const Blob& who, std::int32_t
                                              {systemColumn(*entries, "SID"), who},
                                              {systemColumn(*entries, "ACM"), rights},
                                              {systemColumn(*entries, "FInheritable"), false}};
-    file_->writer(entries).insert(values);
+    file_->writer().insert(entries, values);
 }
 
 void ObjectRegistry::remove(const CatalogEntry& entry) {
     const std::int32_t id = entry.id;
     const RowId row = entry.row;
-    file_->writer(file_->catalog().definitionAt(kObjectsPage)).erase(row);
+    file_->writer().erase(file_->catalog().definitionAt(kObjectsPage), row);
     removeEntries(id);
     file_->catalog().forget();
 }
@@ -143,7 +142,7 @@ void ObjectRegistry::removeEntries(std::int32_t object) {
         reader.set(scan.row().bytes, scan.row().target.page);
         if (isObject(reader.value(column), object)) rows.push_back(scan.id());
     }
-    for (const RowId row : rows) file_->writer(entries).erase(row);
+    for (const RowId row : rows) file_->writer().erase(entries, row);
 }
 
 }  // namespace stelvan::jet

@@ -15,8 +15,6 @@
 #include "jet/tables/table_layout.h"
 #include "jet/tables/table_scan.h"
 #include "jet/tables/table_spec.h"
-#include "jet/tables/table_writer.h"
-#include "jet/tables/unit_scope.h"
 
 namespace stelvan::jet {
 
@@ -33,14 +31,14 @@ struct Side {
 Side findSide(SharedDatabase& file, const std::string& name,
               const std::vector<std::string>& columns) {
     const CatalogEntry* entry = file.catalog().findTable(name);
-    if (entry == nullptr) throwNoSuchTable(name);
+    if (entry == nullptr) throw Error::of(ErrorKind::NoSuchTable, name);
     Side side{file.catalog().definition(*entry), {}};
     for (const std::string& column : columns) {
         const auto position = side.table->info.findColumn(column);
         if (!position) {
-            Error error(ErrorKind::NoSuchColumn,
-                        "The table '" + name + "' has no column '" + column + "'.");
-            throw error.about(column);
+            throw Error(ErrorKind::NoSuchColumn,
+                        "The table '" + name + "' has no column '" + column + "'.")
+                .about(column);
         }
         side.columns.push_back(*position);
     }
@@ -56,10 +54,10 @@ void checkPairs(const RelationshipInfo& relationship, const Side& parent, const 
         const ColumnInfo& left = parent.table->info.columns[parent.columns[i]];
         const ColumnInfo& right = child.table->info.columns[child.columns[i]];
         if (left.type == right.type) continue;
-        Error error(ErrorKind::TypeMismatch, "The columns '" + left.name + "' and '" + right.name +
+        throw Error(ErrorKind::TypeMismatch, "The columns '" + left.name + "' and '" + right.name +
                                                  "' are not of one type, as the relationship '" +
-                                                 relationship.name + "' needs them.");
-        throw error.about(right.name);
+                                                 relationship.name + "' needs them.")
+            .about(right.name);
     }
 }
 
@@ -112,19 +110,19 @@ public:
     void check() {
         const auto tree = treeOver(*parent_.table, parent_.columns, true);
         if (!tree) {
-            Error error(ErrorKind::NoSuchIndex,
+            throw Error(ErrorKind::NoSuchIndex,
                         "The table '" + parent_.table->info.name +
                             "' has no unique index over the columns of the relationship '" +
-                            relationship_.name + "'.");
-            throw error.about(parent_.table->info.name);
+                            relationship_.name + "'.")
+                .about(parent_.table->info.name);
         }
         parentTree_ = *tree;
         childTree_ = treeOver(*child_.table, child_.columns, false);
         for (const Side* side : {&parent_, &child_}) {
             if (side->table->logical.size() >= definition::kMaxIndexes) {
-                Error error(ErrorKind::Misuse,
-                            "The table '" + side->table->info.name + "' has 32 indexes already.");
-                throw error.about(side->table->info.name);
+                throw Error(ErrorKind::Misuse,
+                            "The table '" + side->table->info.name + "' has 32 indexes already.")
+                    .about(side->table->info.name);
             }
         }
         collectChildKeys();
@@ -195,10 +193,10 @@ private:
 
     [[noreturn]] void throwMissingParent() const {
         const std::string& name = parent_.table->info.name;
-        Error error(ErrorKind::MissingParent, "The table '" + child_.table->info.name +
+        throw Error(ErrorKind::MissingParent, "The table '" + child_.table->info.name +
                                                   "' has rows without a related record in table '" +
-                                                  name + "'.");
-        throw error.about(name);
+                                                  name + "'.")
+            .about(name);
     }
 
     std::uint32_t addTree(DefinitionParts& parts) {
@@ -247,7 +245,7 @@ void addRelationshipRows(SharedDatabase& file, const RelationshipInfo& relations
             {column("szColumn"), child.table->info.columns[child.columns[i]].name},
             {column("szReferencedObject"), parent.table->info.name},
             {column("szReferencedColumn"), parent.table->info.columns[parent.columns[i]].name}};
-        file.writer(table).insert(values);
+        file.writer().insert(table, values);
     }
 }
 
@@ -260,15 +258,15 @@ void createRelationship(SharedDatabase& file, const RelationshipInfo& relationsh
     checkPairs(relationship, parent, child);
     for (const RelationshipInfo& other : file.catalog().relationships()) {
         if (!sameName(other.name, relationship.name)) continue;
-        Error error(ErrorKind::TableExists,
-                    "A relationship '" + relationship.name + "' already exists.");
-        throw error.about(relationship.name);
+        throw Error(ErrorKind::TableExists,
+                    "A relationship '" + relationship.name + "' already exists.")
+            .about(relationship.name);
     }
     Enforcement enforcement(file, relationship, parent, child);
     if (relationship.enforced) enforcement.check();
     ObjectRegistry objects(file, now);
 
-    UnitScope step(file);
+    WriteScope step(file.sharedPages());
     if (relationship.enforced) enforcement.apply();
     addRelationshipRows(file, relationship, parent, child);
     objects.addRelationship(relationship.name);

@@ -3,25 +3,7 @@
 #include <map>
 #include <mutex>
 
-#include "jet/tables/table_writer.h"
-
 namespace stelvan::jet {
-
-SharedDatabase::SharedDatabase(std::shared_ptr<PageFile> pages)
-    : pages_(std::move(pages)), catalog_(*pages_), rules_(*this) {}
-
-SharedDatabase::~SharedDatabase() = default;
-
-TableWriter& SharedDatabase::writer(const std::shared_ptr<const TableDef>& table) {
-    const std::uint64_t generation = catalog().generation();
-    if (writersGeneration_ != generation) {
-        writers_.clear();
-        writersGeneration_ = generation;
-    }
-    auto& writer = writers_[table->page];
-    if (writer == nullptr) writer = std::make_unique<TableWriter>(*this, table);
-    return *writer;
-}
 
 std::shared_ptr<SharedDatabase> SharedDatabase::of(const std::shared_ptr<PageFile>& pages) {
     // Files may belong to different threads; the register of files belongs to all of them.
@@ -41,8 +23,7 @@ std::shared_ptr<SharedDatabase> SharedDatabase::of(const std::shared_ptr<PageFil
 void requireWritable(Access access, SharedDatabase& file) {
     if (access == Access::ReadWrite) return;
     const std::string path = file.pages().path().string();
-    Error error(ErrorKind::ReadOnly, "'" + path + "' was opened for reading only.");
-    throw error.about(path);
+    throw Error(ErrorKind::ReadOnly, "'" + path + "' was opened for reading only.").about(path);
 }
 
 }  // namespace stelvan::jet

@@ -1,24 +1,25 @@
-// What all handles of this process on one file share: its pages, its catalogue, the writers of its
-// tables, and the open unit of work.
+// What all handles of this process on one file share: its pages, its catalogue, and what writes to
+// its tables. The parts know one another downwards only: writer, catalogue, pages.
 #pragma once
 
 #include <cstddef>
 #include <memory>
-#include <unordered_map>
+#include <optional>
+#include <type_traits>
+#include <utility>
 
 #include "jet/disk/page.h"
 #include "jet/disk/page_file.h"
 #include "jet/tables/catalog.h"
-#include "jet/tables/relationship_rules.h"
+#include "jet/tables/database_writer.h"
+#include "jet/tables/unit_of_work.h"
 
 namespace stelvan::jet {
 
-class TableWriter;
-
 class SharedDatabase {
 public:
-    explicit SharedDatabase(std::shared_ptr<PageFile> pages);
-    ~SharedDatabase();
+    explicit SharedDatabase(std::shared_ptr<PageFile> pages)
+        : pages_(std::move(pages)), catalog_(*pages_), writer_(*pages_, catalog_) {}
     SharedDatabase(const SharedDatabase&) = delete;
     SharedDatabase& operator=(const SharedDatabase&) = delete;
 
@@ -34,17 +35,8 @@ public:
         return catalog_;
     }
 
-    /// The one writer of a table. Needs a scope.
-    [[nodiscard]] TableWriter& writer(const std::shared_ptr<const TableDef>& table);
-
-    [[nodiscard]] RelationshipRules& rules() { return rules_; }
-
-    /// Units of work, each in the one before (see UnitScope).
-    [[nodiscard]] int unitDepth() const { return units_; }
-    void enterUnit() { ++units_; }
-    void leaveUnit() {
-        if (--units_ == 0) rules_.forget();
-    }
+    /// Changes rows. Needs a unit of work.
+    [[nodiscard]] DatabaseWriter& writer() { return writer_; }
 
     /// Cursors that hold spans of pages: memory is released only by the one that is alone.
     std::size_t cursors = 0;
@@ -52,13 +44,26 @@ public:
 private:
     std::shared_ptr<PageFile> pages_;
     Catalog catalog_;
-    RelationshipRules rules_;
-    std::unordered_map<PageNumber, std::unique_ptr<TableWriter>> writers_;
-    std::uint64_t writersGeneration_ = 0;
-    int units_ = 0;
+    DatabaseWriter writer_;
 };
 
 /// Throws ReadOnly for a handle that was opened for reading.
 void requireWritable(Access access, SharedDatabase& file);
+
+/// Runs a change in the open unit of work, or in one of its own. No scope is opened within a unit:
+/// what `apply` refuses before it changes something must leave the unit as it is.
+template <typename Apply>
+auto runInUnit(const std::shared_ptr<SharedDatabase>& file, Apply&& apply) {
+    std::optional<UnitOfWork> own;
+    if (!file->pages().inUnit()) own.emplace(file);
+    if constexpr (std::is_void_v<decltype(apply())>) {
+        apply();
+        if (own) own->commit();
+    } else {
+        const auto result = apply();
+        if (own) own->commit();
+        return result;
+    }
+}
 
 }  // namespace stelvan::jet

@@ -4,23 +4,14 @@
 #include "jet/rows/conversion.h"
 #include "jet/tables/row_cursors.h"
 #include "jet/tables/table_def.h"
-#include "jet/tables/table_writer.h"
-#include "jet/tables/unit_scope.h"
 
 namespace stelvan::jet {
-
-void throwNoSuchTable(const std::string& name) {
-    Error error(ErrorKind::NoSuchTable,
-                "The Microsoft Jet database engine cannot find the input table or query '" + name +
-                    "'.  Make sure it exists and that its name is spelled correctly.");
-    throw error.about(name);
-}
 
 const std::shared_ptr<const TableDef>& StoredTable::definition() {
     Catalog& catalog = file_->catalog();
     if (generation_ != catalog.generation() || definition_ == nullptr) {
         const CatalogEntry* entry = catalog.findTable(name_);
-        if (entry == nullptr) throwNoSuchTable(name_);
+        if (entry == nullptr) throw Error::of(ErrorKind::NoSuchTable, name_);
         definition_ = catalog.definition(*entry);
         generation_ = catalog.generation();
     }
@@ -51,8 +42,8 @@ std::unique_ptr<Cursor> StoredTable::row(RowId id, ColumnSet wanted) {
 const IndexInfo& StoredTable::indexAt(std::size_t index) {
     const TableInfo& table = definition()->info;
     if (index >= table.indexes.size()) {
-        Error error(ErrorKind::NoSuchIndex, "The table '" + name_ + "' has no such index.");
-        throw error.about(name_);
+        throw Error(ErrorKind::NoSuchIndex, "The table '" + name_ + "' has no such index.")
+            .about(name_);
     }
     return table.indexes[index];
 }
@@ -102,19 +93,20 @@ std::unique_ptr<Cursor> StoredTable::inOrder(std::size_t index, ColumnSet wanted
 template <typename Change>
 auto StoredTable::change(Change&& apply) {
     requireWritable(access_, *file_);
-    return runInUnit(*file_, [&] { return apply(file_->writer(definition())); });
+    return runInUnit(file_, [&] { return apply(file_->writer(), definition()); });
 }
 
 RowId StoredTable::insert(std::span<const ColumnValue> values) {
-    return change([&](TableWriter& writer) { return writer.insert(values); });
+    return change(
+        [&](DatabaseWriter& writer, const auto& table) { return writer.insert(table, values); });
 }
 
 void StoredTable::update(RowId id, std::span<const ColumnValue> values) {
-    change([&](TableWriter& writer) { writer.update(id, values); });
+    change([&](DatabaseWriter& writer, const auto& table) { writer.update(table, id, values); });
 }
 
 void StoredTable::erase(RowId id) {
-    change([&](TableWriter& writer) { writer.erase(id); });
+    change([&](DatabaseWriter& writer, const auto& table) { writer.erase(table, id); });
 }
 
 }  // namespace stelvan::jet

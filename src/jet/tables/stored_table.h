@@ -50,6 +50,4 @@ private:
     TableInfo info_;
 };
 
-[[noreturn]] void throwNoSuchTable(const std::string& name);
-
 }  // namespace stelvan::jet

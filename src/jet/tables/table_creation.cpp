@@ -17,7 +17,6 @@
 #include "jet/tables/table_layout.h"
 #include "jet/tables/table_scan.h"
 #include "jet/tables/table_spec.h"
-#include "jet/tables/unit_scope.h"
 
 namespace stelvan::jet {
 
@@ -56,12 +55,11 @@ void createTable(SharedDatabase& file, const TableSpec& spec, DateTime now) {
     TableDef table = layOut(spec);
     ObjectRegistry objects(file, now);
     if (objects.nameTaken(spec.name)) {
-        Error error(ErrorKind::TableExists, "Table '" + spec.name + "' already exists.");
-        throw error.about(spec.name);
+        throw Error::of(ErrorKind::TableExists, spec.name);
     }
     const Blob properties = makeProperties(table.info);
 
-    UnitScope step(file);
+    WriteScope step(file.sharedPages());
     PageFile& pages = file.pages();
     table.page = FreePages(pages).take();
     MapRows maps(pages, usageMapPages(file));
@@ -133,10 +131,10 @@ void refuseRelated(SharedDatabase& file, const TableDef& table) {
         const std::string& other = relationship.parentTable == table.info.name
                                        ? relationship.childTable
                                        : relationship.parentTable;
-        Error error(ErrorKind::HasChildren, "The table '" + table.info.name +
+        throw Error(ErrorKind::HasChildren, "The table '" + table.info.name +
                                                 "' takes part in the relationship '" +
-                                                relationship.name + "'.");
-        throw error.about(other);
+                                                relationship.name + "'.")
+            .about(other);
     }
 }
 
@@ -144,7 +142,7 @@ void refuseRelated(SharedDatabase& file, const TableDef& table) {
 
 void dropTable(SharedDatabase& file, std::string_view name) {
     const CatalogEntry* found = file.catalog().findTable(name);
-    if (found == nullptr) throwNoSuchTable(std::string(name));
+    if (found == nullptr) throw Error::of(ErrorKind::NoSuchTable, std::string(name));
     const CatalogEntry entry = *found;
     if (entry.isSystem())
         throw Error(ErrorKind::Misuse, "'" + entry.name + "' is a system table and stays.");
@@ -153,7 +151,7 @@ void dropTable(SharedDatabase& file, std::string_view name) {
     ObjectRegistry objects(file, {});
     const Belongings all = belongingsOf(file.pages(), *table);
 
-    UnitScope step(file);
+    WriteScope step(file.sharedPages());
     FreePages free(file.pages());
     objects.remove(entry);
     for (const RecordPointer map : all.maps) MapRows::remove(file.pages(), map);

@@ -18,8 +18,7 @@ constexpr std::uint8_t kMaxPrecision = 28;
 constexpr std::uint8_t kUsualPrecision = 18;
 
 [[noreturn]] void refuse(ErrorKind kind, const std::string& subject, const std::string& why) {
-    Error error(kind, "'" + subject + "' " + why);
-    throw error.about(subject);
+    throw Error(kind, "'" + subject + "' " + why).about(subject);
 }
 
 template <typename Named>

@@ -30,10 +30,10 @@ std::string TableTrees::describe(const Tree& tree) const {
 }
 
 void TableTrees::throwUnsupported(const Tree& tree) const {
-    Error error(ErrorKind::UnsupportedOrder,
+    throw Error(ErrorKind::UnsupportedOrder,
                 "The text order of " + describe(tree) +
-                    " is not known, so that its keys cannot be written.");
-    throw error.about(table_->info.name);
+                    " is not known, so that its keys cannot be written.")
+        .about(table_->info.name);
 }
 
 void TableTrees::skipUnchanged() {
@@ -52,19 +52,19 @@ void TableTrees::check(std::optional<RowId> self) {
 void TableTrees::checkTree(Tree& tree, std::optional<RowId> self) const {
     const IndexKey& key = tree.newKey;
     if (tree.required && key.anyNull) {
-        Error error(ErrorKind::NullInKey, "A column of " + describe(tree) + " has no value.");
-        throw error.about(table_->info.name);
+        throw Error(ErrorKind::NullInKey, "A column of " + describe(tree) + " has no value.")
+            .about(table_->info.name);
     }
     if (key.bytes.size() + index_page::kRowPointer > kMaxIndexEntry) {
-        Error error(ErrorKind::RowTooLarge, "The key for " + describe(tree) + " is too long.");
-        throw error.about(table_->info.name);
+        throw Error(ErrorKind::RowTooLarge, "The key for " + describe(tree) + " is too long.")
+            .about(table_->info.name);
     }
     // Nulls never collide.
     if (!tree.definition->unique() || key.anyNull) return;
     if (!takenByAny(tree, self)) return;
-    Error error(ErrorKind::DuplicateKey,
-                "A row with the same key is in " + describe(tree) + " already.");
-    throw error.about(table_->info.name);
+    throw Error(ErrorKind::DuplicateKey,
+                "A row with the same key is in " + describe(tree) + " already.")
+        .about(table_->info.name);
 }
 
 // A new row's key is looked for where it will be added, so that the way there need not be searched

@@ -3,41 +3,37 @@
 #include <algorithm>
 
 #include "jet/disk/page.h"
-#include "jet/tables/shared_database.h"
-#include "jet/tables/unit_scope.h"
 
 namespace stelvan::jet {
 
 using namespace definition;
 
-TableWriter::TableWriter(SharedDatabase& file, std::shared_ptr<const TableDef> table)
+TableWriter::TableWriter(PageFile& file, std::shared_ptr<const TableDef> table)
     : file_(&file),
       table_(std::move(table)),
-      rows_(file.pages(), *table_),
-      trees_(file.pages(), *table_),
+      rows_(file, *table_),
+      trees_(file, *table_),
       longValues_(table_->info.columns.size()),
       links_(linksOf(*table_)),
       draft_(*table_),
-      old_(file.pages(), table_, allColumns(table_->info)) {
+      old_(file, table_, allColumns(table_->info)) {
     for (std::size_t i = 0; i < longValues_.size(); ++i) {
         if (isLongValue(table_->info.columns[i].type))
-            longValues_[i].emplace(file.pages(), table_->storage[i]);
+            longValues_[i].emplace(file, table_->storage[i]);
         if (table_->info.columns[i].autoNumber) autoNumbers_.push_back(i);
     }
 }
 
 void TableWriter::standOn(RowId id) {
-    const auto row = locateRow(file_->pages(), *table_, id);
+    const auto row = locateRow(*file_, *table_, id);
     if (!row) {
-        Error error(ErrorKind::RowGone,
-                    "The row was deleted from the table '" + table_->info.name + "'.");
-        throw error.about(table_->info.name);
+        throw Error::of(ErrorKind::RowGone, table_->info.name);
     }
     old_.set(row->bytes, row->target.page);
 }
 
 void TableWriter::giveAutoNumbers() {
-    const PageBytes page = file_->pages().read(table_->page);
+    const PageBytes page = file_->read(table_->page);
     const std::int32_t last = i32At(page, kAutoNumber);
     const std::int32_t step = std::max(i32At(page, kAutoNumberStep), 1);
     for (const std::size_t column : autoNumbers_) {
@@ -45,9 +41,9 @@ void TableWriter::giveAutoNumbers() {
         std::int32_t next = 0;
         if (__builtin_add_overflow(last, step, &next)) {
             const std::string& name = table_->info.columns[column].name;
-            Error error(ErrorKind::NumericOverflow,
-                        "There is no next number for the column '" + name + "'.");
-            throw error.about(name);
+            throw Error(ErrorKind::NumericOverflow,
+                        "There is no next number for the column '" + name + "'.")
+                .about(name);
         }
         draft_.give(column, Value(next));
     }
@@ -63,20 +59,17 @@ RowId TableWriter::insert(std::span<const ColumnValue> values) {
     trees_.check(std::nullopt);
     draft_.encode(nullptr);
 
-    UnitScope step(*file_);
+    WriteScope step(file_->shared_from_this());
     draft_.storeLongValues(longValues_);
     const RowId id = rows_.add(draft_.bytes());
     trees_.addNewEntries(id);
     countRows(true);
     countAutoNumbers();
-    for (const RelationshipLink& link : links_) {
-        if (!link.parent) file_->rules().childWritten(*table_, link, id);
-    }
     step.commit();
     return id;
 }
 
-void TableWriter::update(RowId id, std::span<const ColumnValue> values) {
+std::vector<TouchedLink> TableWriter::update(RowId id, std::span<const ColumnValue> values) {
     standOn(id);
     draft_.clear();
     draft_.give(values);
@@ -87,34 +80,34 @@ void TableWriter::update(RowId id, std::span<const ColumnValue> values) {
     trees_.skipUnchanged();
     trees_.check(id);
     const auto freed = oldLongValues([this](std::size_t column) { return draft_.given(column); });
-    const auto touched = touchedLinks(false);
+    auto touched = touchedLinks(false);
     draft_.encode(&old_.view());
 
-    UnitScope step(*file_);
+    WriteScope step(file_->shared_from_this());
     draft_.storeLongValues(longValues_);
     trees_.removeOldEntries(id);
     rows_.replace(id, draft_.bytes());
     trees_.addNewEntries(id);
     free(freed);
-    followLinks(id, touched, false);
     step.commit();
+    return touched;
 }
 
-void TableWriter::erase(RowId id) {
+std::vector<TouchedLink> TableWriter::erase(RowId id) {
     standOn(id);
     draft_.clear();
     trees_.choose([](std::size_t) { return true; });
     trees_.makeOldKeys([this](std::size_t column) { return old_.value(column); });
     const auto freed = oldLongValues([](std::size_t) { return true; });
-    const auto touched = touchedLinks(true);
+    auto touched = touchedLinks(true);
 
-    UnitScope step(*file_);
+    WriteScope step(file_->shared_from_this());
     trees_.removeOldEntries(id);
     rows_.remove(id);
     free(freed);
     countRows(false);
-    followLinks(id, touched, true);
     step.commit();
+    return touched;
 }
 
 template <typename Wanted>
@@ -135,14 +128,14 @@ void TableWriter::free(const std::vector<OldLongValue>& values) {
 }
 
 // Copies of the keys: the rows may change before they are looked at.
-std::vector<TableWriter::TouchedLink> TableWriter::touchedLinks(bool erased) {
+std::vector<TouchedLink> TableWriter::touchedLinks(bool erased) {
     std::vector<TouchedLink> touched;
     for (const RelationshipLink& link : links_) {
         if (erased && !link.parent) continue;
         if (!erased &&
             std::ranges::none_of(link.columns, [this](std::size_t c) { return draft_.given(c); }))
             continue;
-        TouchedLink entry{&link, {}, {}};
+        TouchedLink entry{link, {}, {}};
         for (const std::size_t column : link.columns) {
             entry.oldKey.push_back(toValue(old_.value(column)));
             if (!erased) entry.newKey.push_back(toValue(newValue(column)));
@@ -152,21 +145,8 @@ std::vector<TableWriter::TouchedLink> TableWriter::touchedLinks(bool erased) {
     return touched;
 }
 
-void TableWriter::followLinks(RowId id, const std::vector<TouchedLink>& touched, bool erased) {
-    RelationshipRules& rules = file_->rules();
-    for (const TouchedLink& entry : touched) {
-        if (!entry.link->parent) {
-            rules.childWritten(*table_, *entry.link, id);
-        } else if (erased) {
-            rules.parentErased(*table_, *entry.link, entry.oldKey);
-        } else {
-            rules.parentChanged(*table_, *entry.link, entry.oldKey, entry.newKey);
-        }
-    }
-}
-
 void TableWriter::countRows(bool more) {
-    const WritablePageBytes page = file_->pages().edit(table_->page);
+    const WritablePageBytes page = file_->edit(table_->page);
     const std::uint32_t rows = u32At(page, kRows);
     // A count that was wrong before must not run below zero.
     putU32(page, kRows, more ? rows + 1 : rows - (rows > 0 ? 1 : 0));
@@ -176,7 +156,7 @@ void TableWriter::countAutoNumbers() {
     for (const std::size_t column : autoNumbers_) {
         const ValueView given = draft_.value(column);
         const auto* number = std::get_if<std::int32_t>(&given);
-        const WritablePageBytes page = file_->pages().edit(table_->page);
+        const WritablePageBytes page = file_->edit(table_->page);
         if (number != nullptr && *number > i32At(page, kAutoNumber)) {
             storeAt<std::int32_t>(page, kAutoNumber, *number);
         }

@@ -15,37 +15,32 @@
 #include "jet/rows/long_value_store.h"
 #include "jet/rows/row_draft.h"
 #include "jet/rows/row_reader.h"
-#include "jet/tables/relationship_rules.h"
+#include "jet/tables/relationship_link.h"
 #include "jet/tables/table_rows.h"
 #include "jet/tables/table_scan.h"
 #include "jet/tables/table_trees.h"
 
 namespace stelvan::jet {
 
-class SharedDatabase;
-
 class TableWriter {
 public:
-    TableWriter(SharedDatabase& file, std::shared_ptr<const TableDef> table);
+    TableWriter(PageFile& file, std::shared_ptr<const TableDef> table);
     TableWriter(const TableWriter&) = delete;
     TableWriter& operator=(const TableWriter&) = delete;
 
     /// Each needs a unit of work.
     RowId insert(std::span<const ColumnValue> values);
-    void update(RowId id, std::span<const ColumnValue> values);
-    void erase(RowId id);
+    /// These give the links whose keys the row no longer has, or newly has: see to them next.
+    std::vector<TouchedLink> update(RowId id, std::span<const ColumnValue> values);
+    std::vector<TouchedLink> erase(RowId id);
+
+    [[nodiscard]] const std::vector<RelationshipLink>& links() const { return links_; }
 
 private:
     /// Rows that hold a long value which is to be freed.
     struct OldLongValue {
         std::size_t column = 0;
         std::vector<RecordPointer> rows;
-    };
-    /// A link of which the key goes or changes, with its value before.
-    struct TouchedLink {
-        const RelationshipLink* link = nullptr;
-        LinkKey oldKey;
-        LinkKey newKey;
     };
 
     void standOn(RowId id);
@@ -54,7 +49,6 @@ private:
     [[nodiscard]] std::vector<OldLongValue> oldLongValues(Wanted&& wanted);
     void free(const std::vector<OldLongValue>& values);
     [[nodiscard]] std::vector<TouchedLink> touchedLinks(bool erased);
-    void followLinks(RowId id, const std::vector<TouchedLink>& touched, bool erased);
     void countRows(bool more);
     void countAutoNumbers();
     /// The value that the row will have.
@@ -62,7 +56,7 @@ private:
         return draft_.given(column) ? draft_.value(column) : old_.value(column);
     }
 
-    SharedDatabase* file_;
+    PageFile* file_;
     std::shared_ptr<const TableDef> table_;
     TableRows rows_;
     TableTrees trees_;

@@ -227,6 +227,44 @@ TEST_F(Pages, AnInnerRollbackDoomsTheOuterUnit) {
     EXPECT_EQ(word(file, 2), 2u) << "the next unit is not doomed";
 }
 
+TEST_F(Pages, WhatAFailedUnitTakesBackRunsLastFirstAfterThePagesAreAsBefore) {
+    const auto file = open();
+    std::vector<std::string> taken;
+    file->onRollback([&] { taken.emplace_back("outside of a unit"); });
+    {
+        WriteScope outer(file);
+        setWord(file->edit(1), 1);
+        file->onRollback([&] { taken.push_back("first, " + std::to_string(word(file, 1))); });
+        {
+            WriteScope inner(file);
+            file->onRollback([&] { taken.emplace_back("second"); });
+            inner.commit();
+        }
+        EXPECT_TRUE(taken.empty());
+        EXPECT_TRUE(file->inUnit());
+    }
+    EXPECT_EQ(taken, (std::vector<std::string>{"second", "first, 1001"}));
+    EXPECT_FALSE(file->inUnit());
+}
+
+TEST_F(Pages, ADoomedUnitTakesBackAndACommittedOneDoesNot) {
+    const auto file = open();
+    int taken = 0;
+    {
+        WriteScope unit(file);
+        file->onRollback([&] { ++taken; });
+        unit.commit();
+    }
+    change(file, 1, 1);
+    EXPECT_EQ(taken, 0);
+    WriteScope outer(file);
+    file->onRollback([&] { ++taken; });
+    { const WriteScope inner(file); }
+    EXPECT_EQ(taken, 0) << "only when the outermost unit ends";
+    EXPECT_EQ(kindOf([&] { outer.commit(); }), ErrorKind::Misuse);
+    EXPECT_EQ(taken, 1);
+}
+
 TEST_F(Pages, AUnitThatChangesNothingDoesNotTouchTheFile) {
     const auto file = open();
     struct stat before {};

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "jet/pages/format.h"
+#include "jet/pages/fixed_pages.h"
 #include "tests/support/samples.h"
 
 namespace stelvan::jet {

@@ -61,6 +61,9 @@ void FrmGEMDatabase::buildControls() {
     auto* whole = new QVBoxLayout(this);
     whole->addWidget(fraDB);
     whole->addLayout(buttons);
+    // Here and not on its way up: some desktops' group boxes keep Enter to themselves.
+    txtGEMDatabase_->installEventFilter(this);
+    for (QPushButton* button : {cmdBrowse_, cmdLoad_, cmdCancel_}) button->installEventFilter(this);
     connect(txtGEMDatabase_, &QLineEdit::textChanged, this, &FrmGEMDatabase::txtGEMDatabase_Change);
     connect(cmdBrowse_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdBrowse_Click);
     connect(cmdLoad_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdLoad_Click);
@@ -88,7 +91,7 @@ int FrmGEMDatabase::LoadStatus() const {
 
 void FrmGEMDatabase::txtGEMDatabase_Change() {
     handle("txtGEMDatabase_Change",
-           [this] { txtGEMDatabase_->setToolTip(txtGEMDatabase_->text()); });
+           [this] { txtGEMDatabase_->setToolTip(form::asToolTip(txtGEMDatabase_->text())); });
 }
 
 void FrmGEMDatabase::txtGEMDatabase_KeyDown(int key) {
@@ -143,15 +146,16 @@ QString FrmGEMDatabase::lGetFileTitle(const QString& path) {
     });
 }
 
-void FrmGEMDatabase::keyPressEvent(QKeyEvent* event) {
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!enter) {
-        QDialog::keyPressEvent(event);
-    } else if (txtGEMDatabase_->hasFocus()) {
+bool FrmGEMDatabase::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter) return QDialog::eventFilter(watched, event);
+    if (auto* button = qobject_cast<QPushButton*>(watched)) {
+        button->click();
+    } else {
         txtGEMDatabase_KeyDown(kEnterKey);
-    } else if (auto* focused = qobject_cast<QPushButton*>(focusWidget())) {
-        focused->click();
     }
+    return true;
 }
 
 }  // namespace stelvan::app

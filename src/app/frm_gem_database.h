@@ -39,7 +39,7 @@ public:
     void reject() override { cmdCancel_Click(); }
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildControls();

@@ -73,7 +73,7 @@ void FrmMain::takeDatabase(const QString& path) {
     window_.state.databasePath = form::toUtf8(path);
     const int room = fontMetrics().averageCharWidth() * kPathCharacters;
     window_.form.databasePanel->setText(fontMetrics().elidedText(path, Qt::ElideMiddle, room));
-    window_.form.databasePanel->setToolTip(path);
+    window_.form.databasePanel->setToolTip(form::asToolTip(path));
 }
 
 void FrmMain::lInitControls() {

@@ -8,7 +8,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Stelvan"));
     QApplication::setDesktopFileName(QStringLiteral("stelvan"));
-    stelvan::app::SingleInstance instance;
+    stelvan::app::SingleInstance instance(stelvan::app::folderOfUser());
     stelvan::form::QtDialogs dialogs;
     stelvan::app::FrmMain window(dialogs, QApplication::applicationDirPath());
     if (!window.Form_Load([&instance] { return instance.acquire(); })) return 0;

@@ -1,40 +1,58 @@
 #include "app/single_instance.h"
 
-#include <sys/socket.h>
-#include <sys/un.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <cstddef>
-#include <utility>
+#include <cstdlib>
+#include <system_error>
 
 namespace stelvan::app {
+namespace {
 
-SingleInstance::SingleInstance() : SingleInstance("stelvan-" + std::to_string(::getuid())) {}
+constexpr const char* kLockFile = "stelvan.lock";
 
-SingleInstance::SingleInstance(std::string name) : name_(std::move(name)) {}
+/// A folder that belongs to this user and that nobody else may write to.
+bool isOwn(const std::filesystem::path& folder) {
+    struct stat found {};
+    return ::lstat(folder.c_str(), &found) == 0 && S_ISDIR(found.st_mode) &&
+           found.st_uid == ::getuid() && (found.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
+std::filesystem::path fromEnvironment(const char* name) {
+    const char* const value = std::getenv(name);
+    return value == nullptr ? std::filesystem::path() : std::filesystem::path(value);
+}
+
+}  // namespace
+
+std::filesystem::path folderOfUser() {
+    if (std::filesystem::path session = fromEnvironment("XDG_RUNTIME_DIR"); isOwn(session))
+        return session;
+    const std::filesystem::path state = fromEnvironment("XDG_STATE_HOME");
+    if (state.is_absolute()) return state / "stelvan";
+    return fromEnvironment("HOME") / ".local" / "state" / "stelvan";
+}
 
 SingleInstance::~SingleInstance() {
-    if (socket_ >= 0) ::close(socket_);
+    if (file_ >= 0) ::close(file_);
 }
 
 bool SingleInstance::acquire() {
-    if (socket_ >= 0) return true;
-    const int made = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (made < 0) return true;  // no sockets here: rather two copies than none
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    // A leading zero byte makes it a name of the kernel's, not a file.
-    const std::size_t length = std::min(name_.size(), sizeof address.sun_path - 1);
-    std::copy_n(name_.begin(), length, address.sun_path + 1);
-    const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + length);
-    if (::bind(made, reinterpret_cast<const sockaddr*>(&address), size) != 0 &&
-        errno == EADDRINUSE) {
-        ::close(made);
+    if (file_ >= 0) return true;
+    std::error_code ignored;
+    if (std::filesystem::create_directories(folder_, ignored)) ::chmod(folder_.c_str(), S_IRWXU);
+    if (!isOwn(folder_)) return true;
+    const int opened = ::open((folder_ / kLockFile).c_str(),
+                              O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+    if (opened < 0) return true;
+    if (::flock(opened, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        ::close(opened);
         return false;
     }
-    socket_ = made;
+    file_ = opened;
     return true;
 }
 

@@ -1,29 +1,32 @@
 // Whether another copy of the program runs for this user of the machine.
 //
-// The holder binds a socket name in the kernel's own name space: it is there while the process
-// lives, however that ends, and leaves no file behind.
+// The holder keeps a lock on a file in a folder where only this user may write, so that nobody else
+// can pretend to be a copy. The lock belongs to the open file: it is gone with the process, however
+// that ends. The file itself stays, empty.
 #pragma once
 
-#include <string>
+#include <filesystem>
 
 namespace stelvan::app {
 
 class SingleInstance {
 public:
-    /// The name that all copies of this user share.
-    SingleInstance();
-    explicit SingleInstance(std::string name);
+    /// `folder` is made if need be, for the user alone.
+    explicit SingleInstance(std::filesystem::path folder) : folder_(std::move(folder)) {}
     ~SingleInstance();
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
-    /// True for the first copy, which holds the name from then on. False while another copy holds
-    /// it.
+    /// True for the first copy, which holds the lock from then on. False while another copy holds
+    /// it. Where no lock can be had at all it is true: rather two copies than none.
     [[nodiscard]] bool acquire();
 
 private:
-    std::string name_;
-    int socket_ = -1;
+    std::filesystem::path folder_;
+    int file_ = -1;
 };
+
+/// Where the copies of this user meet: the folder of the session, else that of the user's state.
+[[nodiscard]] std::filesystem::path folderOfUser();
 
 }  // namespace stelvan::app

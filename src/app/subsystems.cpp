@@ -25,6 +25,11 @@ void Subsystems::connectAll() {
     onClick(nav.cmdNext, [this] { browser.records.cmdNext_Click(); });
     QObject::connect(window.form.tspData, &QTabBar::currentChanged, window.form.tspData,
                      [this] { browser.grid.tspData_Click(); });
+    // A click on the tab that is chosen already shows what there is now.
+    QObject::connect(window.form.tspData, &QTabBar::tabBarClicked, window.form.tspData,
+                     [this, tabs = window.form.tspData](int clicked) {
+                         if (clicked == tabs->currentIndex()) browser.grid.tspData_Click();
+                     });
     form::ListView* const children = window.form.children.selected;
     QObject::connect(children, &form::ListView::itemChecked, children,
                      [this](int row) { links.listChildren.lvwChildItems_ItemCheck(row); });

@@ -1,8 +1,10 @@
 #include "browser/category_tree.h"
 
 #include <QGroupBox>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QTreeWidget>
 
@@ -31,9 +33,6 @@ void CategoryTree::connectTree() {
     QTreeWidget* tree = window_.form.tvwSECSItem;
     tree->installEventFilter(this);
     tree->viewport()->installEventFilter(this);
-    connect(tree, &QTreeWidget::itemClicked, this, [this](const QTreeWidgetItem* node) {
-        tvwSECSItem_NodeClick(node->data(0, kKeyRole).toString());
-    });
     connect(tree, &QTreeWidget::itemSelectionChanged, this, [this, tree] {
         const auto selected = tree->selectedItems();
         if (byKeys_ && !selected.isEmpty())
@@ -42,17 +41,50 @@ void CategoryTree::connectTree() {
 }
 
 bool CategoryTree::eventFilter(QObject* watched, QEvent* event) {
-    const bool dragged = watched == window_.form.tvwSECSItem->viewport() &&
-                         event->type() == QEvent::MouseMove &&
-                         static_cast<QMouseEvent*>(event)->buttons() != Qt::NoButton;
-    if (dragged) return true;  // it would select a node without a click on it
-    if (watched == window_.form.tvwSECSItem) {
+    if (watched == window_.form.tvwSECSItem->viewport()) {
+        switch (event->type()) {
+            case QEvent::MouseButtonPress:
+            case QEvent::MouseButtonDblClick:
+            case QEvent::MouseMove:
+            case QEvent::MouseButtonRelease:
+                return mouse(static_cast<QMouseEvent&>(*event));
+            default:
+                break;
+        }
+    } else if (watched == window_.form.tvwSECSItem) {
         if (event->type() == QEvent::KeyPress) byKeys_ = true;
         if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) byKeys_ = false;
-    } else if (event->type() == QEvent::MouseButtonPress) {
-        byKeys_ = false;
     }
     return QObject::eventFilter(watched, event);
+}
+
+bool CategoryTree::mouse(const QMouseEvent& event) {
+    QTreeWidget* tree = window_.form.tvwSECSItem;
+    QTreeWidgetItem* const node = tree->itemAt(event.position().toPoint());
+    byKeys_ = false;
+    if (event.type() == QEvent::MouseMove) return event.buttons() != Qt::NoButton;
+    const bool plain = event.button() == Qt::LeftButton && event.modifiers() == Qt::NoModifier;
+    if (event.type() != QEvent::MouseButtonRelease) {
+        tree->setFocus(Qt::MouseFocusReason);
+        pressed_ = plain ? node : nullptr;
+        return true;
+    }
+    const bool clicked = plain && node != nullptr && node == pressed_;
+    pressed_ = nullptr;
+    if (clicked) tvwSECSItem_NodeClick(node->data(0, kKeyRole).toString());
+    return true;
+}
+
+void CategoryTree::highlightShown() {
+    QTreeWidget* tree = window_.form.tvwSECSItem;
+    const QSignalBlocker quiet(tree);
+    QTreeWidgetItem* const node = tree->topLevelItem(window_.state.category - 1);
+    if (node == nullptr) {
+        tree->selectionModel()->clear();
+    } else {
+        tree->setCurrentItem(node);
+    }
+    tree->viewport()->update();
 }
 
 void CategoryTree::buildNodes() {
@@ -133,6 +165,7 @@ void CategoryTree::tvwSECSItem_NodeClick(const QString& key) {
         lSetCtrlAccess(window_.state.category, true);
         if (shown) grid_.tspData_Click();
     });
+    highlightShown();
 }
 
 }  // namespace stelvan::browser

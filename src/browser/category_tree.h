@@ -12,6 +12,9 @@
 #include "browser/record_view.h"
 #include "links/link_editors.h"
 
+class QMouseEvent;
+class QTreeWidgetItem;
+
 namespace stelvan::browser {
 
 class CategoryTree : public QObject {
@@ -42,6 +45,11 @@ protected:
 private:
     void showCategory(std::int16_t index);
     void forgetCategory();
+    /// A press of the left button and its release on one node are a click; nothing else that a
+    /// mouse does changes anything. True: the event is used up.
+    bool mouse(const QMouseEvent& event);
+    /// The highlight stands on the category that is shown, on none where none is.
+    void highlightShown();
     void shapeLists(std::int16_t index) const;
     void setStatus(const QString& text);
 
@@ -50,6 +58,7 @@ private:
     RecordView& records_;
     GridView& grid_;
     bool byKeys_ = false;
+    const QTreeWidgetItem* pressed_ = nullptr;  // compared only
 };
 
 }  // namespace stelvan::browser

@@ -101,7 +101,8 @@ void RecordView::cmdPrevious_Click() {
 }
 
 void RecordView::lDisplayField() {
-    incomplete_ = !window_.errors.handle("lDisplayField", [this] { showCurrent(Nulls::Fail); });
+    window_.state.displayBroken =
+        !window_.errors.handle("lDisplayField", [this] { showCurrent(Nulls::Fail); });
     if (window_.state.category != gem::GEMSTT || window_.state.current.records == nullptr) return;
     window_.errors.handle("lDisplayField", [this] { settings_.lInitSttInput(false); });
 }
@@ -109,7 +110,7 @@ void RecordView::lDisplayField() {
 void RecordView::displayNullsAsEmpty() {
     base::trap("lDisplayField", [this] {
         showCurrent(Nulls::Empty);
-        incomplete_ = false;
+        window_.state.displayBroken = false;
     });
 }
 
@@ -122,6 +123,8 @@ void RecordView::showCurrent(Nulls nulls) {
     }
     if (window_.state.category == gem::LIMIT) return;
     gem::Record shown(window_.state.category);
+    for (const gem::FieldFacts& facts : gem::fieldsOf(window_.state.category))
+        if (facts.column.empty()) window_.form[facts.control].setText(QString());
     for (const gem::FieldFacts& facts : gem::fieldsOf(window_.state.category))
         showColumn(shown, facts, nulls);
     blankPlaceholders(shown);
@@ -144,8 +147,8 @@ void RecordView::blankPlaceholders(const gem::Record& shown) const {
     gem::Record blanked = shown;
     gem::blankPlaceholders(blanked);
     for (const gem::FieldFacts& facts : gem::fieldsOf(shown.kind())) {
-        const bool changed = blanked[facts.control].text != shown[facts.control].text;
-        if (changed || facts.column.empty()) window_.form[facts.control].setText(QString());
+        if (blanked[facts.control].text != shown[facts.control].text)
+            window_.form[facts.control].setText(QString());
     }
 }
 
@@ -153,9 +156,13 @@ void RecordView::lClearField() {
     base::trap("lClearField", [this] {
         const form::MainState& state = window_.state;
         if (state.current.records == nullptr || state.category == gem::GEMSTT) return;
-        for (const gem::FieldFacts& facts : gem::fieldsOf(state.category))
-            window_.form[facts.control].setText(QString());
+        blankFields();
     });
+}
+
+void RecordView::blankFields() {
+    for (const gem::FieldFacts& facts : gem::fieldsOf(window_.state.category))
+        window_.form[facts.control].setText(QString());
 }
 
 void RecordView::refreshLists() {

@@ -31,8 +31,12 @@ public:
     /// Blanks the current category's fields; nothing without a record set, never the settings.
     void lClearField();
 
+    /// Empties the fields of the current category, settings included, so that nothing that was
+    /// typed stays where a display breaks off.
+    void blankFields();
+
     /// True when the last lDisplayField met a Null or failed otherwise: the fields mix two records.
-    [[nodiscard]] bool incomplete() const { return incomplete_; }
+    [[nodiscard]] bool incomplete() const { return window_.state.displayBroken; }
     /// Shows the record again with every Null as empty text: what an edit or a delete of an
     /// incompletely shown record begins with.
     void displayNullsAsEmpty();
@@ -59,7 +63,6 @@ private:
     form::Window& window_;
     links::LinkEditors& links_;
     settings::SettingInputs& settings_;
-    bool incomplete_ = false;
 };
 
 }  // namespace stelvan::browser

@@ -1,9 +1,23 @@
 #include "browser/records_model.h"
 
+#include <compare>
+#include <variant>
+
+#include "base/number.h"
 #include "db/value_text.h"
 #include "form/text.h"
 
 namespace stelvan::browser {
+namespace {
+
+/// As a flag column is read: 0 alone is clear, in whatever type the file keeps it.
+bool isSet(const db::Value& value) {
+    if (const bool* flag = std::get_if<bool>(&value)) return *flag;
+    const std::string text = db::toTextOrEmpty(value);
+    return !base::isNumeric(text) || std::is_neq(base::compareDecimals(text, "0"));
+}
+
+}  // namespace
 
 RecordsModel::RecordsModel(std::shared_ptr<const db::Recordset> records, QObject* parent)
     : QAbstractTableModel(parent),
@@ -24,13 +38,14 @@ QString RecordsModel::text(const QModelIndex& index) const {
     const db::Value value = records_->storedField(index.row(), column);
     const QString stored = form::toQt(db::toTextOrEmpty(value));
     if (!flags_[column] || stored.isEmpty()) return stored;
-    return db::toFlag(value) ? QStringLiteral("TRUE") : QStringLiteral("FALSE");
+    return isSet(value) ? QStringLiteral("TRUE") : QStringLiteral("FALSE");
 }
 
 QVariant RecordsModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) return {};
     try {
-        return role == Qt::DisplayRole ? form::onOneLine(text(index)) : text(index);
+        return role == Qt::DisplayRole ? form::onOneLine(text(index))
+                                       : form::asToolTip(text(index));
     } catch (const base::RunTimeError& failure) {
         // Painting is no place for a message box: the cell itself says what is wrong with it.
         return role == Qt::DisplayRole ? QStringLiteral("(unreadable)")

@@ -68,8 +68,12 @@ void FieldChecks::leave(const gem::FieldFacts& facts) {
     if (!window_.judging()) return;
     window_.errors.handle(gem::lostFocusNameOf(facts), [&] {
         checks_.recordFields.judge(facts.control, gem::Moment::Leaving);
-        if (changed_.remove(facts.control) && isAlarmEvent(facts))
-            checks_.alarmLinks.fillPartner(facts.control);
+        const bool changed = changed_.remove(facts.control);
+        if (changed && isAlarmEvent(facts)) checks_.alarmLinks.fillPartner(facts.control);
+        // The pool of a list could not be filled without the list's own identifier.
+        if (changed && facts.control == txtVarID &&
+            gem::isList(form::toUtf8(window_.form[cmbVarFormat].text())))
+            checks_.format.showChildEditor(true);
         checks_.records.verify(gem::kindOf(window_.state.category));
     });
 }

@@ -1,5 +1,8 @@
 #include "db/operations.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <compare>
 #include <limits>
 #include <utility>
@@ -37,6 +40,10 @@ Operations::Operations(const std::string& path, CurrentRecords& current)
 
 std::string Operations::connectionText() const {
     return kConnectionStart + path_;
+}
+
+bool Operations::writable() const {
+    return ::faccessat(AT_FDCWD, path_.c_str(), W_OK, AT_EACCESS) == 0;
 }
 
 void Operations::lExecCommand(Connection& connection, const std::string& sql) const {

@@ -46,6 +46,8 @@ public:
                                    const std::string& value);
 
     [[nodiscard]] const std::string& path() const { return path_; }
+    /// Whether this process may write to the database file as it is now.
+    [[nodiscard]] bool writable() const;
 
 private:
     const std::string& path_;

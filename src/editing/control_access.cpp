@@ -1,7 +1,10 @@
 #include "editing/control_access.h"
 
+#include <QLabel>
 #include <QPushButton>
 #include <QTreeWidget>
+
+#include "form/text.h"
 
 namespace stelvan::editing {
 
@@ -59,6 +62,10 @@ void ControlAccess::lClearInput(std::int16_t category) {
         for (const gem::FieldFacts& facts : gem::fieldsOf(category))
             window_.form[facts.control].setText(QString());
     });
+}
+
+void ControlAccess::showCategory() {
+    window_.form.statusPanel->setText(form::toQt(gem::categoryAt(window_.state.category).caption));
 }
 
 void ControlAccess::focusBrowsing() {

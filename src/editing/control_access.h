@@ -25,6 +25,8 @@ public:
     /// Blanks the inputs of a category to which records can be added.
     void lClearInput(std::int16_t category);
 
+    /// The status bar names the category again, whatever it said while the record was edited.
+    void showCategory();
     /// Puts the focus where browsing goes on: "&Edit", or the tree while that is disabled.
     void focusBrowsing();
 

@@ -1,5 +1,6 @@
 #include "editing/edit_commands.h"
 
+#include <QLabel>
 #include <QPushButton>
 
 #include "db/value_text.h"
@@ -9,6 +10,12 @@
 namespace stelvan::editing {
 
 using form::EditMode;
+
+namespace {
+
+constexpr auto kReadOnly = "The database is read-only: what is changed now cannot be saved.";
+
+}  // namespace
 
 void EditCommands::cmdUpdate_Click() {
     if (!recordShown()) return;
@@ -58,6 +65,7 @@ void EditCommands::loadName() {
 
 void EditCommands::openInputs() {
     const std::int16_t category = window_.state.category;
+    if (!window_.operations.writable()) window_.form.statusPanel->setText(QLatin1String(kReadOnly));
     window_.state.checksEnabled = true;
     below_.checks.box.clear();
     access_.lSetEditMode(category, true);
@@ -76,10 +84,12 @@ void EditCommands::focusFirst() {
 
 void EditCommands::beginEditing() {
     const std::int16_t category = window_.state.category;
-    if (category == gem::CSTEVT) below_.links.eventReports.lDispRptListEditor(true);
-    if (category == gem::CSTRPT) {
-        below_.links.reportVariables.lDispVarListEditor(true);
+    if (category == gem::CSTEVT) {
+        below_.links.eventReports.beginEditing();
+        below_.links.eventReports.lDispRptListEditor(true);
+    } else if (category == gem::CSTRPT) {
         below_.links.reportVariables.beginEditing();
+        below_.links.reportVariables.lDispVarListEditor(true);
     }
     focusFirst();
     if (gem::isCustomVariable(category)) below_.checks.format.lVarSetFormatRight();
@@ -160,6 +170,7 @@ void EditCommands::cmdCancel_Click() {
             window_.errors.handle("cmdCancel_Click", [&] { moveToFirst(state.current); });
     }
     window_.errors.handle("cmdCancel_Click", [&] { below_.records.lUpdateNavigator(); });
+    below_.records.blankFields();
     below_.records.lDisplayField();
     window_.errors.handle("cmdCancel_Click", [&] { closeEdit(); });
     state.editMode = EditMode::Browsing;
@@ -172,6 +183,7 @@ void EditCommands::closeEdit() {
     access_.lSetCtrlAccess(window_.state.category, true);
     showStoredLists();
     below_.checks.box.clear();
+    access_.showCategory();
 }
 
 void EditCommands::returnToRecord() {

@@ -66,29 +66,33 @@ bool FocusChain::eventFilter(QObject* watched, QEvent* event) {
     const auto& pressed = static_cast<const QKeyEvent&>(*event);
     const int key = chainKey(pressed);
     if (key == 0 || keepsKey(watched, pressed, key)) return QObject::eventFilter(watched, event);
-    keyDown(*step, key, shiftState(pressed));
-    return true;
+    // Where the way ends Tab is the toolkit's, so that no field holds the keyboard; Enter stays.
+    const bool moved = keyDown(*step, key, shiftState(pressed));
+    return moved || key == kEnter || QObject::eventFilter(watched, event);
 }
 
-void FocusChain::keyDown(const gem::FocusStep& from, int key, int shift) {
+bool FocusChain::keyDown(const gem::FocusStep& from, int key, int shift) {
     const std::string procedure = from.reportedAs.empty()
                                       ? std::string(gem::nameOf(from.control)) + "_KeyDown"
                                       : std::string(from.reportedAs);
+    bool moved = false;
     window_.errors.handle(procedure, [&] {
         const bool formatEnabled = window_.form[gem::Control::cmbVarFormat].isEnabled();
-        lSetFocus(key, shift, widgetOf(gem::neighbourOf(from.control, true, formatEnabled)),
-                  widgetOf(gem::neighbourOf(from.control, false, formatEnabled)));
+        moved = lSetFocus(key, shift, widgetOf(gem::neighbourOf(from.control, true, formatEnabled)),
+                          widgetOf(gem::neighbourOf(from.control, false, formatEnabled)));
     });
+    return moved;
 }
 
-void FocusChain::lSetFocus(int key, int shift, QWidget* previous, QWidget* next) {
-    base::trap("lSetFocus", [&] {
-        if (key != kTab && key != kEnter) return;
+bool FocusChain::lSetFocus(int key, int shift, QWidget* previous, QWidget* next) {
+    return base::trap("lSetFocus", [&] {
+        if (key != kTab && key != kEnter) return false;
         const bool backwards = (shift & kShift) != 0;
-        if (!backwards && shift != 0) return;
+        if (!backwards && shift != 0) return false;
         QWidget* const target = backwards ? previous : next;
-        if (target != nullptr && target->isEnabled() && target->isVisible())
-            form::FocusWatch::moveFocus(*target, backwards);
+        if (target == nullptr || !target->isEnabled() || !target->isVisible()) return false;
+        form::FocusWatch::moveFocus(*target, backwards);
+        return true;
     });
 }
 

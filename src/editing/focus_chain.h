@@ -1,7 +1,7 @@
 // The keyboard's way through the property fields: Tab and Enter go on, with Shift they go back.
 //
-// For controls of the table these keys are used up here, so the toolkit's own order never steps in;
-// controls without a row keep it.
+// Where the way leads to nothing that can take the focus, Tab is left to the toolkit; controls
+// without a place on the way keep the toolkit's order.
 #pragma once
 
 #include <QHash>
@@ -29,15 +29,15 @@ public:
     static constexpr int kAlt = 4;
 
     /// Moves the focus for Tab or Enter; any other key or modifier does nothing. A target that is
-    /// missing, disabled or hidden is left alone.
-    void lSetFocus(int key, int shift, QWidget* previous, QWidget* next);
+    /// missing, disabled or hidden is left alone. True when the focus was moved.
+    bool lSetFocus(int key, int shift, QWidget* previous, QWidget* next);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     [[nodiscard]] QWidget* widgetOf(gem::Control control) const;
-    void keyDown(const gem::FocusStep& from, int key, int shift);
+    bool keyDown(const gem::FocusStep& from, int key, int shift);
 
     QWidget& shell_;
     form::Window& window_;

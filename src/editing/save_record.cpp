@@ -56,8 +56,10 @@ void SaveRecord::store() {
     db::UnitOfWork unit(window_.operations.path());
     setColumns(stored, gem::columnsOf(record));
     if (record.adding) setColumns(stored, gem::columnsOfNew(record.kind()));
-    writeLinks(record, wasList);
-    noteStale(window_.state, [&] { stored.update(); });
+    noteStale(window_.state, [&] {
+        writeLinks(record, wasList);
+        stored.update();
+    });
     unit.commit();
 }
 
@@ -120,6 +122,7 @@ void SaveRecord::showStored() {
         access_.lSetEditMode(state.category, false);
         access_.lSetCtrlAccess(state.category, true);
         below_.records.lUpdateNavigator();
+        access_.showCategory();
     });
     state.checksEnabled = true;
     access_.focusBrowsing();

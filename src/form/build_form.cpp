@@ -15,6 +15,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "form/inputs.h"
 #include "form/property_frames.h"
 
 static void loadIcons() {
@@ -122,7 +123,7 @@ void buildFrames(MainForm& form) {
 }
 
 QPushButton* navigatorButton(QHBoxLayout* row, const char* name, const char* caption) {
-    auto* button = named(new QPushButton(tr(caption)), name);
+    auto* button = named(new CommandButton(tr(caption)), name);
     button->setAutoDefault(false);
     row->addWidget(button);
     return button;

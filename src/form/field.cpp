@@ -103,12 +103,16 @@ void Field::connectCombo() {
     if (combo->isEditable()) {
         combo->setCompleter(nullptr);  // it would change the letter case of what is typed
         connect(combo->lineEdit(), &QLineEdit::textEdited, this, [this] {
+            if (programmatic_) return;
             typedInto_ = true;
-            noteUserChange();
+            cleanInsertedBlanks();
+            lastLine_ = comboOf(widget_)->lineEdit()->text();
+            emit changed();
         });
     }
     connect(combo, &QComboBox::activated, this, [this] {
         typedInto_ = false;
+        lastLine_ = comboOf(widget_)->currentText();
         noteUserChange();
         emit chosen();
     });
@@ -119,7 +123,7 @@ void Field::noteUserChange() {
 }
 
 void Field::cleanInsertedBlanks() {
-    LineBox* line = lineOf(widget_);
+    QLineEdit* line = kind_ == Kind::Combo ? comboOf(widget_)->lineEdit() : lineOf(widget_);
     const QString now = line->text();
     const Difference same = differenceOf(lastLine_, now);
     const QString inserted = now.mid(same.prefix, now.size() - same.prefix - same.suffix);
@@ -185,11 +189,13 @@ void Field::setText(const QString& text) {
 void Field::setComboText(const QString& text) {
     ComboBox* combo = comboOf(widget_);
     const QSignalBlocker quiet(combo);
-    combo->setCurrentIndex(combo->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    const int entry = combo->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    // The hint first: taking an old one away would choose the first entry where none is chosen.
+    if (!combo->isEditable()) combo->setPlaceholderText(entry < 0 ? text : QString());
+    combo->setCurrentIndex(entry);
     if (combo->isEditable()) {
         combo->setEditText(text);
-    } else {
-        combo->setPlaceholderText(combo->currentIndex() < 0 ? text : QString());
+        lastLine_ = text;
     }
     typedInto_ = false;
 }

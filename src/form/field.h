@@ -100,7 +100,7 @@ private:
     bool programmatic_ = false;
     bool typedInto_ = false;  // since the last choice or the last leaving
     int maxLength_ = 0;
-    QString lastLine_;  // single-line: the text before the change at hand
+    QString lastLine_;  // single-line, combo: the text before the change at hand
     QString original_;  // multi-line: the text as given
     QString shown_;     // multi-line: what the widget made of it
 };

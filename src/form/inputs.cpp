@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QScrollBar>
+#include <QShortcutEvent>
 #include <QStyle>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -102,6 +103,13 @@ void TextBox::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QPlainTextEdit::keyPressEvent(event);
+}
+
+bool CommandButton::event(QEvent* event) {
+    if (event->type() != QEvent::Shortcut || static_cast<QShortcutEvent*>(event)->isAmbiguous())
+        return QPushButton::event(event);
+    click();
+    return true;
 }
 
 ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {

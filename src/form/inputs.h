@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPushButton>
 
 namespace stelvan::form {
 
@@ -51,6 +52,17 @@ private:
     int changedAt_ = 0;
     int addedCount_ = 0;
     bool refusing_ = false;
+};
+
+/// Every press of its mnemonic is a click at once; the toolkit's button swallows those that come
+/// while it still shows the one before.
+class CommandButton : public QPushButton {
+    Q_OBJECT
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    bool event(QEvent* event) override;
 };
 
 /// The wheel never changes it while its list is closed up, and a locked one offers no list at all.

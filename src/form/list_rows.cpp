@@ -16,7 +16,7 @@ QVariant ListRows::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const ListRow& row = rows_[static_cast<std::size_t>(index.row())];
     const QString text = row.texts.value(index.column());
-    if (role == Qt::ToolTipRole) return text;
+    if (role == Qt::ToolTipRole) return asToolTip(text);
     if (role == Qt::DisplayRole) return onOneLine(text);
     if (role == Qt::CheckStateRole && checkable_ && index.column() == 0)
         return row.checked ? Qt::Checked : Qt::Unchecked;

@@ -12,14 +12,35 @@
 
 namespace stelvan::form {
 namespace {
+
 constexpr int kColumnMargin = 4;  // digits of room around a column of fixed width
-}
+
+/// Narrows to rows that hold a text in a column that is seen.
+class ShownRows : public QSortFilterProxyModel {
+public:
+    explicit ShownRows(const QTreeView& view) : view_(view) {}
+
+protected:
+    [[nodiscard]] bool filterAcceptsRow(int row, const QModelIndex& parent) const override {
+        for (int c = 0; c < sourceModel()->columnCount(parent); ++c) {
+            const QString text = sourceModel()->index(row, c, parent).data().toString();
+            if (!view_.isColumnHidden(c) && filterRegularExpression().match(text).hasMatch())
+                return true;
+        }
+        return filterRegularExpression().pattern().isEmpty();
+    }
+
+private:
+    const QTreeView& view_;
+};
+
+}  // namespace
 
 ListView::ListView(QWidget* parent)
-    : QTreeView(parent), rows_(new ListRows(this)), shown_(new QSortFilterProxyModel(this)) {
+    : QTreeView(parent), rows_(new ListRows(this)), shown_(new ShownRows(*this)) {
+    shown_->setParent(this);
     shown_->setSourceModel(rows_);
     shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    shown_->setFilterKeyColumn(-1);
     setModel(shown_);
     setRootIsDecorated(false);
     setUniformRowHeights(true);
@@ -61,6 +82,10 @@ void ListView::setWidths(const std::vector<int>& widths) {
     widths_ = widths;
     dragged_ = false;
     header()->setStretchLastSection(widths.empty());  // it would compete with the shares
+    for (int c = 0; widths.empty() && c < rows_->columnCount(); ++c) {
+        setColumnHidden(c, false);
+        setColumnWidth(c, header()->defaultSectionSize());
+    }
     shareWidth();
 }
 

@@ -32,6 +32,9 @@ struct MainState {
     /// The name of the record being edited, as it was loaded: a record keeps its own name.
     std::string loadedName;
 
+    /// The display of the record broke off (at a Null, say): the fields mix two records.
+    bool displayBroken = false;
+
     /// While false no field check runs (cancelling, after a save has succeeded, closing).
     bool checksEnabled = true;
 

@@ -1,5 +1,6 @@
 #include "form/text.h"
 
+#include <QTextDocument>
 #include <algorithm>
 
 #include "base/text.h"
@@ -41,6 +42,12 @@ QString withPlainBlanks(QStringView text) {
 
 QString onOneLine(QStringView text) {
     return QString::fromStdU16String(base::onOneLine(unitsOf(text)));
+}
+
+QString asToolTip(const QString& text) {
+    if (!Qt::mightBeRichText(text)) return text;
+    return QLatin1String("<p style=\"white-space:pre-wrap\">") + text.toHtmlEscaped() +
+           QLatin1String("</p>");
 }
 
 }  // namespace stelvan::form

@@ -23,4 +23,8 @@ struct Difference {
 [[nodiscard]] QString withPlainBlanks(QStringView text);
 [[nodiscard]] QString onOneLine(QStringView text);
 
+/// A text as a tool tip that shows it letter by letter: one that a tool tip would take for markup
+/// is given as markup that means the text.
+[[nodiscard]] QString asToolTip(const QString& text);
+
 }  // namespace stelvan::form

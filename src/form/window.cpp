@@ -5,11 +5,26 @@
 #include <QPushButton>
 #include <QTreeWidget>
 
+#include "db/value_text.h"
 #include "form/text.h"
 #include "gem/buttons.h"
+#include "gem/kinds.h"
 
 namespace stelvan::form {
 namespace {
+
+/// What the record shown holds: its field says so, unless its display broke off before it.
+std::string shownText(const Window& window, gem::Control control) {
+    const MainState& state = window.state;
+    if (!state.displayBroken || !state.current.onRecord())
+        return toUtf8(window.form[control].text());
+    try {
+        const std::string column(gem::factsOf(control).column);
+        return db::toTextOrEmpty(state.current.records->field(column));
+    } catch (const base::RunTimeError&) {
+        return {};  // the display has said so
+    }
+}
 
 gem::Situation situationOf(const Window& window, std::int16_t category, bool editing) {
     const MainState& state = window.state;
@@ -18,8 +33,10 @@ gem::Situation situationOf(const Window& window, std::int16_t category, bool edi
             .loaded = state.current.records != nullptr,
             .count = state.current.count(),
             .position = state.current.position,
-            .format = toUtf8(window.form[gem::Control::cmbVarFormat].text()),
-            .reportId = toUtf8(window.form[gem::Control::txtRptID].text())};
+            .format = gem::isVariable(category) ? shownText(window, gem::Control::cmbVarFormat)
+                                                : std::string(),
+            .reportId = category == gem::CSTRPT ? shownText(window, gem::Control::txtRptID)
+                                                : std::string()};
 }
 
 /// A move button that closes hands the focus to the other one.

@@ -14,8 +14,8 @@ struct Situation {
     bool loaded = false;   // a record set is held
     std::int32_t count = 0;
     std::int32_t position = 0;  // 1-based; 0 when no record is shown
-    std::string format = {};         // of the variable shown
-    std::string reportId = {};       // of the report shown
+    std::string format = {};    // of the variable shown
+    std::string reportId = {};  // of the report shown
 };
 
 struct Buttons {

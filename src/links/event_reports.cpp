@@ -7,7 +7,6 @@
 #include "db/query.h"
 #include "form/text.h"
 #include "gem/schema.h"
-#include "links/link_rows.h"
 
 namespace stelvan::links {
 namespace {
@@ -15,7 +14,6 @@ namespace {
 namespace report = gem::schema::report;
 
 constexpr int kIdColumn = 1;
-const std::vector<int> kWidths = {2, 1};
 
 std::vector<form::ListRow> readReports(db::Query& query) {
     std::vector<form::ListRow> rows;
@@ -34,7 +32,7 @@ void EventReports::lDispRptListEditor(bool show) {
         reports.showPool(show);
         if (!show) return;
         reports.pool->setHeaders({QStringLiteral("Name"), QStringLiteral("ID")});
-        reports.pool->setWidths(kWidths);
+        reports.pool->setWidths({});
         db::Query query(window_.operations, gem::allReports());
         reports.poolFilter->clear();
         reports.pool->setRows(readReports(query));
@@ -53,15 +51,24 @@ void EventReports::lUpdateEvtRptList(bool /*gem*/) {
     });
 }
 
+void EventReports::beginEditing() {
+    lUpdateEvtRptList(false);
+    const std::string id = form::toUtf8(window_.form[gem::Control::txtEvtID].text());
+    if (filled_ && base::isNumeric(id)) shown_ = linkRowsOf(window_.operations, gem::kEventReports, id);
+}
+
 void EventReports::clear() {
     window_.form.reports.selected->clearRows();
     filled_ = true;
+    shown_.reset();
 }
 
 void EventReports::saveLinks(const std::string& eventId) {
     std::vector<std::string> reports;
     for (const form::ListRow& row : window_.form.reports.selected->rows())
         reports.push_back(form::toUtf8(row.texts.value(kIdColumn)));
+    if (shown_)
+        requireUnchanged(*shown_, linkRowsOf(window_.operations, gem::kEventReports, eventId));
     replaceLinks(window_.operations, gem::kEventReports, eventId, reports);
 }
 

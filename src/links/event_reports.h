@@ -5,9 +5,11 @@
 // deleted. A fill that fails is reported, and the rest of the window goes on.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "form/window.h"
+#include "links/link_rows.h"
 
 namespace stelvan::links {
 
@@ -24,18 +26,24 @@ public:
     /// link table, so `gem` changes nothing.
     void lUpdateEvtRptList(bool gem);
 
+    /// An edit begins: the list is read anew, and what the file holds now is what a save may
+    /// replace.
+    void beginEditing();
+
     /// Empties lvwRptList, as for an event that is new or gone.
     void clear();
     /// False after a fill that failed, until one succeeds.
     [[nodiscard]] bool filled() const { return filled_; }
 
-    /// Replaces the event's link rows by the rows of lvwRptList, 1 to n. Throws RunTimeError. Runs
-    /// inside the caller's unit of work.
+    /// Replaces the event's link rows by the rows of lvwRptList, 1 to n. Throws RunTimeError, that
+    /// of a changed record where another program changed them since the edit began. Runs inside the
+    /// caller's unit of work.
     void saveLinks(const std::string& eventId);
 
 private:
     form::Window& window_;
     bool filled_ = true;
+    std::optional<LinkRows> shown_;  // of the record being edited; none of a new one
 };
 
 }  // namespace stelvan::links

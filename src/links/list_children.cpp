@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "base/number.h"
+#include "db/error_map.h"
 #include "db/query.h"
 #include "db/value_text.h"
 #include "form/text.h"
@@ -16,6 +17,7 @@ namespace {
 namespace variable = gem::schema::variable;
 
 constexpr int kIdColumn = 2;
+constexpr int kPoolIdColumn = 1;
 const std::vector<int> kPoolWidths = {3, 1, 2, 0};
 const std::vector<int> kListWidths = {-9, 3, 1, 2, 2};
 constexpr auto kOthersInList = "Item not allowed to duplicate if the list containing other items.";
@@ -60,6 +62,10 @@ void ListChildren::fillPool() {
     db::Query query(window_.operations, gem::possibleChildren(listId(), type));
     std::vector<form::ListRow> rows;
     query.forEach([&](const db::Query& record) { rows.push_back({textsOf(record)}); });
+    // What was taken out of the list in this edit is still a child in the file, and offered all the
+    // same.
+    for (const form::ListRow& former : window_.form.children.pool->rows())
+        if (editing_ && own_.contains(former.texts.value(kPoolIdColumn))) rows.push_back(former);
     window_.form.children.poolFilter->clear();
     window_.form.children.pool->setRows(rows);
 }
@@ -81,6 +87,7 @@ void ListChildren::lUpdateVarChild(bool show) {
 void ListChildren::fillList() {
     form::ListView& selected = *window_.form.children.selected;
     filledFor_.reset();
+    own_.clear();
     selected.clearRows();
     db::Query query(window_.operations, gem::childrenOf(listId()));
     std::vector<form::ListRow> rows;
@@ -88,6 +95,7 @@ void ListChildren::fillList() {
         rows.push_back({QStringList(QString()) + textsOf(record),
                         db::toFlagOrClear(record.records().field(variable::kAllowDuplicates))});
     });
+    for (const form::ListRow& row : rows) own_ << row.texts.value(kIdColumn);
     selected.setRows(rows);
     filledFor_ = window_.form[gem::Control::txtVarID].text();
 }
@@ -134,9 +142,31 @@ void ListChildren::execute(std::int32_t childId, std::span<const std::string> st
 
 void ListChildren::beginEditing() {
     window_.form.children.pool->clearRows();
+    const bool wasShown = filledFor_ == window_.form[gem::Control::txtVarID].text();
+    clear();
     editing_ = true;
-    heldInEdit_ = filledFor_ == window_.form[gem::Control::txtVarID].text();
-    if (!heldInEdit_) clear();
+    heldInEdit_ = false;
+    const bool existing = gem::isCustomVariable(window_.state.category) &&
+                          window_.state.editMode == form::EditMode::Editing;
+    if (!existing || !base::isNumeric(listId())) return;
+    shown_ = childRowsOf(listId());
+    if (wasShown) lUpdateVarChild(true);
+}
+
+LinkRows ListChildren::childRowsOf(const std::string& list) const {
+    LinkRows rows;
+    db::Query query(window_.operations, gem::childrenOf(list));
+    query.forEach([&](const db::Query& row) {
+        rows.emplace_back(row.text(variable::kId), row.text(variable::kAllowDuplicates));
+    });
+    return rows;
+}
+
+void ListChildren::requireFree(std::int32_t childId) const {
+    db::Query query(window_.operations, gem::customVariable(childId));
+    const bool gone = query.records().eof();
+    const std::string parent = gone ? std::string() : query.text(variable::kParentKey);
+    if (gone || (base::isNumeric(parent) && base::toDouble(parent) != 0)) throw db::rowChanged();
 }
 
 void ListChildren::endEditing() {
@@ -147,9 +177,12 @@ void ListChildren::endEditing() {
 void ListChildren::clear() {
     window_.form.children.selected->clearRows();
     filledFor_.reset();
+    shown_.reset();
+    own_.clear();
 }
 
 void ListChildren::releaseChildren(const std::string& listId) {
+    if (shown_) requireUnchanged(*shown_, childRowsOf(listId));
     std::vector<std::int32_t> children;
     db::Query query(window_.operations, gem::childIdsOf(listId));
     query.forEach([&](const db::Query& record) {
@@ -165,6 +198,7 @@ void ListChildren::saveLinks(const std::string& listId) {
     const std::vector<form::ListRow>& rows = window_.form.children.selected->rows();
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const std::int32_t child = base::toInt32(form::toUtf8(rows[i].texts.value(kIdColumn)));
+        requireFree(child);
         lLinkListAndChild(list, child, placeOf(i));
         lVarUpdDuplicate(child, rows[i].checked);
     }

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "form/window.h"
+#include "links/link_rows.h"
 
 namespace stelvan::links {
 
@@ -37,8 +38,8 @@ public:
     /// Stores a child's list and its place in it; 0 and 0 release it.
     void lLinkListAndChild(std::int32_t parentId, std::int32_t childId, std::int16_t position);
 
-    /// An edit begins: the pool of another record is dropped, and so are rows that are not the
-    /// children of the record in txtVarID.
+    /// An edit begins: the pool of another record is dropped, and the list is read anew where one
+    /// is shown. What the file holds now is what a save may replace.
     void beginEditing();
     /// The edit is over: from here on the list is filled from the file again.
     void endEditing();
@@ -48,8 +49,9 @@ public:
     /// While editing: whether the list holds what may be saved. False after a fill that failed.
     [[nodiscard]] bool filled() const { return heldInEdit_; }
 
-    /// Releases every child that the file links to the variable. Throws RunTimeError. Runs inside
-    /// the caller's unit of work, as saveLinks does.
+    /// Releases every child that the file links to the variable. Throws RunTimeError, that of a
+    /// changed record where another program changed them since the edit began. Runs inside the
+    /// caller's unit of work, as saveLinks does.
     void releaseChildren(const std::string& listId);
     /// Releases the present children, then links the rows of lvwChildItems, 1 to n, with their
     /// flags.
@@ -59,11 +61,17 @@ private:
     void fillPool();
     void fillList();
     [[nodiscard]] std::string listId() const;
+    /// The children of a list in the file, with their places and marks.
+    [[nodiscard]] LinkRows childRowsOf(const std::string& list) const;
+    /// Throws where another program has put the child into a list meanwhile, or deleted it.
+    void requireFree(std::int32_t childId) const;
     /// Statements about one child, over a connection of its own.
     void execute(std::int32_t childId, std::span<const std::string> statements) const;
 
     form::Window& window_;
     std::optional<QString> filledFor_;  // the id whose children the shown list holds
+    std::optional<LinkRows> shown_;     // of the list being edited; none of a new one
+    QStringList own_;                   // the ids that the shown list was filled with
     bool editing_ = false;
     bool heldInEdit_ = false;
 };

@@ -10,7 +10,6 @@
 #include "db/query.h"
 #include "form/text.h"
 #include "gem/schema.h"
-#include "links/link_rows.h"
 
 namespace stelvan::links {
 namespace {
@@ -93,6 +92,9 @@ void ReportVariables::lRptSetRightByRecord(bool editing) {
 }
 
 void ReportVariables::beginEditing() {
+    lUpdateRptVarList();
+    const std::string id = form::toUtf8(window_.form[gem::Control::txtRptID].text());
+    if (filled_ && base::isNumeric(id)) shown_ = linkRowsOf(window_.operations, gem::kReportVariables, id);
     form::ListView& selected = *window_.form.variables.selected;
     std::vector<form::ListRow> rows = selected.rows();
     std::stable_sort(rows.begin(), rows.end(), comesBefore);
@@ -102,6 +104,7 @@ void ReportVariables::beginEditing() {
 void ReportVariables::clear() {
     window_.form.variables.selected->clearRows();
     filled_ = true;
+    shown_.reset();
 }
 
 void ReportVariables::saveLinks(const std::string& reportId) {
@@ -111,6 +114,8 @@ void ReportVariables::saveLinks(const std::string& reportId) {
         const QString id = row.texts.value(kIdColumn);
         if (written.emplace(id, orderOf(row)).second) variables.push_back(form::toUtf8(id));
     }
+    if (shown_)
+        requireUnchanged(*shown_, linkRowsOf(window_.operations, gem::kReportVariables, reportId));
     replaceLinks(window_.operations, gem::kReportVariables, reportId, variables);
 }
 

@@ -5,10 +5,12 @@
 // fails is reported, and the rest of the window goes on.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "form/window.h"
+#include "links/link_rows.h"
 
 namespace stelvan::links {
 
@@ -28,7 +30,8 @@ public:
     /// Save, Cancel, Add New, Edit and Delete by the report shown: 0 to 100 are reserved.
     void lRptSetRightByRecord(bool editing);
 
-    /// Puts the rows in the numeric order of "Order".
+    /// An edit begins: the list is read anew, its rows are put in the numeric order of "Order", and
+    /// what the file holds now is what a save may replace.
     void beginEditing();
 
     /// Empties lvwVarList, as for a report that is new or gone.
@@ -37,12 +40,14 @@ public:
     [[nodiscard]] bool filled() const { return filled_; }
 
     /// Replaces the report's link rows by the rows of lvwVarList, 1 to n; rows of one id and one
-    /// loaded order are one link. Throws RunTimeError. Runs inside the caller's unit of work.
+    /// loaded order are one link. Throws RunTimeError, that of a changed record where another
+    /// program changed them since the edit began. Runs inside the caller's unit of work.
     void saveLinks(const std::string& reportId);
 
 private:
     form::Window& window_;
     bool filled_ = true;
+    std::optional<LinkRows> shown_;  // of the record being edited; none of a new one
 };
 
 }  // namespace stelvan::links

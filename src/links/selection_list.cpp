@@ -159,8 +159,16 @@ void SelectionLists::cmdSelect_Click() {
 }
 
 void SelectionLists::cmdDeselect_Click() {
-    window_.errors.handle("cmdDeselect_Click",
-                          [&] { lDeselectItem(*window_.form.children.selected); });
+    window_.errors.handle("cmdDeselect_Click", [&] {
+        const form::TwoListEditor& children = window_.form.children;
+        const int row = children.selected->selectedRow();
+        const form::ListRow taken = row < 0 ? form::ListRow() : children.selected->row(row);
+        lDeselectItem(*children.selected);
+        // The pool holds what belongs to no list, so it may lack what has just left this one.
+        const QStringList texts = taken.texts.mid(kShiftedId - kPoolId);
+        if (row >= 0 && !holds(*children.pool, kPoolId, texts.value(kPoolId)))
+            children.pool->appendRow({texts});
+    });
 }
 
 void SelectionLists::cmdOrderUp_Click() {

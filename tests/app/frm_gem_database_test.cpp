@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTextDocument>
 #include <fstream>
 
 #include "form/text.h"
@@ -104,6 +106,30 @@ TEST_F(FrmGemDatabaseTest, BrowseTakesWhatTheFileDialogReturnsAndCancellingItEmp
 TEST_F(FrmGemDatabaseTest, ToolTipRepeatsThePath) {
     path().setText("/a/long/path/gem.mdb");
     EXPECT_EQ(path().toolTip(), "/a/long/path/gem.mdb");
+}
+
+TEST_F(FrmGemDatabaseTest, APathIsNeverTakenForMarkup) {
+    path().setText("/models/<b>new</b>/gem.mdb");
+    QTextDocument shown;
+    shown.setHtml(path().toolTip());
+    EXPECT_EQ(shown.toPlainText(), "/models/<b>new</b>/gem.mdb");
+}
+
+/// Some desktops' group boxes take Enter for themselves.
+class GreedyParent : public QObject {
+public:
+    bool eventFilter(QObject*, QEvent* event) override { return event->type() == QEvent::KeyPress; }
+};
+
+TEST_F(FrmGemDatabaseTest, EnterReachesTheFieldWhateverItsFrameDoesWithIt) {
+    GreedyParent greedy;
+    dialog.findChild<QGroupBox*>("fraDB")->installEventFilter(&greedy);
+    path().setFocus();
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        boxes.messages.clear();
+        QTest::keyClick(&path(), key);
+        EXPECT_EQ(boxes.messages.size(), 1U);
+    }
 }
 
 TEST_F(FrmGemDatabaseTest, EnterInTheFieldLoadsOnce) {

@@ -7,19 +7,16 @@
 
 #include <csignal>
 
+#include "tests/support/samples.h"
+
 namespace stelvan::app {
 namespace {
 
-std::string uniqueName() {
-    static int count = 0;
-    return "stelvan-test-" + std::to_string(::getpid()) + "-" + std::to_string(++count);
-}
-
 TEST(SingleInstance, SecondCopyIsRefusedWhileTheFirstRuns) {
-    const std::string name = uniqueName();
-    SingleInstance second(name);
+    const test::ScratchDir scratch;
+    SingleInstance second(scratch.path() / "state");
     {
-        SingleInstance first(name);
+        SingleInstance first(scratch.path() / "state");
         EXPECT_TRUE(first.acquire());
         EXPECT_TRUE(first.acquire());
         EXPECT_FALSE(second.acquire());
@@ -28,14 +25,38 @@ TEST(SingleInstance, SecondCopyIsRefusedWhileTheFirstRuns) {
 }
 
 TEST(SingleInstance, AnotherUsersCopyDoesNotCount) {
-    SingleInstance mine(uniqueName());
-    SingleInstance theirs(uniqueName());
+    const test::ScratchDir scratch;
+    SingleInstance mine(scratch.path() / "mine");
+    SingleInstance theirs(scratch.path() / "theirs");
     EXPECT_TRUE(mine.acquire());
     EXPECT_TRUE(theirs.acquire());
 }
 
+TEST(SingleInstance, AFolderWhereOthersMayWriteProvesNothing) {
+    const test::ScratchDir scratch;
+    const auto folder = scratch.path() / "shared";
+    std::filesystem::create_directory(folder);
+    std::filesystem::permissions(folder, std::filesystem::perms::all);
+    SingleInstance planted(folder);
+    SingleInstance mine(folder);
+    EXPECT_TRUE(planted.acquire());
+    EXPECT_TRUE(mine.acquire()) << "nobody else can keep the program from starting";
+}
+
+TEST(SingleInstance, ALinkInPlaceOfTheLockIsNotFollowed) {
+    const test::ScratchDir scratch;
+    const auto target = scratch.path() / "precious";
+    std::filesystem::create_symlink(target, scratch.path() / "stelvan.lock");
+    std::filesystem::permissions(scratch.path(), std::filesystem::perms::owner_all);
+    SingleInstance copy(scratch.path());
+    EXPECT_TRUE(copy.acquire());
+    EXPECT_FALSE(std::filesystem::exists(target));
+}
+
 TEST(SingleInstance, KilledCopyLeavesNothingBehind) {
-    const std::string name = uniqueName();
+    const test::ScratchDir scratch;
+    const auto& name = scratch.path();
+    std::filesystem::permissions(name, std::filesystem::perms::owner_all);
     int ready[2];
     ASSERT_EQ(::pipe(ready), 0);
     const pid_t child = ::fork();

@@ -34,6 +34,24 @@ TEST_F(ListViewTest, FillingSelectsTheFirstRowAndAnEmptyListHasNone) {
     EXPECT_EQ(list.selectedRow(), -1);
 }
 
+TEST_F(ListViewTest, NarrowingLooksAtTheColumnsThatAreSeen) {
+    list.setHeaders({"Name", "ID", "Group", "Value"});
+    list.setWidths({3, 1, 2, 0});
+    list.setRows({{{"Alpha", "1", "g", "hidden"}}, {{"Beta", "2", "g", "seen"}}});
+    list.setNarrowing("hidden");
+    EXPECT_EQ(list.model()->rowCount(), 0);
+    list.setNarrowing("ALPHA");
+    EXPECT_EQ(list.model()->rowCount(), 1);
+    list.setNarrowing("");
+    EXPECT_EQ(list.model()->rowCount(), 2);
+}
+
+TEST_F(ListViewTest, WithoutWidthsOfItsOwnAColumnHasTheDefault) {
+    list.setWidths({2, 1});
+    list.setWidths({});
+    EXPECT_EQ(list.columnWidth(0), list.header()->defaultSectionSize());
+}
+
 TEST_F(ListViewTest, AppendingLeavesTheSelectionAlone) {
     fill();
     list.selectRow(1);

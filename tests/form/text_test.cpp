@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QTextDocument>
+
 namespace stelvan::form {
 namespace {
 
@@ -37,6 +39,15 @@ TEST(Text, DifferenceKeepsWhatBothVersionsShare) {
     EXPECT_EQ(inserted.suffix, 2);
     const Difference doubled = differenceOf(u"aa", u"aaa");
     EXPECT_EQ(doubled.prefix + doubled.suffix, 2);
+}
+
+TEST(ToolTips, ShowATextLetterByLetter) {
+    EXPECT_EQ(asToolTip("plain & simple"), "plain & simple");
+    for (const char* text : {"<b>bold</b>", "a <img src='x'> b", "<html>", "two\n<i>lines</i>"}) {
+        QTextDocument shown;
+        shown.setHtml(asToolTip(text));
+        EXPECT_EQ(shown.toPlainText(), text);
+    }
 }
 
 }  // namespace

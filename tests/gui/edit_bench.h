@@ -1,6 +1,8 @@
 // The whole window, and its file read by another reader after each change.
 #pragma once
 
+#include <QLabel>
+
 #include "tests/gui/mdb_export.h"
 #include "tests/support/window_bench.h"
 

@@ -132,6 +132,7 @@ void CategoryTree::lUpdatePropInfo(std::int16_t index) {
 void CategoryTree::forgetCategory() {
     window_.state.category = gem::NO_CATEGORY;
     records_.lUpdateNavigator();
+    window_.showButtons();
     window_.form.clearInputs();
     setStatus(QString());
     grid_.reset();

@@ -54,7 +54,8 @@ void EventReports::lUpdateEvtRptList(bool /*gem*/) {
 void EventReports::beginEditing() {
     lUpdateEvtRptList(false);
     const std::string id = form::toUtf8(window_.form[gem::Control::txtEvtID].text());
-    if (filled_ && base::isNumeric(id)) shown_ = linkRowsOf(window_.operations, gem::kEventReports, id);
+    if (filled_ && base::isNumeric(id))
+        shown_ = linkRowsOf(window_.operations, gem::kEventReports, id);
 }
 
 void EventReports::clear() {

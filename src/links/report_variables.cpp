@@ -94,7 +94,8 @@ void ReportVariables::lRptSetRightByRecord(bool editing) {
 void ReportVariables::beginEditing() {
     lUpdateRptVarList();
     const std::string id = form::toUtf8(window_.form[gem::Control::txtRptID].text());
-    if (filled_ && base::isNumeric(id)) shown_ = linkRowsOf(window_.operations, gem::kReportVariables, id);
+    if (filled_ && base::isNumeric(id))
+        shown_ = linkRowsOf(window_.operations, gem::kReportVariables, id);
     form::ListView& selected = *window_.form.variables.selected;
     std::vector<form::ListRow> rows = selected.rows();
     std::stable_sort(rows.begin(), rows.end(), comesBefore);

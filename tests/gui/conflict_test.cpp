@@ -197,7 +197,10 @@ TEST_F(Conflict, AListThatCouldNotBeReadIsNotSaved) {
     dialogs.messages.clear();
     ASSERT_EQ(form()[txtEvtID].text(), "162");
     ASSERT_EQ(form().reports.selected->rowCount(), 0);
+    hideFile();
     edit();
+    bringBackFile();
+    dialogs.messages.clear();
     save();
     expectOneFailure("ERROR(91) [frmMain.cmdSave_Click.0]");
     EXPECT_EQ(state().editMode, form::EditMode::Editing);

@@ -1,6 +1,7 @@
 # One test program for each floor, from tests/<folder>/*_test.cpp; every test is its own ctest entry.
 find_package(GTest REQUIRED)
 include(GoogleTest)
+include(${CMAKE_SOURCE_DIR}/tests/models/models.cmake)
 
 # stelvan_tests(NAME [QT] [LINKS target...]): the tests of tests/NAME
 function(stelvan_tests name)

@@ -14,7 +14,6 @@ namespace {
 class EditingFlow : public WindowBench {
 protected:
     void SetUp() override {
-        STELVAN_NEEDS_SAMPLE("gem.mdb");
         open();
     }
     [[nodiscard]] const form::Navigator& nav() const { return form().nav; }

@@ -11,7 +11,7 @@
 #include "jet/rows/value_text.h"
 #include "tests/data/model_texts.h"
 #include "tests/support/run_gemdb.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {

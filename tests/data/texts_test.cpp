@@ -7,7 +7,7 @@
 #include "data/builder/generated_model.h"
 #include "data/builder/schema_text.h"
 #include "data/builder/table_text.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {

@@ -1,4 +1,4 @@
-// The statements that write, as the program composes them, on files of both makes; another reader
+// The statements that write, as the program composes them, on files of every make; another reader
 // agrees.
 #include <gtest/gtest.h>
 
@@ -16,12 +16,9 @@ using test::failureOf;
 using test::GemFile;
 using Texts = std::vector<std::string>;
 
-class WritingStatements : public testing::TestWithParam<const char*> {
+class WritingStatements : public testing::TestWithParam<stelvan::test::ModelFile> {
 protected:
-    void SetUp() override {
-        STELVAN_NEEDS_SAMPLE(GetParam());
-        file_ = std::make_unique<GemFile>(GetParam());
-    }
+    void SetUp() override { file_ = std::make_unique<GemFile>(GetParam().path()); }
     void TearDown() override {
         if (file_ == nullptr) return;
         for (const jet::Finding& finding : jet::check(file_->path())) {
@@ -189,11 +186,9 @@ TEST_P(WritingStatements, AnotherReaderSeesTheSameLinks) {
     EXPECT_EQ(found, (Texts{"162|110|2", "162|126|1", "162|140|3"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(BothMakes, WritingStatements,
-                         testing::Values("gem.mdb", "gem_int_flags.mdb"), [](const auto& make) {
-                             const std::string name = make.param;
-                             return name.substr(0, name.find('.'));
-                         });
+INSTANTIATE_TEST_SUITE_P(EveryMake, WritingStatements,
+                         testing::ValuesIn(test::bothLayouts()),
+                         [](const auto& file) { return stelvan::test::label(file.param); });
 
 TEST(WritingFlags, TrueIsMinusOneInANumberColumnAndACheckBoxWritesOne) {
     STELVAN_GEM_FILE("gem_int_flags.mdb");

@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "tests/support/run_gemdb.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {

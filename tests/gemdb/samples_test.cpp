@@ -1,6 +1,5 @@
-// gemdb against real files: every row, column and index equals what independent readers found in
-// them.
-#include "tests/support/samples.h"
+// gemdb against whole files: every row, column and index equals what they are known to hold.
+#include "tests/support/models.h"
 
 #include <gtest/gtest.h>
 
@@ -12,73 +11,51 @@
 namespace stelvan::test {
 namespace {
 
-struct Sample {
-    const char* file;
-    const char* expected;  // expected/NAME.jsonl
-};
+std::string nameOf(const ::testing::TestParamInfo<ModelFile>& info) {
+    return label(info.param);
+}
 
-constexpr Sample kSamples[] = {
-    {"gem.mdb", "gem"},
-    {"gem_int_flags.mdb", "gem_int_flags"},
-    {"gem_empty.mdb", "gem_empty"},
-    {"gem_edges.mdb", "gem_edges"},
-    {"access/compressed_text.mdb", "access_compressed_text"},
-    {"access/deleted_columns.mdb", "access_deleted_columns"},
-    {"access/deleted_rows.mdb", "access_deleted_rows"},
-    {"access/descending_index.mdb", "access_descending_index"},
-    {"access/index_cursor.mdb", "access_index_cursor"},
-    {"access/long_memo.mdb", "access_long_memo"},
-    {"access/no_rows.mdb", "access_no_rows"},
-    {"access/no_user_tables.mdb", "access_no_user_tables"},
-    {"access/numeric.mdb", "access_numeric"},
-    {"access/overflow.mdb", "access_overflow"},
-    {"access/relationships.mdb", "access_relationships"},
-    {"access/text_index_empty.mdb", "access_text_index_empty"},
-};
-
-class SampleTest : public ::testing::TestWithParam<Sample> {
+class WholeFileTest : public ::testing::TestWithParam<ModelFile> {
 protected:
     void SetUp() override {
-        STELVAN_NEEDS_SAMPLE(GetParam().file);
-        file_ = sample(GetParam().file);
+        STELVAN_NEEDS_FILE(GetParam());
+        file_ = GetParam().path();
     }
 
-    [[nodiscard]] std::vector<std::string> expected(const std::string& ending) const {
-        return splitLines(
-            readFile(sample("expected/" + std::string(GetParam().expected) + ending)));
+    [[nodiscard]] static std::vector<std::string> expected(const std::string& kind) {
+        const std::filesystem::path known = GetParam().expected(kind);
+        return known.empty() ? std::vector<std::string>{} : splitLines(readFile(known));
     }
 
     std::string file_;
 };
 
-std::string nameOf(const ::testing::TestParamInfo<Sample>& info) {
-    return info.param.expected;
-}
-
-TEST_P(SampleTest, DumpGivesEveryRow) {
+TEST_P(WholeFileTest, DumpGivesEveryRow) {
     const ProgramRun run = runGemdb({"dump", file_});
     EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(sortedJson(splitLines(run.out)), sortedJson(expected(".jsonl")));
+    EXPECT_EQ(sortedJson(splitLines(run.out)), sortedJson(expected("jsonl")));
 }
 
-TEST_P(SampleTest, DumpGivesTheRowsInStoredOrderOfTablesInAlphabeticalOrder) {
+TEST_P(WholeFileTest, DumpGivesTheRowsInStoredOrderOfTablesInAlphabeticalOrder) {
     const std::vector<std::string> lines = splitLines(runGemdb({"dump", file_}).out);
-    const std::vector<std::string> wanted = expected(".jsonl");
+    const std::vector<std::string> wanted = expected("jsonl");
     ASSERT_EQ(lines.size(), wanted.size());
     for (std::size_t i = 0; i < lines.size(); ++i) {
         ASSERT_EQ(sortedJson({lines[i]}), sortedJson({wanted[i]})) << "line " << i + 1;
     }
 }
 
-TEST_P(SampleTest, SchemaGivesEveryColumnIndexAndRelationship) {
+TEST_P(WholeFileTest, SchemaGivesEveryColumnIndexAndRelationship) {
     const ProgramRun run = runGemdb({"schema", file_});
     EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(splitLines(run.out), expected(".schema.jsonl"));
+    EXPECT_EQ(splitLines(run.out), expected("schema.jsonl"));
 }
 
-TEST_P(SampleTest, SystemTablesCanBeDumpedByName) {
-    const std::vector<std::string> wanted = expected(".system.jsonl");
-    if (wanted.empty()) GTEST_SKIP() << "nothing is known of this file's system tables";
+class SystemTablesTest : public WholeFileTest {};
+
+TEST_P(SystemTablesTest, CanBeDumpedByName) {
+    const std::vector<std::string> wanted = expected("system.jsonl");
+    ASSERT_FALSE(wanted.empty());
     std::vector<std::string> lines;
     std::string last;
     for (const std::string& line : wanted) {
@@ -92,28 +69,48 @@ TEST_P(SampleTest, SystemTablesCanBeDumpedByName) {
     EXPECT_EQ(sortedJson(lines), sortedJson(wanted));
 }
 
-INSTANTIATE_TEST_SUITE_P(Samples, SampleTest, ::testing::ValuesIn(kSamples), nameOf);
+const std::vector<std::string> kShapes = {
+    "shapes/compressed_text.mdb", "shapes/deleted_columns.mdb", "shapes/deleted_rows.mdb",
+    "shapes/descending_index.mdb", "shapes/index_cursor.mdb", "shapes/long_memo.mdb",
+    "shapes/no_rows.mdb", "shapes/no_user_tables.mdb", "shapes/numeric.mdb", "shapes/overflow.mdb",
+    "shapes/relationships.mdb", "shapes/text_index_empty.mdb"};
 
-TEST(LargeSample, DumpGivesEveryRow) {
-    STELVAN_NEEDS_SAMPLE("gem_large.mdb");
-    const ProgramRun unpacked =
-        runProgram("/bin/gzip", {"-dc", sample("expected/gem_large.jsonl.gz")});
-    const ProgramRun run = runGemdb({"dump", sample("gem_large.mdb")});
-    EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(sortedJson(splitLines(run.out)), sortedJson(splitLines(unpacked.out)));
-    EXPECT_EQ(splitLines(runGemdb({"schema", sample("gem_large.mdb")}).out),
-              splitLines(readFile(sample("expected/gem_large.schema.jsonl"))));
+std::vector<ModelFile> wholeFiles() {
+    std::vector<std::string> names = {"gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb",
+                                      "gem_edges.mdb"};
+    names.insert(names.end(), kShapes.begin(), kShapes.end());
+    return byEveryMaker(names);
 }
+
+INSTANTIATE_TEST_SUITE_P(Models, WholeFileTest, ::testing::ValuesIn(wholeFiles()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Models, SystemTablesTest, ::testing::ValuesIn(byOtherMakers(kShapes)),
+                         nameOf);
+
+class LargeFileTest : public ::testing::TestWithParam<ModelFile> {};
+
+TEST_P(LargeFileTest, DumpGivesEveryRow) {
+    STELVAN_NEEDS_FILE(GetParam());
+    const std::filesystem::path packed = GetParam().expected("jsonl.gz");
+    const std::string rows = packed.empty() ? readFile(GetParam().expected("jsonl"))
+                                            : runProgram("/bin/gzip", {"-dc", packed}).out;
+    const ProgramRun run = runGemdb({"dump", GetParam().path()});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(sortedJson(splitLines(run.out)), sortedJson(splitLines(rows)));
+    EXPECT_EQ(splitLines(runGemdb({"schema", GetParam().path()}).out),
+              splitLines(readFile(GetParam().expected("schema.jsonl"))));
+}
+
+INSTANTIATE_TEST_SUITE_P(Models, LargeFileTest, ::testing::ValuesIn(byEveryMaker({"gem_large.mdb"})),
+                         nameOf);
 
 /// A file that cannot be opened, or not wholly read: one line that says why, status 2, and no byte
 /// changed.
-class RefusedTest : public ::testing::TestWithParam<const char*> {};
+class RefusedTest : public ::testing::TestWithParam<ModelFile> {};
 
 TEST_P(RefusedTest, EndsWithAnErrorOfItsOwnAndIsLeftAsItWas) {
-    const std::string name = std::string("refused/") + GetParam() + "/gem.mdb";
-    STELVAN_NEEDS_SAMPLE(name);
+    STELVAN_NEEDS_FILE(GetParam());
     const ScratchDir folder;
-    const std::string copy = folder.copyOf(sample(name));
+    const std::string copy = folder.copyOf(GetParam().path());
     const std::string before = readFile(copy);
     for (const std::vector<std::string>& command :
          {std::vector<std::string>{"dump", copy},
@@ -127,44 +124,49 @@ TEST_P(RefusedTest, EndsWithAnErrorOfItsOwnAndIsLeftAsItWas) {
     }
 }
 
+std::vector<ModelFile> refusedFiles(const std::vector<std::string>& kinds) {
+    std::vector<std::string> names;
+    for (const std::string& kind : kinds) names.push_back("refused/" + kind + "/gem.mdb");
+    return byEveryMaker(names);
+}
+
 INSTANTIATE_TEST_SUITE_P(Refused, RefusedTest,
-                         ::testing::Values("access97", "access2007", "text_file", "zero_length",
-                                           "wrong_signature", "truncated", "damaged_catalogue"),
-                         [](const auto& kind) { return std::string(kind.param); });
+                         ::testing::ValuesIn(refusedFiles({"access97", "access2007", "text_file",
+                                                           "zero_length", "wrong_signature",
+                                                           "truncated", "damaged_catalogue"})),
+                         nameOf);
 
 /// Damage within: what is whole can be read, what is not gives an error.
-struct Damage {
-    const char* folder;
-    const char* wholeTable;
+class DamagedTest : public ::testing::TestWithParam<ModelFile> {
+protected:
+    /// A table that the damage leaves alone.
+    [[nodiscard]] static std::string wholeTable() {
+        const bool cut = GetParam().name.find("truncated") != std::string::npos;
+        return cut ? "secs_gemvar" : "secs_setting";
+    }
 };
 
-class DamagedTest : public ::testing::TestWithParam<Damage> {};
-
 TEST_P(DamagedTest, DumpEndsWithAnErrorAndTheFileIsLeftAsItWas) {
-    const std::string name = std::string("refused/") + GetParam().folder + "/gem.mdb";
-    STELVAN_NEEDS_SAMPLE(name);
+    STELVAN_NEEDS_FILE(GetParam());
     const ScratchDir folder;
-    const std::string copy = folder.copyOf(sample(name));
+    const std::string copy = folder.copyOf(GetParam().path());
     const std::string before = readFile(copy);
     const ProgramRun run = runGemdb({"dump", copy});
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(splitLines(run.err).size(), 1U) << run.err;
-    EXPECT_EQ(runGemdb({"dump", copy, GetParam().wholeTable}).status, 0);
+    EXPECT_EQ(runGemdb({"dump", copy, wholeTable()}).status, 0);
     EXPECT_EQ(readFile(copy), before);
 }
 
 INSTANTIATE_TEST_SUITE_P(Refused, DamagedTest,
-                         ::testing::Values(Damage{"truncated_at_page", "secs_gemvar"},
-                                           Damage{"damaged_ring", "secs_setting"},
-                                           Damage{"damaged_rows", "secs_setting"},
-                                           Damage{"damaged_memo", "secs_setting"}),
-                         [](const auto& kind) { return std::string(kind.param.folder); });
+                         ::testing::ValuesIn(refusedFiles({"truncated_at_page", "damaged_ring",
+                                                           "damaged_rows", "damaged_memo"})),
+                         nameOf);
 
 TEST(RefusedFiles, EachKindHasATextOfItsOwn) {
-    STELVAN_NEEDS_SAMPLE("refused/access97/gem.mdb");
     std::vector<std::string> texts;
     for (const char* kind : {"access97", "access2007", "text_file", "zero_length", "truncated"}) {
-        const std::string file = sample(std::string("refused/") + kind + "/gem.mdb");
+        const std::string file = model(std::string("refused/") + kind + "/gem.mdb");
         std::string text = runGemdb({"tables", file}).err;
         text.erase(text.find(file), file.size());
         EXPECT_EQ(std::ranges::count(texts, text), 0) << text;

@@ -9,7 +9,6 @@ namespace stelvan::test {
 class EditBench : public WindowBench {
 protected:
     void SetUp() override {
-        STELVAN_NEEDS_SAMPLE("gem.mdb");
         STELVAN_NEEDS_MDB_EXPORT();
     }
 

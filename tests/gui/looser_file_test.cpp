@@ -12,7 +12,6 @@ class LooserFile : public test::EditBench {
 protected:
     void SetUp() override {
         EditBench::SetUp();
-        STELVAN_NEEDS_SAMPLE("gem_int_flags.mdb");
         open("gem_int_flags.mdb");
     }
     [[nodiscard]] QStringList values(const std::string& sql) {

@@ -12,7 +12,7 @@
 #include "jet/check/check.h"
 #include "jet/database.h"
 #include "jet/rows/row_reader.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {
@@ -152,9 +152,8 @@ TEST(IndependentReader, ReadsAlikeAfterRowsWereChangedMovedAndErased) {
 
 TEST(IndependentReader, ReadsAlikeAfterARealFileWasChanged) {
     NEEDS_READER();
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     ScratchDir scratch;
-    const auto path = scratch.copyOf(sample("gem.mdb"));
+    const auto path = scratch.copyOf(model("gem.mdb"));
     Database database = Database::open(path);
     jet::Table& reports = database.table("secs_report");
     const std::size_t id = *reports.info().findColumn("rpt_id");

@@ -7,7 +7,7 @@
 
 #include "jet/database.h"
 #include "tests/readers/node_reader.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {
@@ -20,19 +20,19 @@ std::vector<std::string> difference(const RowTexts& ours, const RowTexts& theirs
     return rows;
 }
 
-class MdbReader : public ::testing::TestWithParam<const char*> {};
+class MdbReader : public ::testing::TestWithParam<ModelFile> {};
 
 TEST_P(MdbReader, FindsTheRowsThatTheEngineReads) {
-    STELVAN_NEEDS_SAMPLE(GetParam());
-    const auto theirs = readWithNode(sample(GetParam()));
+    STELVAN_NEEDS_FILE(GetParam());
+    const auto theirs = readWithNode(GetParam().path());
     if (!theirs) GTEST_SKIP() << "mdb-reader is absent";
-    EXPECT_THAT(difference(readWithEngine(sample(GetParam())), *theirs), ::testing::IsEmpty());
+    EXPECT_THAT(difference(readWithEngine(GetParam().path()), *theirs), ::testing::IsEmpty());
 }
 
 TEST_P(MdbReader, FindsTheRowsThatTheEngineWrote) {
-    STELVAN_NEEDS_SAMPLE(GetParam());
+    STELVAN_NEEDS_FILE(GetParam());
     const ScratchDir scratch;
-    const auto file = scratch.copyOf(sample(GetParam()));
+    const auto file = scratch.copyOf(GetParam().path());
     {
         jet::Database database = jet::Database::open(file);
         jet::UnitOfWork unit(database);
@@ -70,9 +70,9 @@ TEST_P(MdbReader, FindsTheRowsThatTheEngineWrote) {
 }
 
 TEST_P(MdbReader, FindsLongTextsInChainsOfPages) {
-    STELVAN_NEEDS_SAMPLE(GetParam());
+    STELVAN_NEEDS_FILE(GetParam());
     const ScratchDir scratch;
-    const auto file = scratch.copyOf(sample(GetParam()));
+    const auto file = scratch.copyOf(GetParam().path());
     {
         jet::Database database = jet::Database::open(file);
         jet::UnitOfWork unit(database);
@@ -93,12 +93,9 @@ TEST_P(MdbReader, FindsLongTextsInChainsOfPages) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Models, MdbReader,
-                         ::testing::Values("gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb",
-                                           "gem_edges.mdb"),
-                         [](const auto& model) {
-                             const std::string name = model.param;
-                             return name.substr(0, name.find('.'));
-                         });
+                         ::testing::ValuesIn(byEveryMaker({"gem.mdb", "gem_int_flags.mdb",
+                                                           "gem_empty.mdb", "gem_edges.mdb"})),
+                         [](const auto& file) { return label(file.param); });
 
 }  // namespace
 }  // namespace stelvan::test

@@ -7,7 +7,7 @@
 
 #include "jet/rows/value_text.h"
 #include "sql/error.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::sql {
 namespace {
@@ -15,7 +15,7 @@ namespace {
 class OpenSample {
 public:
     explicit OpenSample(const std::string& name)
-        : database_(jet::Database::open(scratch_.copyOf(test::sample(name)))), engine_(database_) {}
+        : database_(jet::Database::open(scratch_.copyOf(test::model(name)))), engine_(database_) {}
 
     /// Rows as texts joined by bars.
     std::vector<std::string> rows(const std::string& sql) {
@@ -54,7 +54,6 @@ private:
 using Lines = std::vector<std::string>;
 
 TEST(Engine, ALookupFindsWhatAScanFinds) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
     const Lines names = file.rows("SELECT var_name FROM secs_cusvar");
     for (std::size_t at = 0; at < names.size(); at += 7) {
@@ -69,7 +68,6 @@ TEST(Engine, ALookupFindsWhatAScanFinds) {
 }
 
 TEST(Engine, RowsWithoutAnOrderComeAsTheyAreStored) {
-    STELVAN_NEEDS_SAMPLE("gem_large.mdb");
     OpenSample file("gem_large.mdb");
     for (const char* sql :
          {"select * from secs_cusvar where var_type = 'SV'", "secs_rpt_var",
@@ -84,7 +82,6 @@ TEST(Engine, RowsWithoutAnOrderComeAsTheyAreStored) {
 }
 
 TEST(Engine, EqualKeysOfAnOrderStayInStoredOrder) {
-    STELVAN_NEEDS_SAMPLE("gem_large.mdb");
     OpenSample file("gem_large.mdb");
     const Selection selection = file.select("select * from secs_cusvar order by var_type");
     const auto& places = std::get<RowPlaces>(selection).places;
@@ -97,7 +94,6 @@ TEST(Engine, EqualKeysOfAnOrderStayInStoredOrder) {
 }
 
 TEST(Engine, AnIncompleteKeyOfACompoundIndexFindsAllItsRowsInStoredOrder) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
     const Lines all = file.rows("SELECT var_id FROM var_limit");
     ASSERT_EQ(all.size(), 18U);
@@ -110,7 +106,6 @@ TEST(Engine, AnIncompleteKeyOfACompoundIndexFindsAllItsRowsInStoredOrder) {
 }
 
 TEST(Engine, JoinsTakeEachOthersIdentifiersWhateverTheirTypes) {
-    STELVAN_NEEDS_SAMPLE("gem_int_flags.mdb");
     OpenSample file("gem_int_flags.mdb");
     const Lines comma = file.rows(
         "SELECT e.evt_id, r.rpt_id FROM secs_def_evt_rpt e, secs_report r WHERE e.rpt_id = "
@@ -123,7 +118,6 @@ TEST(Engine, JoinsTakeEachOthersIdentifiersWhateverTheirTypes) {
 }
 
 TEST(Engine, FlagsAreMinusOneAndZeroToSql) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
     EXPECT_EQ(file.rows("SELECT MIN(evt_enable), MAX(evt_enable) FROM secs_cusevent"),
               Lines{"-1|0"});
@@ -134,7 +128,6 @@ TEST(Engine, FlagsAreMinusOneAndZeroToSql) {
 }
 
 TEST(Engine, NullMatchesNeitherEqualNorUnequal) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
     EXPECT_EQ(file.rows("SELECT var_id FROM secs_cusvar WHERE var_unit IS NULL AND var_id = 253"),
               Lines{"253"});
@@ -145,7 +138,6 @@ TEST(Engine, NullMatchesNeitherEqualNorUnequal) {
 }
 
 TEST(Engine, LikeUsesPercentAndUnderscore) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
     const Lines all =
         file.rows("SELECT set_field FROM secs_setting WHERE set_field LIKE 'connection%'");
@@ -154,7 +146,6 @@ TEST(Engine, LikeUsesPercentAndUnderscore) {
 }
 
 TEST(Engine, StatementsReportHowManyRowsTheyChanged) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
     EXPECT_EQ(file.execute("UPDATE secs_cusevent SET evt_group = 'x' WHERE evt_enable = True OR "
                            "evt_enable = False"),
@@ -170,7 +161,6 @@ TEST(Engine, StatementsReportHowManyRowsTheyChanged) {
 }
 
 TEST(Engine, AColumnThatAnUpdateDoesNotNameKeepsItsExactValue) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
     const Lines before =
         file.rows("SELECT var_name, var_desc, var_max FROM secs_cusvar WHERE var_id = 255");
@@ -180,7 +170,6 @@ TEST(Engine, AColumnThatAnUpdateDoesNotNameKeepsItsExactValue) {
 }
 
 TEST(Engine, ColumnsAreNamedAsTheFileSpellsThemAndExpressionsByTheirPlace) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
     const Selection selection = file.select(
         "SELECT r.RPT_NAME, COUNT(*), MAX(e.rpt_order) AS last FROM secs_report r, "
@@ -190,7 +179,6 @@ TEST(Engine, ColumnsAreNamedAsTheFileSpellsThemAndExpressionsByTheirPlace) {
 }
 
 TEST(Engine, WhatIsNoStatementOfAccessIsRefused) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
     const auto kind = [&file](const std::string& sql) {
         try {
@@ -212,7 +200,6 @@ TEST(Engine, WhatIsNoStatementOfAccessIsRefused) {
 }
 
 TEST(Engine, SyntaxErrorsNameTheExpressionOrTheClause) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     OpenSample file("gem.mdb");
     const auto text = [&file](const std::string& sql) -> std::string {
         try {

@@ -17,7 +17,7 @@
 #include "jet/tables/table_scan.h"
 #include "tests/jet/file_bytes.h"
 #include "tests/jet/memory_pages.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::jet {
 namespace {
@@ -33,22 +33,23 @@ std::string describe(const std::vector<Finding>& findings) {
     return text;
 }
 
-class CheckSample : public testing::TestWithParam<const char*> {};
+class CheckWhole : public testing::TestWithParam<test::ModelFile> {};
 
-TEST_P(CheckSample, HasNoFault) {
-    STELVAN_NEEDS_SAMPLE(GetParam());
-    const std::vector<Finding> findings = check(test::sample(GetParam()));
+TEST_P(CheckWhole, HasNoFault) {
+    STELVAN_NEEDS_FILE(GetParam());
+    const std::vector<Finding> findings = check(GetParam().path());
     EXPECT_FALSE(anyFault(findings)) << describe(findings);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    RealFiles, CheckSample,
-    testing::Values("gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb", "gem_edges.mdb",
-                    "gem_large.mdb", "access/compressed_text.mdb", "access/deleted_columns.mdb",
-                    "access/deleted_rows.mdb", "access/descending_index.mdb",
-                    "access/index_cursor.mdb", "access/long_memo.mdb", "access/no_rows.mdb",
-                    "access/no_user_tables.mdb", "access/numeric.mdb", "access/overflow.mdb",
-                    "access/relationships.mdb", "access/text_index_empty.mdb"));
+    Models, CheckWhole,
+    testing::ValuesIn(test::byEveryMaker(
+        {"gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb", "gem_edges.mdb", "gem_large.mdb",
+         "shapes/compressed_text.mdb", "shapes/deleted_columns.mdb", "shapes/deleted_rows.mdb",
+         "shapes/descending_index.mdb", "shapes/index_cursor.mdb", "shapes/long_memo.mdb",
+         "shapes/no_rows.mdb", "shapes/no_user_tables.mdb", "shapes/numeric.mdb",
+         "shapes/overflow.mdb", "shapes/relationships.mdb", "shapes/text_index_empty.mdb"})),
+    [](const auto& file) { return test::label(file.param); });
 
 TEST(Check, AFreshFileOfTheProviderIsSoundToTheLastRule) {
     STELVAN_NEEDS_SAMPLE("access/no_user_tables.mdb");
@@ -58,15 +59,14 @@ TEST(Check, AFreshFileOfTheProviderIsSoundToTheLastRule) {
 }
 
 TEST(Check, WhatIsNoDatabaseIsRefusedAsByOpening) {
-    STELVAN_NEEDS_SAMPLE("refused/text_file/gem.mdb");
-    EXPECT_THROW(static_cast<void>(check(test::sample("refused/text_file/gem.mdb"))), Error);
+    EXPECT_THROW(static_cast<void>(check(test::model("refused/text_file/gem.mdb"))), Error);
 }
 
-// One real file in memory, a place in it to damage, and the words that must be said about it.
+// One model in memory, a place in it to damage, and the words that must be said about it.
 class CheckDamage : public testing::Test {
 protected:
     void load(const std::string& name) {
-        file_ = std::make_shared<MemoryPages>(test::bytesOf(test::sample(name)));
+        file_ = std::make_shared<MemoryPages>(test::bytesOf(test::model(name)));
         scope_.emplace(file_);
         catalog_.emplace(*file_);
     }
@@ -87,7 +87,7 @@ protected:
                 if (data.slot(i).flags == flags) return {*page, static_cast<std::uint8_t>(i)};
             }
         }
-        ADD_FAILURE() << "the sample has no such row";
+        ADD_FAILURE() << "the model has no such row";
         return {};
     }
     WritableBytes rowAt(RecordPointer where) {
@@ -120,7 +120,7 @@ protected:
                     stored->size());
             }
         }
-        ADD_FAILURE() << "the sample has no such long value";
+        ADD_FAILURE() << "the model has no such long value";
         return {};
     }
 
@@ -138,12 +138,8 @@ protected:
     std::shared_ptr<const TableDef> definition_;
 };
 
-#define STELVAN_DAMAGE(sampleName)    \
-    STELVAN_NEEDS_SAMPLE(sampleName); \
-    load(sampleName)
-
 TEST_F(CheckDamage, WrongFreeSpaceOfADataPage) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const PageNumber page = firstPage(table("secs_cusvar"));
     const WritablePageBytes bytes = file_->edit(page);
     putU16(bytes, data_page::kFree, static_cast<std::uint16_t>(u16At(bytes, data_page::kFree) + 1));
@@ -151,32 +147,32 @@ TEST_F(CheckDamage, WrongFreeSpaceOfADataPage) {
 }
 
 TEST_F(CheckDamage, RowsThatOverlap) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const WritablePageBytes bytes = file_->edit(firstPage(table("secs_cusvar")));
     putU16(bytes, data_page::kSlots + 2, 4090);
     expectFault("does not lie within the page");
 }
 
 TEST_F(CheckDamage, APageOfAnotherOwner) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     putU32(file_->edit(firstPage(table("secs_cusvar"))), data_page::kOwner, 2);
     expectFault("names another owner");
 }
 
 TEST_F(CheckDamage, AWrongRowCount) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     putU32(file_->edit(table("secs_cusvar").page), definition::kRows, 299);
     expectFault("table secs_cusvar counts 299 rows but has 300.");
 }
 
 TEST_F(CheckDamage, AnAutoNumberThatWouldBeGivenOutAgain) {
-    STELVAN_DAMAGE("access/compressed_text.mdb");
+    load("shapes/compressed_text.mdb");
     putU32(file_->edit(table("Table").page), definition::kAutoNumber, 2);
     expectFault("but remembers only 2.");
 }
 
 TEST_F(CheckDamage, AMissingIndexEntry) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const TableDef& definition = table("secs_gemvar");
     const PageNumber root = definition.trees[0].root;
     IndexPageEditor editor(file_->edit(root), root, definition.page);
@@ -186,20 +182,20 @@ TEST_F(CheckDamage, AMissingIndexEntry) {
 }
 
 TEST_F(CheckDamage, AnIndexEntryWithAnotherKey) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const TableDef& definition = table("secs_gemvar");
     file_->edit(definition.trees[0].root)[index_page::kEntries + 1] ^= 1;
     expectFault("of table secs_gemvar has an entry that row");
 }
 
 TEST_F(CheckDamage, BitsLeftOverInAnIndexMask) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     file_->edit(table("secs_gemvar").trees[0].root)[index_page::kMask + 450] = 1;
     expectFault("the mask of an index page has bits behind its last entry.");
 }
 
 TEST_F(CheckDamage, IndexLeavesThatAreNotLinked) {
-    STELVAN_DAMAGE("gem_large.mdb");
+    load("gem_large.mdb");
     const TableDef& definition = table("secs_cusvar");
     const IndexPage root(file_->read(definition.trees[0].root), definition.trees[0].root,
                          definition.page);
@@ -208,7 +204,7 @@ TEST_F(CheckDamage, IndexLeavesThatAreNotLinked) {
 }
 
 TEST_F(CheckDamage, ASeparatorBelowItsEntries) {
-    STELVAN_DAMAGE("gem_large.mdb");
+    load("gem_large.mdb");
     const TableDef& definition = table("secs_cusvar");
     const PageNumber root = definition.trees[0].root;
     const std::size_t end = IndexPage(file_->read(root), root, definition.page).endOf(0);
@@ -218,14 +214,14 @@ TEST_F(CheckDamage, ASeparatorBelowItsEntries) {
 }
 
 TEST_F(CheckDamage, AnIndexPageThatItsMapDoesNotList) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const RealIndexDef tree = table("secs_gemvar").trees[0];
     flipInMap(tree.map, tree.root);
     expectFault("but not listed for it.");
 }
 
 TEST_F(CheckDamage, AUniqueIndexWithEqualKeys) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const TableDef& definition = table("secs_rpt_var");
     const DefinitionBytes joined = readDefinitionBytes(*file_, definition.page);
     ASSERT_EQ(joined.pages.size(), 1u);
@@ -238,20 +234,20 @@ TEST_F(CheckDamage, AUniqueIndexWithEqualKeys) {
 }
 
 TEST_F(CheckDamage, APageWithTwoOwners) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const PageNumber page = firstPage(table("secs_cusvar"));
     flipInMap(table("secs_gemvar").ownedMap, page);
     expectFault("the page belongs to two");
 }
 
 TEST_F(CheckDamage, APageThatIsUsedAndFree) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     flipInMap({kGlobalMapPage, kGlobalMapRow}, firstPage(table("secs_cusvar")));
     expectFault("the page is marked free but belongs to table secs_cusvar.");
 }
 
 TEST_F(CheckDamage, APageThatNobodyOwnsIsANoteUnlessTheCheckIsStrict) {
-    STELVAN_DAMAGE("access/no_user_tables.mdb");
+    load("shapes/no_user_tables.mdb");
     file_->append();
     flipInMap({kGlobalMapPage, kGlobalMapRow}, file_->pageCount() - 1);
     const std::vector<Finding> findings = check(file_);
@@ -262,54 +258,54 @@ TEST_F(CheckDamage, APageThatNobodyOwnsIsANoteUnlessTheCheckIsStrict) {
 }
 
 TEST_F(CheckDamage, APageWithRoomThatIsNotTheTables) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const PageNumber page = firstPage(table("secs_cusvar"));
     flipInMap(table("secs_gemvar").freeMap, page);
     expectFault("the page has room for table secs_gemvar but is none of its own.");
 }
 
 TEST_F(CheckDamage, ALongValueOfAnotherLength) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const WritableBytes reference = longValueReference(table("secs_cusvar"), long_value::kSingle);
     reference[0] = static_cast<std::uint8_t>(reference[0] + 1);
     expectFault("a long value");
 }
 
 TEST_F(CheckDamage, ALongValueThatWasDeleted) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const WritableBytes reference = longValueReference(table("secs_cusvar"), long_value::kSingle);
     setSlotFlags(readReference(reference).first, data_page::kDeleted);
     expectFault("a long value that is still in use was deleted.");
 }
 
 TEST_F(CheckDamage, AChainWithAnotherStamp) {
-    STELVAN_DAMAGE("access/long_memo.mdb");
-    const WritableBytes reference = longValueReference(table("MSP_PROJECTS"), long_value::kChain);
+    load("shapes/long_memo.mdb");
+    const WritableBytes reference = longValueReference(table("Notes"), long_value::kChain);
     putU32(reference, long_value::kStamp, u32At(reference, long_value::kStamp) + 1);
     expectFault("stamp is not that of its first page.");
 }
 
 TEST_F(CheckDamage, AChainThatEndsEarly) {
-    STELVAN_DAMAGE("access/long_memo.mdb");
-    const WritableBytes reference = longValueReference(table("MSP_PROJECTS"), long_value::kChain);
+    load("shapes/long_memo.mdb");
+    const WritableBytes reference = longValueReference(table("Notes"), long_value::kChain);
     putU32(reference, long_value::kLengthAndKind, u32At(reference, long_value::kLengthAndKind) + 5);
     expectFault("a long value ends too early.");
 }
 
 TEST_F(CheckDamage, AMovedRowWithoutItsPointer) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     setSlotFlags(slotWith(table("secs_cusvar"), data_page::kPointer), data_page::kDeleted);
     expectFault("a moved row of table secs_cusvar has lost its pointer.");
 }
 
 TEST_F(CheckDamage, AMovedRowThatAScanWouldSeeTwice) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     setSlotFlags(slotWith(table("secs_cusvar"), data_page::kHidden), 0);
     expectFault("a moved row is not marked as one that only its pointer leads to.");
 }
 
 TEST_F(CheckDamage, ADefinitionOfAnotherLength) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const PageNumber page = table("secs_gemvar").page;
     const WritablePageBytes bytes = file_->edit(page);
     putU32(bytes, definition::kLength, u32At(bytes, definition::kLength) - 2);
@@ -317,20 +313,20 @@ TEST_F(CheckDamage, ADefinitionOfAnotherLength) {
 }
 
 TEST_F(CheckDamage, ATableThatIsNoDefinition) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const PageNumber page = table("secs_gemvar").page;
     file_->edit(page)[0] = 1;
     expectFault("it is not a table definition.");
 }
 
 TEST_F(CheckDamage, WritingThatWasBrokenOff) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     setCommitSlot(file_->edit(0), 0);
     expectFault("commit slot 0 says that writing was broken off.");
 }
 
 TEST_F(CheckDamage, TwoTablesOfOneName) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const RowId row = catalog_->findTable("secs_gemvar")->row;
     const auto located = locateRow(*file_, *catalog_->definitionAt(kObjectsPage), row);
     ASSERT_TRUE(located);
@@ -344,7 +340,7 @@ TEST_F(CheckDamage, TwoTablesOfOneName) {
 }
 
 TEST_F(CheckDamage, AChildWithoutAParent) {
-    STELVAN_DAMAGE("access/relationships.mdb");
+    load("shapes/relationships.mdb");
     const RelationshipInfo relationship = catalog_->relationships().at(0);
     const TableDef& child = table(relationship.childTable);
     const std::size_t column = child.info.findColumn(relationship.childColumns.at(0)).value();
@@ -356,7 +352,7 @@ TEST_F(CheckDamage, AChildWithoutAParent) {
 }
 
 TEST_F(CheckDamage, ARelationshipThatPointsOneWayOnly) {
-    STELVAN_DAMAGE("access/relationships.mdb");
+    load("shapes/relationships.mdb");
     const TableDef& parent = table(catalog_->relationships().at(0).parentTable);
     const WritablePageBytes bytes = file_->edit(parent.page);
     for (std::size_t at = definition::kStatistics; at + logical_index::kSize < kPageSize; ++at) {
@@ -369,7 +365,7 @@ TEST_F(CheckDamage, ARelationshipThatPointsOneWayOnly) {
 }
 
 TEST_F(CheckDamage, NoiseIsReportedAndNeverFollowed) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     std::mt19937 random(9);
     for (int round = 0; round < 150; ++round) {
         std::vector<std::pair<PageNumber, std::vector<std::uint8_t>>> before;

@@ -13,7 +13,7 @@
 #include "jet/disk/page_file.h"
 #include "jet/pages/format.h"
 #include "jet/pages/header.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::jet {
 namespace {

@@ -18,7 +18,7 @@
 #include "jet/disk/page_cache.h"
 #include "jet/disk/read_ahead.h"
 #include "jet/pages/format.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::jet {
 namespace {

@@ -1,4 +1,4 @@
-// Every index of every real file: its entries must be exactly those that its table's rows give.
+// Every index of every model file: its entries must be exactly those that its table's rows give.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 #include "tests/jet/file_bytes.h"
 #include "tests/jet/index/text_weights.h"
 #include "tests/jet/memory_pages.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {
@@ -21,16 +21,13 @@ namespace {
 namespace fs = std::filesystem;
 using jet::RowId;
 
-std::vector<std::string> goodSamples() {
-    std::vector<std::string> names = {"gem", "gem_int_flags", "gem_empty", "gem_edges",
-                                      "gem_large"};
-    for (const char* name :
-         {"compressed_text", "deleted_columns", "deleted_rows", "descending_index", "index_cursor",
-          "long_memo", "no_rows", "no_user_tables", "numeric", "overflow", "relationships",
-          "text_index_empty"}) {
-        names.push_back(std::string("access/") + name);
-    }
-    return names;
+std::vector<ModelFile> goodFiles() {
+    return byEveryMaker(
+        {"gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb", "gem_edges.mdb", "gem_large.mdb",
+         "shapes/compressed_text.mdb", "shapes/deleted_columns.mdb", "shapes/deleted_rows.mdb",
+         "shapes/descending_index.mdb", "shapes/index_cursor.mdb", "shapes/long_memo.mdb",
+         "shapes/no_rows.mdb", "shapes/no_user_tables.mdb", "shapes/numeric.mdb",
+         "shapes/overflow.mdb", "shapes/relationships.mdb", "shapes/text_index_empty.mdb"});
 }
 
 struct Entry {
@@ -43,11 +40,11 @@ std::ostream& operator<<(std::ostream& out, const Entry& entry) {
     return out << toHex(entry.key) << " -> " << entry.row.page << '/' << int{entry.row.slot};
 }
 
-class RealIndexEntries : public testing::TestWithParam<std::string> {
+class RealIndexEntries : public testing::TestWithParam<ModelFile> {
 protected:
     void SetUp() override {
-        STELVAN_NEEDS_SAMPLE(GetParam() + ".mdb");
-        pages_ = std::make_shared<MemoryPages>(bytesOf(sample(GetParam() + ".mdb")));
+        STELVAN_NEEDS_FILE(GetParam());
+        pages_ = std::make_shared<MemoryPages>(bytesOf(GetParam().path()));
         scope_.emplace(pages_);
         catalog_.emplace(*pages_);
     }
@@ -109,7 +106,7 @@ TEST_P(RealIndexEntries, AreThoseThatTheRowsGiveInTheirOrder) {
         EXPECT_EQ(walk(tree.all()), expected);
     });
     // A later engine wrote the text of all Latin characters in this file.
-    EXPECT_EQ(variants_, GetParam() == "access/compressed_text" ? 1 : 0);
+    EXPECT_EQ(variants_, label(GetParam()) == "foreign_shapes_compressed_text" ? 1 : 0);
 }
 
 TEST_P(RealIndexEntries, EachIsFoundByItsKey) {
@@ -127,12 +124,8 @@ TEST_P(RealIndexEntries, EachIsFoundByItsKey) {
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(Samples, RealIndexEntries, testing::ValuesIn(goodSamples()),
-                         [](const auto& sampleName) {
-                             std::string name = sampleName.param;
-                             std::replace(name.begin(), name.end(), '/', '_');
-                             return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(Models, RealIndexEntries, testing::ValuesIn(goodFiles()),
+                         [](const auto& file) { return label(file.param); });
 
 }  // namespace
 }  // namespace stelvan::test

@@ -92,8 +92,8 @@ TableRows generateAlarms(std::size_t count, const TableRows& events) {
     const std::size_t pairs = events.rows.size() / 2;
     for (std::size_t i = 0; i < count; ++i) {
         const std::string module = moduleName(i + 1);
-        Cells row = {std::to_string(kFirstId + i), module + "TemperatureHigh",
-                                        module, "The liquid of " + module + " is too hot.", "1"};
+        Cells row = {std::to_string(kFirstId + i), module + "TemperatureHigh", module,
+                     "The liquid of " + module + " is too hot.", "1"};
         for (std::size_t side = 0; side < 2; ++side) {
             const auto* event = pairs == 0 ? nullptr : &events.rows[2 * (i % pairs) + side];
             row.push_back(event == nullptr ? Cell("0") : (*event)[0]);

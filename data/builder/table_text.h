@@ -1,6 +1,6 @@
 // The rows of one table as text: a file TABLE.tsv, its first line the column names, every further
-// line a row, cells parted by tabs. An empty cell is an empty text, \N alone is Null; \t, \r, \n and
-// \\ stand for a tab, the ends of lines and a backslash. Columns that are not named get their
+// line a row, cells parted by tabs. An empty cell is an empty text, \N alone is Null; \t, \r, \n
+// and \\ stand for a tab, the ends of lines and a backslash. Columns that are not named get their
 // default.
 #pragma once
 

@@ -18,9 +18,7 @@ namespace {
 
 class FrmMainTest : public WindowBench {
 protected:
-    void SetUp() override {
-        window = std::make_unique<app::FrmMain>(dialogs, QString());
-    }
+    void SetUp() override { window = std::make_unique<app::FrmMain>(dialogs, QString()); }
     [[nodiscard]] const form::Navigator& nav() const { return form().nav; }
     [[nodiscard]] QString position() const { return nav().lblRecNumber->text(); }
 

@@ -70,15 +70,15 @@ TEST_P(RefusedFile, EndsAsAReportedFailureAndIsLeftAsItWas) {
     EXPECT_EQ(bytesOf(file.path()), before);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    EachKind, RefusedFile,
-    testing::ValuesIn(stelvan::test::byEveryMaker(
-        {"refused/access97/gem.mdb", "refused/access2007/gem.mdb", "refused/text_file/gem.mdb",
-         "refused/zero_length/gem.mdb", "refused/wrong_signature/gem.mdb",
-         "refused/truncated/gem.mdb", "refused/truncated_at_page/gem.mdb",
-         "refused/damaged_catalogue/gem.mdb", "refused/damaged_ring/gem.mdb",
-         "refused/damaged_rows/gem.mdb", "refused/damaged_memo/gem.mdb"})),
-    [](const auto& kind) { return stelvan::test::label(kind.param); });
+INSTANTIATE_TEST_SUITE_P(EachKind, RefusedFile,
+                         testing::ValuesIn(stelvan::test::byEveryMaker(
+                             {"refused/access97/gem.mdb", "refused/access2007/gem.mdb",
+                              "refused/text_file/gem.mdb", "refused/zero_length/gem.mdb",
+                              "refused/wrong_signature/gem.mdb", "refused/truncated/gem.mdb",
+                              "refused/truncated_at_page/gem.mdb",
+                              "refused/damaged_catalogue/gem.mdb", "refused/damaged_ring/gem.mdb",
+                              "refused/damaged_rows/gem.mdb", "refused/damaged_memo/gem.mdb"})),
+                         [](const auto& kind) { return stelvan::test::label(kind.param); });
 
 TEST(ConnectionOpening, AFileOfAnotherFormatIsSaidToBeOne) {
     for (const char* name :

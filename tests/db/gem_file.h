@@ -68,8 +68,8 @@ private:
     std::filesystem::path path_;
 };
 
-/// The everyday model in both layouts, of every maker that is present; RefusedFile tells where other
-/// makers' files are absent.
+/// The everyday model in both layouts, of every maker that is present; RefusedFile tells where
+/// other makers' files are absent.
 inline std::vector<stelvan::test::ModelFile> bothLayouts() {
     std::vector<stelvan::test::ModelFile> files =
         stelvan::test::byEveryMaker({"gem.mdb", "gem_int_flags.mdb"});

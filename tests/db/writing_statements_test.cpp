@@ -186,8 +186,7 @@ TEST_P(WritingStatements, AnotherReaderSeesTheSameLinks) {
     EXPECT_EQ(found, (Texts{"162|110|2", "162|126|1", "162|140|3"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryMake, WritingStatements,
-                         testing::ValuesIn(test::bothLayouts()),
+INSTANTIATE_TEST_SUITE_P(EveryMake, WritingStatements, testing::ValuesIn(test::bothLayouts()),
                          [](const auto& file) { return stelvan::test::label(file.param); });
 
 TEST(WritingFlags, TrueIsMinusOneInANumberColumnAndACheckBoxWritesOne) {

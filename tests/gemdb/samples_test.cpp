@@ -1,11 +1,10 @@
 // gemdb against whole files: every row, column and index equals what they are known to hold.
-#include "tests/support/models.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
 #include "tests/gemdb/sorted_json.h"
+#include "tests/support/models.h"
 #include "tests/support/run_gemdb.h"
 
 namespace stelvan::test {
@@ -70,10 +69,10 @@ TEST_P(SystemTablesTest, CanBeDumpedByName) {
 }
 
 const std::vector<std::string> kShapes = {
-    "shapes/compressed_text.mdb", "shapes/deleted_columns.mdb", "shapes/deleted_rows.mdb",
-    "shapes/descending_index.mdb", "shapes/index_cursor.mdb", "shapes/long_memo.mdb",
-    "shapes/no_rows.mdb", "shapes/no_user_tables.mdb", "shapes/numeric.mdb", "shapes/overflow.mdb",
-    "shapes/relationships.mdb", "shapes/text_index_empty.mdb"};
+    "shapes/compressed_text.mdb",  "shapes/deleted_columns.mdb", "shapes/deleted_rows.mdb",
+    "shapes/descending_index.mdb", "shapes/index_cursor.mdb",    "shapes/long_memo.mdb",
+    "shapes/no_rows.mdb",          "shapes/no_user_tables.mdb",  "shapes/numeric.mdb",
+    "shapes/overflow.mdb",         "shapes/relationships.mdb",   "shapes/text_index_empty.mdb"};
 
 std::vector<ModelFile> wholeFiles() {
     std::vector<std::string> names = {"gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb",
@@ -100,8 +99,8 @@ TEST_P(LargeFileTest, DumpGivesEveryRow) {
               splitLines(readFile(GetParam().expected("schema.jsonl"))));
 }
 
-INSTANTIATE_TEST_SUITE_P(Models, LargeFileTest, ::testing::ValuesIn(byEveryMaker({"gem_large.mdb"})),
-                         nameOf);
+INSTANTIATE_TEST_SUITE_P(Models, LargeFileTest,
+                         ::testing::ValuesIn(byEveryMaker({"gem_large.mdb"})), nameOf);
 
 /// A file that cannot be opened, or not wholly read: one line that says why, status 2, and no byte
 /// changed.

@@ -19,10 +19,10 @@ using jet::Database;
 using jet::ErrorKind;
 
 const std::vector<std::string> kShapes = {
-    "shapes/compressed_text.mdb", "shapes/deleted_columns.mdb", "shapes/deleted_rows.mdb",
-    "shapes/descending_index.mdb", "shapes/index_cursor.mdb", "shapes/long_memo.mdb",
-    "shapes/no_rows.mdb", "shapes/no_user_tables.mdb", "shapes/numeric.mdb", "shapes/overflow.mdb",
-    "shapes/relationships.mdb", "shapes/text_index_empty.mdb"};
+    "shapes/compressed_text.mdb",  "shapes/deleted_columns.mdb", "shapes/deleted_rows.mdb",
+    "shapes/descending_index.mdb", "shapes/index_cursor.mdb",    "shapes/long_memo.mdb",
+    "shapes/no_rows.mdb",          "shapes/no_user_tables.mdb",  "shapes/numeric.mdb",
+    "shapes/overflow.mdb",         "shapes/relationships.mdb",   "shapes/text_index_empty.mdb"};
 
 std::vector<ModelFile> everyFile() {
     std::vector<std::string> names = {"gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb",
@@ -61,8 +61,12 @@ std::string typeName(jet::ColumnType type) {
             return "INT";
         case jet::ColumnType::Long:
             return "LONG";
+        case jet::ColumnType::Single:
+            return "FLOAT";
         case jet::ColumnType::Double:
             return "DOUBLE";
+        case jet::ColumnType::Money:
+            return "MONEY";
         case jet::ColumnType::DateTime:
             return "SHORT_DATE_TIME";
         case jet::ColumnType::Memo:

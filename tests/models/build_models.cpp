@@ -37,7 +37,10 @@ struct TestModel {
 const std::vector<TestModel>& testModels() {
     using namespace model::test;
     static const std::vector<TestModel> kModels = {
-        {.file = "gem", .schema = "small", .rows = {"settings", "standard", "small"}, .life = Life::Used},
+        {.file = "gem",
+         .schema = "small",
+         .rows = {"settings", "standard", "small"},
+         .life = Life::Used},
         {.file = "gem_int_flags",
          .schema = "looser",
          .rows = {"settings", "standard", "small"},
@@ -122,7 +125,8 @@ int main(int argc, char** argv) {
     }
     try {
         for (const TestModel& made : testModels()) build(made, argv[1], argv[2]);
-        model::test::writeDamagedFiles(fs::path(argv[2]) / "gem.mdb", fs::path(argv[2]) / "refused");
+        model::test::writeDamagedFiles(fs::path(argv[2]) / "gem.mdb",
+                                       fs::path(argv[2]) / "refused");
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "build_test_models: %s\n", failure.what());
         return 1;

@@ -19,11 +19,16 @@ struct PrintedType {
 };
 
 constexpr std::array kPrintedTypes = {
-    PrintedType{ColumnType::Boolean, "BOOLEAN", 1}, PrintedType{ColumnType::Byte, "BYTE", 1},
-    PrintedType{ColumnType::Integer, "INT", 2},     PrintedType{ColumnType::Long, "LONG", 4},
-    PrintedType{ColumnType::Single, "FLOAT", 4},    PrintedType{ColumnType::Double, "DOUBLE", 8},
-    PrintedType{ColumnType::Money, "MONEY", 8},     PrintedType{ColumnType::Numeric, "NUMERIC", 17},
-    PrintedType{ColumnType::Text, "TEXT", 0},       PrintedType{ColumnType::Memo, "MEMO", 0},
+    PrintedType{ColumnType::Boolean, "BOOLEAN", 1},
+    PrintedType{ColumnType::Byte, "BYTE", 1},
+    PrintedType{ColumnType::Integer, "INT", 2},
+    PrintedType{ColumnType::Long, "LONG", 4},
+    PrintedType{ColumnType::Single, "FLOAT", 4},
+    PrintedType{ColumnType::Double, "DOUBLE", 8},
+    PrintedType{ColumnType::Money, "MONEY", 8},
+    PrintedType{ColumnType::Numeric, "NUMERIC", 17},
+    PrintedType{ColumnType::Text, "TEXT", 0},
+    PrintedType{ColumnType::Memo, "MEMO", 0},
     PrintedType{ColumnType::Ole, "OLE", 0},
     PrintedType{ColumnType::DateTime, "SHORT_DATE_TIME", 8},
 };

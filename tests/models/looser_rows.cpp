@@ -50,8 +50,7 @@ void change(TableRows& table, const LooseCell& loose) {
     const auto row = std::ranges::find_if(
         table.rows, [&](const Cells& cells) { return cells.front() == loose.id; });
     if (row == table.rows.end()) throw std::runtime_error(std::string("no row ") + loose.id);
-    (*row)[positionOf(table, loose.column)] =
-        loose.value ? Cell(*loose.value) : Cell(std::nullopt);
+    (*row)[positionOf(table, loose.column)] = loose.value ? Cell(*loose.value) : Cell(std::nullopt);
 }
 
 }  // namespace

@@ -12,8 +12,8 @@
 #include "checks/checks.h"
 #include "form/text.h"
 #include "settings/setting_inputs.h"
-#include "tests/support/qt_text.h"
 #include "tests/support/models.h"
+#include "tests/support/qt_text.h"
 #include "tests/support/scripted_dialogs.h"
 
 namespace stelvan::test {

@@ -14,8 +14,8 @@
 #include "app/frm_main.h"
 #include "app/subsystems.h"
 #include "form/text.h"
-#include "tests/support/qt_text.h"
 #include "tests/support/models.h"
+#include "tests/support/qt_text.h"
 #include "tests/support/scripted_dialogs.h"
 
 namespace stelvan::test {

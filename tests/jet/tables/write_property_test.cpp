@@ -163,15 +163,15 @@ TEST_P(RandomChangesOfModel, KeepTablesAndModelsEqual) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Models, RandomChangesOfModel,
-    testing::ValuesIn(byEveryMaker(
-        {"gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb", "gem_edges.mdb",
-         "shapes/compressed_text.mdb", "shapes/deleted_columns.mdb", "shapes/deleted_rows.mdb",
-         "shapes/descending_index.mdb", "shapes/index_cursor.mdb", "shapes/long_memo.mdb",
-         "shapes/no_rows.mdb", "shapes/numeric.mdb", "shapes/overflow.mdb",
-         "shapes/text_index_empty.mdb"})),
-    [](const auto& file) { return label(file.param); });
+INSTANTIATE_TEST_SUITE_P(Models, RandomChangesOfModel,
+                         testing::ValuesIn(byEveryMaker(
+                             {"gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb", "gem_edges.mdb",
+                              "shapes/compressed_text.mdb", "shapes/deleted_columns.mdb",
+                              "shapes/deleted_rows.mdb", "shapes/descending_index.mdb",
+                              "shapes/index_cursor.mdb", "shapes/long_memo.mdb",
+                              "shapes/no_rows.mdb", "shapes/numeric.mdb", "shapes/overflow.mdb",
+                              "shapes/text_index_empty.mdb"})),
+                         [](const auto& file) { return label(file.param); });
 
 }  // namespace
 }  // namespace stelvan::test

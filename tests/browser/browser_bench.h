@@ -1,4 +1,4 @@
-// A window with everything up to the browser behind it, on a copy of a sample model; edit mode and
+// A window with everything up to the browser behind it, on a copy of a model; edit mode and
 // control access, which lie further up, only note their calls.
 #pragma once
 

@@ -68,11 +68,11 @@ private:
     std::filesystem::path path_;
 };
 
-/// The everyday model in both layouts, of every maker that is present; RefusedFile tells where
+/// The everyday model in every layout, of every maker that is present; RefusedFile tells where
 /// other makers' files are absent.
-inline std::vector<stelvan::test::ModelFile> bothLayouts() {
-    std::vector<stelvan::test::ModelFile> files =
-        stelvan::test::byEveryMaker({"gem.mdb", "gem_int_flags.mdb"});
+inline std::vector<stelvan::test::ModelFile> everyLayout() {
+    std::vector<stelvan::test::ModelFile> files = stelvan::test::byEveryMaker(
+        {"gem.mdb", "gem_int_flags.mdb", "gem_spellings.mdb", "gem_few_columns.mdb"});
     std::erase_if(files, [](const auto& file) { return file.path().empty(); });
     return files;
 }

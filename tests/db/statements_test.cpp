@@ -174,7 +174,7 @@ TEST_P(Statements, WhatTheProviderRefusesHasItsNumber) {
     EXPECT_EQ(number("PRAGMA table_info(secs_cusevent)"), -2147217900);
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryMake, Statements, testing::ValuesIn(test::bothLayouts()),
+INSTANTIATE_TEST_SUITE_P(EveryMake, Statements, testing::ValuesIn(test::everyLayout()),
                          [](const auto& file) { return stelvan::test::label(file.param); });
 
 }  // namespace

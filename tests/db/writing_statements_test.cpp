@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cstdio>
 
 #include "jet/check/check.h"
@@ -15,6 +16,12 @@ namespace {
 using test::failureOf;
 using test::GemFile;
 using Texts = std::vector<std::string>;
+
+/// Names as every layout spells them.
+std::string lowerCase(std::string text) {
+    for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return text;
+}
 
 class WritingStatements : public testing::TestWithParam<stelvan::test::ModelFile> {
 protected:
@@ -120,13 +127,13 @@ TEST_P(WritingStatements, WhatAColumnCannotTakeIsRefusedByItsName) {
     const base::RunTimeError number = failureOf(
         [this] { file().execute("UPDATE secs_cusvar SET var_id = 'abc' WHERE var_id = 101"); });
     EXPECT_EQ(number.number(), -2147217913);
-    EXPECT_NE(std::string(number.what()).find("secs_cusvar.var_id"), std::string::npos);
+    EXPECT_NE(lowerCase(number.what()).find("secs_cusvar.var_id"), std::string::npos);
     const base::RunTimeError text = failureOf([this] {
         file().execute("UPDATE secs_cusvar SET var_name = '" + std::string(300, 'x') +
                        "' WHERE var_id = 101");
     });
     EXPECT_EQ(text.number(), -2147217833);
-    EXPECT_NE(std::string(text.what()).find("secs_cusvar.var_name"), std::string::npos);
+    EXPECT_NE(lowerCase(text.what()).find("secs_cusvar.var_name"), std::string::npos);
 }
 
 TEST_P(WritingStatements, AUnitThatIsNotCommittedLeavesNothing) {
@@ -186,7 +193,7 @@ TEST_P(WritingStatements, AnotherReaderSeesTheSameLinks) {
     EXPECT_EQ(found, (Texts{"162|110|2", "162|126|1", "162|140|3"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryMake, WritingStatements, testing::ValuesIn(test::bothLayouts()),
+INSTANTIATE_TEST_SUITE_P(EveryMake, WritingStatements, testing::ValuesIn(test::everyLayout()),
                          [](const auto& file) { return stelvan::test::label(file.param); });
 
 TEST(WritingFlags, TrueIsMinusOneInANumberColumnAndACheckBoxWritesOne) {

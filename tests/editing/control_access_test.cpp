@@ -327,8 +327,8 @@ protected:
         access.lSetEditMode(category, editing);
         return stand();
     }
-    void hold(const char* sample, const char* sql) {
-        useDatabase(sample);
+    void hold(const char* model, const char* sql) {
+        useDatabase(model);
         db::Connection connection;
         connection.setConnectionText(database.connectionText());
         connection.open();

@@ -1,4 +1,5 @@
-// The same work on a looser make of file: fractional identifiers, flags as numbers, Null parents.
+// The same work on files of other layouts: fractional identifiers, flags as numbers, Null parents;
+// names in other letters; no column that the program does not ask for.
 #include <QLabel>
 
 #include "db/query.h"
@@ -8,11 +9,11 @@
 namespace stelvan::app {
 namespace {
 
-class LooserFile : public test::EditBench {
+class OtherLayout : public test::EditBench, public ::testing::WithParamInterface<const char*> {
 protected:
     void SetUp() override {
         EditBench::SetUp();
-        open("gem_int_flags.mdb");
+        open(GetParam());
     }
     [[nodiscard]] QStringList values(const std::string& sql) {
         QStringList found;
@@ -24,8 +25,10 @@ protected:
     }
 };
 
-TEST_F(LooserFile, AnEventKeepsItsFlagAsANumberAndItsReportsInOrder) {
-    clickCategory(gem::CSTEVT);
+class LooserFile : public OtherLayout {};
+
+TEST_P(LooserFile, AnEventKeepsItsFlagAsANumberAndItsReportsInOrder) {
+    clickCategory(form::CSTEVT);
     goTo("txtEvtID", "162");
     const form::TwoListEditor& reports = form().reports;
     ASSERT_EQ(reports.selected->rowCount(), 12);
@@ -45,8 +48,8 @@ TEST_F(LooserFile, AnEventKeepsItsFlagAsANumberAndItsReportsInOrder) {
     EXPECT_EQ(values("SELECT evt_enable FROM secs_cusevent WHERE evt_id = 162"), QStringList{"1"});
 }
 
-TEST_F(LooserFile, AReportKeepsTheOrderOfItsVariables) {
-    clickCategory(gem::CSTRPT);
+TEST_P(OtherLayout, AReportKeepsTheOrderOfItsVariables) {
+    clickCategory(form::CSTRPT);
     goTo("txtRptID", "126");
     edit();
     const QStringList wanted = columnOf(form().variables.selected, 1);
@@ -57,8 +60,8 @@ TEST_F(LooserFile, AReportKeepsTheOrderOfItsVariables) {
               wanted);
 }
 
-TEST_F(LooserFile, AListTakesAndReleasesChildren) {
-    clickCategory(gem::CSTVSV);
+TEST_P(OtherLayout, AListTakesAndReleasesChildren) {
+    clickCategory(form::CSTVSV);
     goTo("txtVarID", "227");
     edit();
     const form::TwoListEditor& children = form().children;
@@ -73,9 +76,9 @@ TEST_F(LooserFile, AListTakesAndReleasesChildren) {
     EXPECT_EQ(values("SELECT var_parentkey FROM secs_cusvar WHERE var_id = 235"), QStringList{"0"});
 }
 
-TEST_F(LooserFile, AnAddedVariableIsOfferedInThePoolsAtOnce) {
-    add(gem::CSTVSV);
-    const QString id = form()[txtVarID].text();
+TEST_P(OtherLayout, AnAddedVariableIsOfferedInThePoolsAtOnce) {
+    add(form::CSTVSV);
+    const QString id = form().var.txtVarID->text();
     EXPECT_EQ(id, "2081") << "no fraction";
     type(form()[txtVarName], "NewVariable");
     type(form()[txtVarGroup], "Group");
@@ -90,14 +93,25 @@ TEST_F(LooserFile, AnAddedVariableIsOfferedInThePoolsAtOnce) {
     EXPECT_TRUE(columnOf(form().children.pool, 1).contains(id));
 }
 
-TEST_F(LooserFile, AnAlarmIsDeleted) {
-    clickCategory(gem::CSTALM);
+TEST_P(OtherLayout, AnAlarmIsDeleted) {
+    clickCategory(form::CSTALM);
     goTo("txtAlmID", "101");
     answerYesAndDelete();
     expectStored();
     EXPECT_EQ(values("SELECT alm_id FROM secs_alarm WHERE alm_id = 101"), QStringList());
     EXPECT_EQ(place(), "1 of 89");
 }
+
+const auto kName = [](const auto& file) {
+    const std::string name = file.param;
+    return name.substr(0, name.find('.'));
+};
+
+INSTANTIATE_TEST_SUITE_P(Models, LooserFile, ::testing::Values("gem_int_flags.mdb"), kName);
+INSTANTIATE_TEST_SUITE_P(Models, OtherLayout,
+                         ::testing::Values("gem_int_flags.mdb", "gem_spellings.mdb",
+                                           "gem_few_columns.mdb"),
+                         kName);
 
 }  // namespace
 }  // namespace stelvan::app

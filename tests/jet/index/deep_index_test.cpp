@@ -28,7 +28,7 @@ protected:
             index_ = i;
             if (info.columns[column_].type == jet::ColumnType::Text) return;
         }
-        FAIL() << "the sample has no text index";
+        FAIL() << "the model has no text index";
     }
 
     // Texts of full length that begin alike or not, with letters that need two bytes of a key.

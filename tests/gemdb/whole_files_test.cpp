@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "tests/gemdb/sorted_json.h"
+#include "tests/support/model_names.h"
 #include "tests/support/models.h"
 #include "tests/support/run_gemdb.h"
 
@@ -68,21 +69,9 @@ TEST_P(SystemTablesTest, CanBeDumpedByName) {
     EXPECT_EQ(sortedJson(lines), sortedJson(wanted));
 }
 
-const std::vector<std::string> kShapes = {
-    "shapes/compressed_text.mdb",  "shapes/deleted_columns.mdb", "shapes/deleted_rows.mdb",
-    "shapes/descending_index.mdb", "shapes/index_cursor.mdb",    "shapes/long_memo.mdb",
-    "shapes/no_rows.mdb",          "shapes/no_user_tables.mdb",  "shapes/numeric.mdb",
-    "shapes/overflow.mdb",         "shapes/relationships.mdb",   "shapes/text_index_empty.mdb"};
-
-std::vector<ModelFile> wholeFiles() {
-    std::vector<std::string> names = {"gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb",
-                                      "gem_edges.mdb"};
-    names.insert(names.end(), kShapes.begin(), kShapes.end());
-    return byEveryMaker(names);
-}
-
-INSTANTIATE_TEST_SUITE_P(Models, WholeFileTest, ::testing::ValuesIn(wholeFiles()), nameOf);
-INSTANTIATE_TEST_SUITE_P(Models, SystemTablesTest, ::testing::ValuesIn(byOtherMakers(kShapes)),
+INSTANTIATE_TEST_SUITE_P(Models, WholeFileTest, ::testing::ValuesIn(byEveryMaker(allNames())),
+                         nameOf);
+INSTANTIATE_TEST_SUITE_P(Models, SystemTablesTest, ::testing::ValuesIn(byOtherMakers(shapeNames())),
                          nameOf);
 
 class LargeFileTest : public ::testing::TestWithParam<ModelFile> {};

@@ -70,6 +70,7 @@ TableRows readTable(const fs::path& file, const Replacements& replacements) {
                  std::to_string(table.columns.size()) + " columns");
         }
         Cells& cells = table.rows.emplace_back();
+        cells.reserve(words.size());
         try {
             for (const std::string& word : words) cells.push_back(cellOf(word, replacements));
         } catch (const std::runtime_error& fault) {

@@ -50,9 +50,9 @@ fs::path sample(const std::string& relative) {
 
 fs::path model(const std::string& name) {
     if (foreignIsWanted()) {
-        if (const fs::path foreign = sample(partnerOf(name)); !foreign.empty()) return foreign;
+        if (fs::path foreign = sample(partnerOf(name)); !foreign.empty()) return foreign;
     }
-    const fs::path file = ownFile(name);
+    fs::path file = ownFile(name);
     if (!fs::exists(file)) throw std::runtime_error(file.string() + " was not built");
     return file;
 }
@@ -93,6 +93,7 @@ std::vector<ModelFile> byOtherMakers(const std::vector<std::string>& names) {
 
 std::vector<ModelFile> byEveryMaker(const std::vector<std::string>& names) {
     std::vector<ModelFile> files;
+    files.reserve(2 * names.size());
     for (const std::string& name : names) files.push_back({name, Maker::Own});
     for (const ModelFile& file : byOtherMakers(names)) files.push_back(file);
     return files;

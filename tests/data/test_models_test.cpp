@@ -3,10 +3,10 @@
 
 #include <algorithm>
 
-#include "jet/catalog.h"
-#include "jet/data_page.h"
-#include "jet/page_file.h"
-#include "jet/usage_map.h"
+#include "jet/disk/page_file.h"
+#include "jet/pages/data_page.h"
+#include "jet/pages/usage_map.h"
+#include "jet/tables/catalog.h"
 #include "tests/db/gem_file.h"
 
 namespace stelvan::test {

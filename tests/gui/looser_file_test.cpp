@@ -28,7 +28,7 @@ protected:
 class LooserFile : public OtherLayout {};
 
 TEST_P(LooserFile, AnEventKeepsItsFlagAsANumberAndItsReportsInOrder) {
-    clickCategory(form::CSTEVT);
+    clickCategory(gem::CSTEVT);
     goTo("txtEvtID", "162");
     const form::TwoListEditor& reports = form().reports;
     ASSERT_EQ(reports.selected->rowCount(), 12);
@@ -49,7 +49,7 @@ TEST_P(LooserFile, AnEventKeepsItsFlagAsANumberAndItsReportsInOrder) {
 }
 
 TEST_P(OtherLayout, AReportKeepsTheOrderOfItsVariables) {
-    clickCategory(form::CSTRPT);
+    clickCategory(gem::CSTRPT);
     goTo("txtRptID", "126");
     edit();
     const QStringList wanted = columnOf(form().variables.selected, 1);
@@ -61,7 +61,7 @@ TEST_P(OtherLayout, AReportKeepsTheOrderOfItsVariables) {
 }
 
 TEST_P(OtherLayout, AListTakesAndReleasesChildren) {
-    clickCategory(form::CSTVSV);
+    clickCategory(gem::CSTVSV);
     goTo("txtVarID", "227");
     edit();
     const form::TwoListEditor& children = form().children;
@@ -77,8 +77,8 @@ TEST_P(OtherLayout, AListTakesAndReleasesChildren) {
 }
 
 TEST_P(OtherLayout, AnAddedVariableIsOfferedInThePoolsAtOnce) {
-    add(form::CSTVSV);
-    const QString id = form().var.txtVarID->text();
+    add(gem::CSTVSV);
+    const QString id = form()[txtVarID].text();
     EXPECT_EQ(id, "2081") << "no fraction";
     type(form()[txtVarName], "NewVariable");
     type(form()[txtVarGroup], "Group");
@@ -94,7 +94,7 @@ TEST_P(OtherLayout, AnAddedVariableIsOfferedInThePoolsAtOnce) {
 }
 
 TEST_P(OtherLayout, AnAlarmIsDeleted) {
-    clickCategory(form::CSTALM);
+    clickCategory(gem::CSTALM);
     goTo("txtAlmID", "101");
     answerYesAndDelete();
     expectStored();

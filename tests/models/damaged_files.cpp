@@ -10,13 +10,13 @@
 #include <vector>
 
 #include "data/builder/table_text.h"
-#include "jet/catalog.h"
-#include "jet/data_page.h"
-#include "jet/long_value.h"
-#include "jet/memory_pages.h"
-#include "jet/row_codec.h"
-#include "jet/table_scan.h"
-#include "jet/usage_map.h"
+#include "jet/disk/memory_pages.h"
+#include "jet/pages/data_page.h"
+#include "jet/pages/long_value.h"
+#include "jet/pages/usage_map.h"
+#include "jet/rows/row_codec.h"
+#include "jet/tables/catalog.h"
+#include "jet/tables/table_scan.h"
 
 namespace stelvan::model::test {
 namespace {

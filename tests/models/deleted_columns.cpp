@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "jet/catalog.h"
-#include "jet/definition_writer.h"
-#include "jet/page_file.h"
+#include "jet/disk/page_file.h"
+#include "jet/tables/catalog.h"
+#include "jet/tables/definition_writer.h"
 
 namespace stelvan::model::test {
 namespace {

@@ -1,6 +1,6 @@
 #include "tests/models/used_rows.h"
 
-#include "jet/conversion.h"
+#include "jet/rows/conversion.h"
 
 namespace stelvan::model::test {
 namespace {

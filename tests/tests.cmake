@@ -67,4 +67,7 @@ if(Python3_FOUND AND EXISTS ${CMAKE_SOURCE_DIR}/tests/architecture/check_layers.
     add_test(NAME architecture.floors_include_only_downwards
              COMMAND ${Python3_EXECUTABLE} ${CMAKE_SOURCE_DIR}/tests/architecture/check_layers.py
                      ${CMAKE_SOURCE_DIR})
+    add_test(NAME architecture.every_rule_is_where_its_index_says
+             COMMAND ${Python3_EXECUTABLE} ${CMAKE_SOURCE_DIR}/tests/architecture/check_rules.py
+                     ${CMAKE_SOURCE_DIR})
 endif()

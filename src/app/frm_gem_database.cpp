@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "base/text.h"
 #include "form/text.h"
 #include "gem/settings.h"
 
@@ -116,7 +117,7 @@ void FrmGEMDatabase::cmdLoad_Click() {
             refuse(QStringLiteral("Please select the GEM Database!"));
         } else if (!path.contains(QLatin1String(".mdb"), Qt::CaseSensitive)) {
             refuse(QStringLiteral("Please select the correct database type!"));
-        } else if (lGetFileTitle(path).toUpper() != QLatin1String("GEM.MDB")) {
+        } else if (!base::sameWord(form::toUtf8(lGetFileTitle(path)), "GEM.MDB")) {
             commDlg_.message(QStringLiteral("Please select correct GEM Database: GEM.MDB "),
                              form::Icon::Exclamation);
             txtGEMDatabase_->clear();

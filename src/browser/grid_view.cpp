@@ -8,7 +8,9 @@
 #include <array>
 #include <cmath>
 
+#include "base/text.h"
 #include "browser/records_model.h"
+#include "form/text.h"
 #include "gem/categories.h"
 
 namespace stelvan::browser {
@@ -25,9 +27,9 @@ constexpr std::array kHiddenVariableColumns = {"VAR_LOADCHILD", "VAR_CANADD"};
 
 template <class Names>
 bool isOneOf(const QString& caption, const Names& names) {
-    const QString upper = caption.toUpper();
+    const std::string word = form::toUtf8(caption);
     return std::any_of(names.begin(), names.end(),
-                       [&upper](const char* name) { return upper == QLatin1String(name); });
+                       [&word](const char* name) { return base::sameWord(word, name); });
 }
 
 QString captionOf(const QAbstractItemModel& model, int column) {

@@ -26,16 +26,19 @@ RecordView::RecordView(links::LinkEditors& links, settings::SettingInputs& setti
 
 void RecordView::lUpdateNavigator() {
     base::trap("lUpdateNavigator", [this] {
-        const auto& records = window_.state.current.records;
         std::int32_t& position = window_.state.current.position;
-        const std::int32_t count = records == nullptr ? 0 : records->recordCount();
-        if (records == nullptr || position > count) {
+        const std::int32_t count = window_.state.current.count();
+        if (position > count) {
             position = count;
         } else if (position < 0) {
             position = 0;
             lClearField();
         }
-        window_.showButtons();
+        if (window_.state.current.records == nullptr) {
+            window_.showMoveButtons(false, false);  // the others stay as they are
+        } else {
+            window_.showButtons();
+        }
         window_.form.nav.lblRecNumber->setText(QStringLiteral("%1 of %2").arg(position).arg(count));
     });
 }

@@ -4,17 +4,6 @@
 #include "form/text.h"
 
 namespace stelvan::browser {
-namespace {
-
-QString onOneLine(QString text) {
-    text.replace(QLatin1String("\r\n"), QLatin1String(" "));
-    for (QChar& c : text)
-        if (c == QLatin1Char('\n') || c == QLatin1Char('\r') || c == QLatin1Char('\t'))
-            c = QLatin1Char(' ');
-    return text;
-}
-
-}  // namespace
 
 RecordsModel::RecordsModel(std::shared_ptr<const db::Recordset> records, QObject* parent)
     : QAbstractTableModel(parent),
@@ -41,7 +30,7 @@ QString RecordsModel::text(const QModelIndex& index) const {
 QVariant RecordsModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) return {};
     try {
-        return role == Qt::DisplayRole ? onOneLine(text(index)) : text(index);
+        return role == Qt::DisplayRole ? form::onOneLine(text(index)) : text(index);
     } catch (const base::RunTimeError& failure) {
         // Painting is no place for a message box: the cell itself says what is wrong with it.
         return role == Qt::DisplayRole ? QStringLiteral("(unreadable)")

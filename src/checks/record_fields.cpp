@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/number.h"
+#include "base/text.h"
 #include "db/value_text.h"
 #include "form/text.h"
 #include "gem/ids_and_names.h"
@@ -83,7 +84,10 @@ void RecordFields::judge(gem::Control field, gem::Moment moment) {
 bool RecordFields::lCheckFormat(const QString& format) const {
     return base::trap("lCheckFormat", [&] {
         const QStringList entries = window_.form[gem::Control::cmbVarFormat].entries();
-        return entries.contains(format, Qt::CaseInsensitive);
+        const std::string wanted = form::toUtf8(format);
+        return std::any_of(entries.begin(), entries.end(), [&wanted](const QString& entry) {
+            return base::sameWord(form::toUtf8(entry), wanted);
+        });
     });
 }
 

@@ -52,10 +52,15 @@ void Window::showButtons(std::int16_t category, bool editing) const {
     nav.cmdNew->setEnabled(open.add);
     nav.cmdUpdate->setEnabled(open.edit);
     nav.cmdDelete->setEnabled(open.remove);
+    showMoveButtons(open.previous, open.next);
+}
+
+void Window::showMoveButtons(bool previous, bool next) const {
+    const Navigator& nav = form.nav;
     // The one that opens comes first, so that it can take the focus from the one that closes.
-    if (open.previous) nav.cmdPrevious->setEnabled(true);
-    setMove(*nav.cmdNext, *nav.cmdPrevious, open.next);
-    setMove(*nav.cmdPrevious, *nav.cmdNext, open.previous);
+    if (previous) nav.cmdPrevious->setEnabled(true);
+    setMove(*nav.cmdNext, *nav.cmdPrevious, next);
+    setMove(*nav.cmdPrevious, *nav.cmdNext, previous);
 }
 
 }  // namespace stelvan::form

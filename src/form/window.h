@@ -30,6 +30,8 @@ struct Window {
     /// Sets every button of the navigator, the tree and the database entry of the menu by what is
     /// shown and done now.
     void showButtons(std::int16_t category, bool editing) const;
+    /// "&Previous" and "&Next" alone.
+    void showMoveButtons(bool previous, bool next) const;
     void showButtons() const { showButtons(state.category, state.editing()); }
 
     /// Whether a field that is left is judged.

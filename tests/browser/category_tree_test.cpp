@@ -154,7 +154,7 @@ TEST_F(CategoryTreeTest, UnknownKeyOnlyAppliesBrowseMode) {
 }
 
 TEST_F(CategoryTreeTest, IndexOutsideTheTableIsReportedAsABoundsFailure) {
-    tree.lUpdatePropInfo(12);
+    errors.handle("tvwSECSItem_NodeClick", [&] { tree.lUpdatePropInfo(12); });
     ASSERT_EQ(failures.size(), 1);
     EXPECT_TRUE(failures.first().startsWith("ERROR(9) [frmMain.lUpdatePropInfo.0]:"));
 }

@@ -86,14 +86,15 @@ TEST_F(RecordChecksTest, twoFaultyFieldsGiveTwoLinesInTableOrder) {
 
 TEST_F(RecordChecksTest, aMarkerThatIsNoCodeIsReportedByTheVerification) {
     field("txtEvtID").setMarker("abc");
-    EXPECT_TRUE(records.lVerifyEvt());  // nothing was found before the failure
+    EXPECT_FALSE(errors.handle("txtEvtID_LostFocus", [&] { records.lVerifyEvt(); }))
+        << "what could not be verified is not taken for valid";
     EXPECT_EQ(failures, QStringList("ERROR(13) [frmMain.lVerifyEvt.0]: Type mismatch"));
 }
 
 TEST_F(RecordChecksTest, whatWasFoundBeforeAFailureStands) {
     field("txtEvtName").setMarker("1");
     field("txtEvtID").setMarker("66");
-    EXPECT_FALSE(records.lVerifyEvt());
+    EXPECT_FALSE(errors.handle("txtEvtID_LostFocus", [&] { records.lVerifyEvt(); }));
     EXPECT_EQ(failures, QStringList("ERROR(9) [frmMain.lVerifyEvt.0]: Subscript out of range"));
     EXPECT_EQ(box.text(), line("Event Name", "Cannot be empty string."));
 }

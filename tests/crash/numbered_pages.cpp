@@ -3,7 +3,6 @@
 #include <cstring>
 
 #include "jet/disk/commit_slots.h"
-#include "jet/pages/format.h"
 
 namespace stelvan::test {
 

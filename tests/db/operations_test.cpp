@@ -217,7 +217,9 @@ TEST(ExecCommand, AFailureIsReportedUnderItsName) {
     STELVAN_GEM_FILE("gem.mdb");
     Window window(file.path());
     Connection connection;
-    window.operations.lExecCommand(connection, "UPDATE secs_cusvar SET nothing = 1");
+    window.errors.handle("cmdDelete_Click", [&] {
+        window.operations.lExecCommand(connection, "UPDATE secs_cusvar SET nothing = 1");
+    });
     EXPECT_TRUE(window.reportedOnce("lExecCommand", -2147217904));
 }
 

@@ -1,7 +1,7 @@
 // The bytes of one row under a definition with every type of column, fixed and variable.
-#include "jet/pages/format.h"
 #include "jet/pages/long_value.h"
 #include "jet/rows/row_codec.h"
+#include "jet/rows/row_layout.h"
 #include "tests/fuzz/support/input.h"
 
 namespace {
@@ -16,7 +16,7 @@ void addColumn(jet::RowLayout& table, jet::ColumnType type, std::uint16_t length
     column.fixedLength = fixed;
     column.scale = type == jet::ColumnType::Numeric ? 4 : 0;
     jet::ColumnStorage storage;
-    storage.flags = fixed ? jet::column_block::kFixed : 0;
+    storage.flags = fixed ? jet::column_flag::kFixed : 0;
     if (fixed) {
         storage.fixedOffset = static_cast<std::uint16_t>(table.fixedSize);
         storage.size = type == jet::ColumnType::Boolean ? 0 : length;

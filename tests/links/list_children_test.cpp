@@ -229,8 +229,8 @@ TEST_F(ListChildrenTest, TheTwoUpdatesStoreParentPlaceAndFlag) {
 
 TEST_F(ListChildrenTest, EachUpdateReportsUnderItsOwnName) {
     state.databasePath += ".gone";
-    listChildren.lLinkListAndChild(227, 101, 7);
-    listChildren.lVarUpdDuplicate(101, true);
+    errors.handle("cmdSave_Click", [&] { listChildren.lLinkListAndChild(227, 101, 7); });
+    errors.handle("cmdSave_Click", [&] { listChildren.lVarUpdDuplicate(101, true); });
     ASSERT_EQ(failures.size(), 2);
     EXPECT_TRUE(failures[0].contains("[frmMain.lLinkListAndChild.0]"));
     EXPECT_TRUE(failures[1].contains("[frmMain.lVarUpdDuplicate.0]"));

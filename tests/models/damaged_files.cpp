@@ -11,11 +11,15 @@
 
 #include "data/builder/table_text.h"
 #include "jet/disk/memory_pages.h"
+#include "jet/index/index_page.h"
 #include "jet/pages/data_page.h"
+#include "jet/pages/fixed_pages.h"
+#include "jet/pages/header.h"
 #include "jet/pages/long_value.h"
 #include "jet/pages/usage_map.h"
 #include "jet/rows/row_codec.h"
 #include "jet/tables/catalog.h"
+#include "jet/tables/definition_format.h"
 #include "jet/tables/table_scan.h"
 
 namespace stelvan::model::test {

@@ -4,6 +4,7 @@
 
 #include "jet/disk/page_file.h"
 #include "jet/tables/catalog.h"
+#include "jet/tables/definition_format.h"
 #include "jet/tables/definition_writer.h"
 
 namespace stelvan::model::test {

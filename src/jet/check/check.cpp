@@ -7,6 +7,7 @@
 #include "jet/check/check_table.h"
 #include "jet/disk/commit_slots.h"
 #include "jet/disk/page.h"
+#include "jet/pages/fixed_pages.h"
 #include "jet/pages/header.h"
 #include "jet/pages/record_pointer.h"
 #include "jet/tables/catalog.h"

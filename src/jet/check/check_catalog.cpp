@@ -6,9 +6,11 @@
 #include "jet/disk/page.h"
 #include "jet/index/index_keys.h"
 #include "jet/index/index_tree.h"
+#include "jet/pages/fixed_pages.h"
 #include "jet/rows/column_facts.h"
 #include "jet/rows/row_reader.h"
 #include "jet/rows/text.h"
+#include "jet/tables/definition_format.h"
 #include "jet/tables/table_scan.h"
 #include "jet/tables/table_spec.h"
 

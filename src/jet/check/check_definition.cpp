@@ -4,10 +4,10 @@
 #include <set>
 
 #include "jet/disk/page.h"
-#include "jet/pages/format.h"
 #include "jet/rows/column_facts.h"
 #include "jet/rows/row_layout.h"
 #include "jet/rows/text.h"
+#include "jet/tables/definition_format.h"
 
 namespace stelvan::jet {
 

@@ -1,6 +1,6 @@
 #include "jet/check/check_long_values.h"
 
-#include "jet/pages/format.h"
+#include "jet/pages/data_page.h"
 
 namespace stelvan::jet {
 

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "jet/pages/format.h"
+#include "jet/pages/fixed_pages.h"
 #include "jet/pages/usage_map.h"
 
 namespace stelvan::jet {

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <tuple>
 
-#include "jet/pages/format.h"
+#include "jet/pages/data_page.h"
 #include "jet/pages/record_pointer.h"
+#include "jet/tables/definition_format.h"
 
 namespace stelvan::jet {
 

@@ -7,6 +7,17 @@
 //   - the database's commit slot holds the value after the commit: then the commit was complete, or
 //   - another commit slot has changed: then another engine has written since, and the journal is
 //   history.
+//
+//   OFFSET  SIZE  MEANING
+//        0     8  "STVJRNL1"
+//        8     8  checksum of all that follows
+//       16     8  salt: two journals of the same pages differ
+//       24     8  size of the database before the commit
+//       32     4  number of pages n
+//       36     2  the commit slot of the one who writes, after the commit
+//       40   512  all commit slots before it
+//      552   4*n  the numbers of the pages; zeros up to a whole page
+//      ...        the pages as they were
 #pragma once
 
 #include <cstdint>

@@ -147,4 +147,21 @@ void PageCache::clear() {
     hand_ = 0;
 }
 
+int PageCache::checkInvariants() const {
+    std::size_t placed = 0;
+    for (const std::uint32_t index : places_) placed += index != kNone ? 1 : 0;
+    std::vector<PageNumber> changed;
+    std::size_t pinned = 0;
+    for (std::size_t at = 0; at < frames_.size(); ++at) {
+        const Frame& frame = *frames_[at];
+        if (frame.page >= places_.size() || places_[frame.page] != at) return 1;
+        if (frame.changed()) changed.push_back(frame.page);
+        if (frame.round == round_) ++pinned;
+        if (frame.passing && std::ranges::count(passing_, frame.page) == 0) return 4;
+    }
+    if (placed != frames_.size()) return 1;
+    if (!std::ranges::is_permutation(changed, changed_)) return 2;
+    return pinned == pinned_ ? 0 : 3;
+}
+
 }  // namespace stelvan::jet

@@ -6,6 +6,13 @@
 // is the caller's business. Pages that a scan passes by are given up first: a scan of any length
 // runs through the same megabyte, which stays in the processor's cache, and leaves alone what
 // lookups keep using.
+//
+// Invariants (checkInvariants()):
+//   1. A page stands in one frame at most; frames_ and places_ name each other.
+//   2. changed_ names each changed page once and no other; a changed page that the file has keeps
+//      the bytes it had before.
+//   3. pinned_ is the number of frames handed out since the last release().
+//   4. passing_ names every frame that is part of a run.
 #pragma once
 
 #include <array>
@@ -79,6 +86,9 @@ public:
     void clear();
 
     [[nodiscard]] std::size_t size() const { return frames_.size(); }
+
+    /// Which invariant is broken, 0 where none is: for tests and debug builds.
+    [[nodiscard]] int checkInvariants() const;
 
 private:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;

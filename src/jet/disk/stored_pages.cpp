@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <string>
 #include <utility>
 #include <vector>
@@ -153,7 +154,10 @@ void StoredPages::undoUnit() noexcept {
     ++version_;
 }
 
+// What holds between units: nothing is changed in memory alone.
 void StoredPages::endUnit() noexcept {
+    assert(cache_.checkInvariants() == 0);
+    assert(!cache_.anyChanges() && pages_ == size_ / kPageSize);
     locks_->unreserve();
     if (readers_ == 0) leave();
 }

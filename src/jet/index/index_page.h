@@ -7,6 +7,18 @@
 // but the first entry are stored without the bytes that all entries of the page share at their
 // beginning, the prefix. Nothing read here is believed: what cannot be an index page of the table
 // throws Corrupt with the page.
+//
+//   OFFSET  SIZE  MEANING
+//        0     2  03 01 a node, 04 01 a leaf
+//        2     2  free bytes behind the last entry
+//        4     4  definition page of the table
+//       12     4  previous page of the level, 0 for none
+//       16     4  next page of the level, 0 for none
+//       20     4  tail child of a node: what is greater than all entries
+//       24     2  length of the prefix
+//       26     1  level, 0 for leaves
+//       27   453  a bit for each byte of entries, the lowest first: an entry ends before it
+//      480  3616  entries: key, page and slot of the row (big-endian), in nodes the child page
 #pragma once
 
 #include <cstddef>
@@ -15,10 +27,25 @@
 
 #include "jet/disk/bytes.h"
 #include "jet/disk/page.h"
-#include "jet/pages/format.h"
 #include "jet/rows/column_facts.h"
 
 namespace stelvan::jet {
+
+namespace index_page {
+inline constexpr std::size_t kFree = 2;
+inline constexpr std::size_t kDefinition = 4;
+inline constexpr std::size_t kPrevious = 12;
+inline constexpr std::size_t kNext = 16;
+inline constexpr std::size_t kTailChild = 20;
+inline constexpr std::size_t kPrefix = 24;
+inline constexpr std::size_t kLevel = 26;
+inline constexpr std::size_t kMask = 27;
+inline constexpr std::size_t kMaskSize = 453;
+inline constexpr std::size_t kEntries = 480;
+inline constexpr std::size_t kEntriesSize = kPageSize - kEntries;
+inline constexpr std::size_t kRowPointer = 4;  // big-endian page and slot after the key
+inline constexpr std::size_t kChild = 4;       // big-endian child page after that, in nodes
+}  // namespace index_page
 
 using EntryBytes = std::vector<std::uint8_t>;
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "jet/index/index_tree_writer.h"
-#include "jet/pages/format.h"
 
 namespace stelvan::jet {
 

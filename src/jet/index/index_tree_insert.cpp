@@ -3,6 +3,7 @@
 #include <string>
 
 #include "jet/disk/page.h"
+#include "jet/index/index_page.h"
 #include "jet/index/index_tree.h"
 #include "jet/index/index_tree_writer.h"
 

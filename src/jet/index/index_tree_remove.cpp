@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "jet/disk/page.h"
+#include "jet/index/index_page.h"
 #include "jet/index/index_tree_writer.h"
 
 namespace stelvan::jet {

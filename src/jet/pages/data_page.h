@@ -4,6 +4,21 @@
 // chain of offsets that never rise with the row number. DataPage reads and checks; DataPageEditor
 // changes, keeps every row at its slot, squeezes out what is erased, and keeps the free-space field
 // exact.
+//
+//   OFFSET  SIZE  MEANING
+//        0     2  01 01
+//        2     2  free bytes between the slots and the lowest row
+//        4     4  owner: a definition page, 0 for usage maps, "LVAL" for long values
+//        8     4  stamp of a chain of long-value rows that begins here, else 0
+//       12     2  number of slots n
+//       14   2*n  slots: offset of the row in bits 0 to 12, 0x4000 and 0x8000 as below
+//      ...        free, then row n-1, ..., row 0 up to the end of the page
+//
+//   FLAGS   THE SLOT IS
+//   0x0000  a row
+//   0x4000  a row that was moved: a record pointer to it stands here
+//   0x8000  a moved row, reached through such a pointer only
+//   0xC000  deleted
 #pragma once
 
 #include <cstddef>
@@ -12,9 +27,26 @@
 #include "jet/disk/bytes.h"
 #include "jet/disk/page.h"
 #include "jet/disk/page_file.h"
-#include "jet/pages/format.h"
 
 namespace stelvan::jet {
+
+namespace data_page {
+inline constexpr std::size_t kFree = 2;
+inline constexpr std::size_t kOwner = 4;  // definition page; 0: usage maps; kLongValueOwner
+inline constexpr std::size_t kStamp = 8;  // of a chain of long-value rows that begins here
+inline constexpr std::size_t kSlotCount = 12;
+inline constexpr std::size_t kSlots = 14;
+inline constexpr std::size_t kSlotSize = 2;
+inline constexpr std::size_t kMaxSlots = 255;
+inline constexpr std::uint16_t kOffsetMask = 0x1FFF;
+inline constexpr std::uint16_t kPointer =
+    0x4000;  // the row is elsewhere, a record pointer stands here
+inline constexpr std::uint16_t kHidden = 0x8000;  // reached through a pointer only
+inline constexpr std::uint16_t kDeleted = 0xC000;
+inline constexpr std::uint16_t kFlagMask = 0xC000;
+inline constexpr std::uint32_t kLongValueOwner = 0x4C41564C;  // "LVAL"
+inline constexpr std::size_t kEmptyFree = kPageSize - kSlots;
+}  // namespace data_page
 
 struct Slot {
     std::uint16_t offset = 0;

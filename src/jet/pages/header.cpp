@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "jet/pages/format.h"
+#include "jet/pages/fixed_pages.h"
 
 namespace stelvan::jet {
 

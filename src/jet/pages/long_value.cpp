@@ -4,7 +4,6 @@
 
 #include "jet/disk/page.h"
 #include "jet/pages/data_page.h"
-#include "jet/pages/format.h"
 
 namespace stelvan::jet {
 

@@ -1,5 +1,16 @@
 // Long values (Memo, Ole): 12 bytes in the row, and the data behind them, in one row of a
 // long-value page, or in a chain of such rows.
+//
+//   OFFSET  SIZE  MEANING, in the row of the table
+//        0     4  length in bits 0 to 29; above them 10 for data that follow at once, 01 for data
+//                 in one row, 00 for a chain of rows
+//        4     4  record pointer to the (first) row, 0 for data that follow
+//        8     4  stamp of a chain: as it stands on the page where the chain begins
+//       12     n  data that follow
+//
+//   OFFSET  SIZE  MEANING, in a row of a chain
+//        0     4  record pointer to the next row, 0 in the last
+//        4     n  data
 #pragma once
 
 #include "jet/disk/bytes.h"
@@ -8,6 +19,23 @@
 #include "jet/pages/record_pointer.h"
 
 namespace stelvan::jet {
+
+namespace long_value {
+inline constexpr std::size_t kReferenceSize = 12;
+inline constexpr std::size_t kLengthAndKind = 0;
+inline constexpr std::size_t kPointer = 4;
+inline constexpr std::size_t kStamp = 8;
+inline constexpr std::uint32_t kLengthMask = 0x3FFFFFFF;
+inline constexpr std::uint32_t kKindMask = 0xC0000000;
+inline constexpr std::uint32_t kInline = 0x80000000;
+inline constexpr std::uint32_t kSingle = 0x40000000;
+inline constexpr std::uint32_t kChain = 0x00000000;
+inline constexpr std::size_t kNext = 4;  // record pointer in front of each chunk of a chain
+inline constexpr std::size_t kMaxRow = 4076;
+inline constexpr std::size_t kChunk = kMaxRow - kNext;
+inline constexpr std::size_t kMaxInline = 64;  // bytes before compression
+inline constexpr std::size_t kMaxCompressedCharacters = 1024;
+}  // namespace long_value
 
 /// The 12 bytes (and inline data) that stand in a row.
 struct LongValueReference {

@@ -1,6 +1,7 @@
 #include "jet/pages/map_rows.h"
 
 #include "jet/pages/data_page.h"
+#include "jet/pages/fixed_pages.h"
 #include "jet/pages/page_allocation.h"
 #include "jet/pages/usage_map.h"
 

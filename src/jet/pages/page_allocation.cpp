@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "jet/pages/fixed_pages.h"
+
 namespace stelvan::jet {
 
 namespace {

@@ -9,7 +9,7 @@
 
 #include "jet/disk/page.h"
 #include "jet/disk/page_file.h"
-#include "jet/pages/format.h"
+#include "jet/pages/fixed_pages.h"
 #include "jet/pages/page_allocator.h"
 #include "jet/pages/record_pointer.h"
 #include "jet/pages/usage_map.h"

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "jet/pages/data_page.h"
-#include "jet/pages/format.h"
 
 namespace stelvan::jet {
 
@@ -86,6 +85,21 @@ std::vector<PageNumber> UsageMap::bitmapPages() const {
         if (page != 0) pages.push_back(page);
     }
     return pages;
+}
+
+std::string UsageMap::checkInvariants() const {
+    const Bytes map = row();
+    if (map[kForm] == kInline)
+        return inlineStart(map) % 8 == 0 ? "" : "its bits do not begin at a multiple of 8";
+    std::vector<PageNumber> pages = bitmapPages();
+    std::ranges::sort(pages);
+    for (const PageNumber page : pages) {
+        if (page >= file_->pageCount() ||
+            file_->read(page)[0] != static_cast<std::uint8_t>(PageType::UsageBitmap))
+            return "page " + std::to_string(page) + " holds no bits";
+    }
+    const bool twice = std::ranges::adjacent_find(pages) != pages.end();
+    return twice ? "a page of bits is referred to twice" : "";
 }
 
 std::optional<PageNumber> UsageMap::next(PageNumber from) const {

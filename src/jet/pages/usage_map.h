@@ -3,18 +3,42 @@
 //
 // Reading never trusts the form: lengths come from the row, bitmap pages are checked. The members
 // of a map are hints to their pages only in so far as the pages agree.
+//
+//   OFFSET  SIZE  MEANING, in a row of bits            in a row of references
+//        0     1  00                                   01
+//        1     4  first page S, a multiple of 8        page of the bits of pages 0 to 32735, or 0
+//        5     n  bit k of byte j: page S + 8*j + k    4 bytes each for the next 32736 pages
+// A page of bits begins 05 01 00 00; its other 4092 bytes are bits, the lowest first.
+//
+// Invariants of the maps that are written here (checkInvariants() looks at the first two):
+//   1. A row of bits begins at a multiple of 8.
+//   2. A page of bits lies within the file, shows its type, and is referred to once.
+//   3. A page is a member of one owner's map at most; a free one of the map of free pages alone.
+//      Who takes and gives back pages keeps this (page_allocation.h), check/ judges it.
 #pragma once
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "jet/disk/bytes.h"
 #include "jet/disk/page.h"
 #include "jet/disk/page_file.h"
-#include "jet/pages/format.h"
 #include "jet/pages/record_pointer.h"
 
 namespace stelvan::jet {
+
+namespace usage_map {
+inline constexpr std::uint8_t kInline = 0;
+inline constexpr std::uint8_t kReference = 1;
+inline constexpr std::size_t kForm = 0;
+inline constexpr std::size_t kStart = 1;       // inline: first page of the bitmap
+inline constexpr std::size_t kBits = 5;        // inline: the bitmap
+inline constexpr std::size_t kReferences = 1;  // reference: page numbers of bitmap pages
+inline constexpr std::size_t kNewRowSize = 69;
+inline constexpr std::size_t kBitmapHeader = 4;  // on a bitmap page
+inline constexpr PageNumber kPagesPerBitmap = (kPageSize - kBitmapHeader) * 8;
+}  // namespace usage_map
 
 class UsageMap {
 public:
@@ -29,6 +53,8 @@ public:
     [[nodiscard]] PageNumber rangeEnd() const;
     /// The bitmap pages that it refers to.
     [[nodiscard]] std::vector<PageNumber> bitmapPages() const;
+    /// What is broken, empty where nothing is: for tests.
+    [[nodiscard]] std::string checkInvariants() const;
 
 protected:
     [[nodiscard]] Bytes row() const;

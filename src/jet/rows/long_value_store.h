@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "jet/disk/page_file.h"
+#include "jet/pages/data_page.h"
 #include "jet/pages/long_value.h"
 #include "jet/pages/record_pointer.h"
 #include "jet/pages/slot_store.h"

@@ -4,7 +4,6 @@
 #include <cstring>
 
 #include "base/utf.h"
-#include "jet/pages/format.h"
 #include "jet/rows/text.h"
 
 namespace stelvan::jet {
@@ -14,7 +13,7 @@ RowView::RowView(const RowLayout& table, Bytes bytes, PageNumber page)
     if (row_.size() < row::kFixed) throwCorrupt(page_, "a row is too short.");
     columns_ = u16At(row_, 0);
     const std::size_t maskSize = (columns_ + 7) / 8;
-    if (columns_ > definition::kMaxColumnCount + 1 || maskSize + row::kFixed > row_.size()) {
+    if (columns_ > row::kMaxColumns + 1 || maskSize + row::kFixed > row_.size()) {
         throwCorrupt(page_, "a row claims " + std::to_string(columns_) + " columns.");
     }
     mask_ = row_.size() - maskSize;
@@ -158,8 +157,8 @@ namespace {
 
 // Writes the offsets in reverse, the end marker in front of them and their number behind.
 void appendVariablePart(const RowLayout& table, std::span<const StoredColumn> columns, Blob& out) {
-    std::array<std::uint16_t, definition::kMaxColumnCount> length{};
-    std::array<const std::uint8_t*, definition::kMaxColumnCount> data{};
+    std::array<std::uint16_t, row::kMaxColumns> length{};
+    std::array<const std::uint8_t*, row::kMaxColumns> data{};
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (table.isFixed(i) || table.info.columns[i].type == ColumnType::Boolean ||
             !columns[i].present)
@@ -168,7 +167,7 @@ void appendVariablePart(const RowLayout& table, std::span<const StoredColumn> co
             static_cast<std::uint16_t>(columns[i].bytes.size());
         data[table.storage[i].variableIndex] = columns[i].bytes.data();
     }
-    std::array<std::uint16_t, definition::kMaxColumnCount> offset{};
+    std::array<std::uint16_t, row::kMaxColumns> offset{};
     for (std::size_t v = 0; v < table.variableColumns; ++v) {
         offset[v] = static_cast<std::uint16_t>(out.size());
         if (length[v] > 0) out.insert(out.end(), data[v], data[v] + length[v]);

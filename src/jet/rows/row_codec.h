@@ -12,7 +12,6 @@
 #include "jet/disk/bytes.h"
 #include "jet/disk/page.h"
 #include "jet/pages/arena.h"
-#include "jet/pages/format.h"
 #include "jet/rows/column_facts.h"
 #include "jet/rows/row_layout.h"
 #include "jet/rows/value.h"

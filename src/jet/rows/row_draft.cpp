@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "jet/pages/format.h"
+#include "jet/pages/long_value.h"
 #include "jet/rows/conversion.h"
 
 namespace stelvan::jet {

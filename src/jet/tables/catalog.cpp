@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "jet/pages/fixed_pages.h"
 #include "jet/rows/row_reader.h"
 #include "jet/rows/text.h"
 #include "jet/tables/property_blob.h"

@@ -3,6 +3,9 @@
 //
 // All procedures need a scope on the page file. Definitions are shared with cursors that outlive a
 // change.
+//
+// A row of MSysObjects names an object by Id (of a table: its definition page), ParentId, Name,
+// Type and Flags; a row of MSysRelationships names one pair of columns of a relationship.
 #pragma once
 
 #include <cstdint>
@@ -15,12 +18,37 @@
 
 #include "jet/disk/page.h"
 #include "jet/disk/page_file.h"
-#include "jet/pages/format.h"
 #include "jet/rows/column_facts.h"
 #include "jet/tables/table_def.h"
 #include "jet/tables/table_spec.h"
 
 namespace stelvan::jet {
+
+/// Catalogue codes.
+namespace catalogue {
+inline constexpr std::int32_t kTables = 0x0F000001;  // parent of tables and queries
+inline constexpr std::int32_t kDatabases = 0x0F000002;
+inline constexpr std::int32_t kRelationships = 0x0F000003;  // parent of relationship objects
+inline constexpr std::int32_t kRoot = 0x0F000000;
+inline constexpr std::int32_t kDatabase = 0x10000000;  // MSysDb
+inline constexpr std::int32_t kIdMask = 0x00FFFFFF;    // a table's Id is its definition page
+inline constexpr std::int32_t kTypeTable = 1;
+inline constexpr std::int32_t kTypeDatabase = 2;
+inline constexpr std::int32_t kTypeContainer = 3;
+inline constexpr std::int32_t kTypeQuery = 5;
+inline constexpr std::int32_t kTypeRelationship = 8;
+inline constexpr std::uint32_t kSystemObject = 0x80000000;
+inline constexpr std::uint32_t kAccessObject = 0x00000002;
+}  // namespace catalogue
+
+/// Bits of MSysRelationships.grbit.
+namespace relationship {
+inline constexpr std::uint32_t kOneToOne = 0x00000001;
+inline constexpr std::uint32_t kNotEnforced = 0x00000002;
+inline constexpr std::uint32_t kCascadeUpdates = 0x00000100;
+inline constexpr std::uint32_t kCascadeDeletes = 0x00001000;
+inline constexpr std::uint32_t kSetNullOnDelete = 0x00002000;
+}  // namespace relationship
 
 /// One row of MSysObjects.
 struct CatalogEntry {

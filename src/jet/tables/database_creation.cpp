@@ -10,11 +10,15 @@
 #include "jet/disk/page_file.h"
 #include "jet/index/index_tree.h"
 #include "jet/pages/data_page.h"
+#include "jet/pages/fixed_pages.h"
 #include "jet/pages/header.h"
 #include "jet/pages/page_allocation.h"
 #include "jet/pages/record_pointer.h"
+#include "jet/pages/usage_map.h"
 #include "jet/rows/column_facts.h"
 #include "jet/rows/row_layout.h"
+#include "jet/tables/catalog.h"
+#include "jet/tables/definition_format.h"
 #include "jet/tables/definition_writer.h"
 #include "jet/tables/shared_database.h"
 
@@ -63,7 +67,7 @@ struct SystemTable {
 
 const std::vector<SystemTable>& systemTables() {
     using enum ColumnType;
-    constexpr std::uint8_t kSid = column_block::kSecurityId;
+    constexpr std::uint8_t kSid = column_flag::kSecurityId;
     constexpr std::uint8_t kKey = real_index::kAlways | real_index::kUnique;
     constexpr std::uint8_t kNoNulls = real_index::kAlways | real_index::kRequired;
     constexpr std::uint8_t kSkipNulls = real_index::kAlways | real_index::kIgnoreNulls;
@@ -147,10 +151,10 @@ void addColumn(TableDef& table, const SystemColumn& column) {
                   : isLongValue(column.type) ? std::uint16_t{0}
                                              : kVariableLength;
     ColumnStorage storage;
-    storage.flags = static_cast<std::uint8_t>(column_block::kUpdatable | column_block::kSystem |
+    storage.flags = static_cast<std::uint8_t>(column_flag::kUpdatable | column_flag::kSystem |
                                               column.extraFlags);
     if (natural) {
-        storage.flags |= column_block::kFixed;
+        storage.flags |= column_flag::kFixed;
         if (column.type != ColumnType::Boolean)
             storage.fixedOffset = static_cast<std::uint16_t>(table.fixedSize);
         storage.size = column.type == ColumnType::Boolean ? std::uint16_t{0} : *natural;

@@ -7,6 +7,7 @@
 #include "jet/pages/record_pointer.h"
 #include "jet/rows/row_layout.h"
 #include "jet/rows/text.h"
+#include "jet/tables/definition_format.h"
 
 namespace stelvan::jet {
 

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <limits>
 
+#include "jet/pages/fixed_pages.h"
 #include "jet/rows/column_facts.h"
 #include "jet/rows/row_reader.h"
 #include "jet/rows/text.h"
+#include "jet/tables/catalog.h"
 #include "jet/tables/table_scan.h"
 
 namespace stelvan::jet {

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "base/utf.h"
-#include "jet/pages/format.h"
 #include "jet/rows/text.h"
 
 namespace stelvan::jet {

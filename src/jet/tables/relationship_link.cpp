@@ -1,5 +1,7 @@
 #include "jet/tables/relationship_link.h"
 
+#include "jet/tables/definition_format.h"
+
 namespace stelvan::jet {
 
 RelationshipLink linkAt(const TableDef& table, std::size_t position) {

@@ -6,6 +6,7 @@
 #include "jet/index/index_tree.h"
 #include "jet/rows/conversion.h"
 #include "jet/rows/row_reader.h"
+#include "jet/tables/definition_format.h"
 #include "jet/tables/table_scan.h"
 
 namespace stelvan::jet {

@@ -2,9 +2,9 @@
 // unit of work commits (a child's parent, a parent's children). Nothing is written here: the caller
 // is told what must follow.
 //
-// Until it commits a unit may do things in any order: write the child before its parent, or take a parent
-// away and bring it back. Which relationships are enforced stands in the logical indexes of both
-// tables.
+// Until it commits a unit may do things in any order: write the child before its parent, or take a
+// parent away and bring it back. Which relationships are enforced stands in the logical indexes of
+// both tables.
 #pragma once
 
 #include <memory>

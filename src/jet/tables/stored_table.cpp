@@ -2,6 +2,7 @@
 
 #include "jet/disk/page_file.h"
 #include "jet/rows/conversion.h"
+#include "jet/tables/definition_format.h"
 #include "jet/tables/row_cursors.h"
 #include "jet/tables/table_def.h"
 

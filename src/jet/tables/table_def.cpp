@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "jet/rows/text.h"
+#include "jet/tables/definition_format.h"
 
 namespace stelvan::jet {
 
@@ -50,8 +51,8 @@ ColumnInfo readColumnInfo(Bytes block) {
     info.type = isKnown(code) ? static_cast<ColumnType>(code) : ColumnType::Binary;
     info.number = u16At(block, column_block::kNumber);
     info.length = u16At(block, column_block::kLength);
-    info.fixedLength = (flags & column_block::kFixed) != 0;
-    info.autoNumber = (flags & column_block::kAutoNumber) != 0 && info.type == ColumnType::Long;
+    info.fixedLength = (flags & column_flag::kFixed) != 0;
+    info.autoNumber = (flags & column_flag::kAutoNumber) != 0 && info.type == ColumnType::Long;
     info.compressed = (u8At(block, column_block::kExtraFlags) & column_block::kCompressed) != 0;
     if (info.type == ColumnType::Numeric) {
         info.precision = u8At(block, column_block::kPrecision);
@@ -188,7 +189,7 @@ void readIndexes(Walker& walker, std::size_t realCount, std::size_t logicalCount
 }
 
 void readLongValueMaps(Walker& walker, TableDef& table) {
-    for (std::size_t i = 0; i <= kMaxColumnCount; ++i) {
+    for (std::size_t i = 0; i <= row::kMaxColumns; ++i) {
         const std::uint16_t number = u16At(walker.take(2), 0);
         if (number == kEnd) return;
         const Bytes maps = walker.take(kTailEntrySize - 2);
@@ -212,8 +213,8 @@ TableDef decode(Bytes bytes, PageNumber page) {
     const std::size_t columns = u16At(bytes, kColumns);
     const std::size_t logical = u32At(bytes, kLogicalIndexes);
     const std::size_t real = u32At(bytes, kRealIndexes);
-    if (columns > table.maxColumns || table.maxColumns > kMaxColumnCount ||
-        table.variableColumns > kMaxColumnCount) {
+    if (columns > table.maxColumns || table.maxColumns > row::kMaxColumns ||
+        table.variableColumns > row::kMaxColumns) {
         throwBad("it claims " + std::to_string(columns) + " columns.");
     }
     if (logical > kMaxIndexBlocks || real > kMaxIndexBlocks)

@@ -15,10 +15,10 @@
 #include "jet/disk/bytes.h"
 #include "jet/disk/page.h"
 #include "jet/disk/page_file.h"
-#include "jet/pages/format.h"
 #include "jet/pages/record_pointer.h"
 #include "jet/rows/column_facts.h"
 #include "jet/rows/row_layout.h"
+#include "jet/tables/definition_format.h"
 
 namespace stelvan::jet {
 

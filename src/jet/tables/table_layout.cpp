@@ -8,6 +8,7 @@
 #include "jet/rows/column_facts.h"
 #include "jet/rows/row_layout.h"
 #include "jet/rows/text.h"
+#include "jet/tables/definition_format.h"
 
 namespace stelvan::jet {
 
@@ -69,15 +70,15 @@ void placeColumns(TableDef& table) {
         ColumnInfo& column = table.info.columns[i];
         settle(column, i);
         ColumnStorage storage;
-        storage.flags = column_block::kUpdatable;
+        storage.flags = column_flag::kUpdatable;
         if (column.autoNumber) {
             if (column.type != ColumnType::Long || ++autoNumbers > 1) {
                 refuse(ErrorKind::TypeMismatch, column.name, "cannot be an AutoNumber.");
             }
-            storage.flags |= column_block::kAutoNumber;
+            storage.flags |= column_flag::kAutoNumber;
         }
         if (column.fixedLength) {
-            storage.flags |= column_block::kFixed;
+            storage.flags |= column_flag::kFixed;
             if (column.type != ColumnType::Boolean)
                 storage.fixedOffset = static_cast<std::uint16_t>(table.fixedSize);
             storage.size = column.type == ColumnType::Boolean ? std::uint16_t{0} : column.length;
@@ -156,7 +157,7 @@ TableDef layOut(const TableSpec& spec) {
     checkName(spec.name);
     checkNames(spec.columns);
     checkNames(spec.indexes);
-    if (spec.columns.empty() || spec.columns.size() > definition::kMaxColumnCount) {
+    if (spec.columns.empty() || spec.columns.size() > row::kMaxColumns) {
         refuse(ErrorKind::InvalidName, spec.name, "has no columns, or more than 255.");
     }
     if (spec.indexes.size() > definition::kMaxIndexes)

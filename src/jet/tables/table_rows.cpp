@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "jet/pages/data_page.h"
+#include "jet/rows/row_layout.h"
 #include "jet/tables/table_scan.h"
 
 namespace stelvan::jet {

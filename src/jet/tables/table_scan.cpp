@@ -1,5 +1,7 @@
 #include "jet/tables/table_scan.h"
 
+#include "jet/rows/row_layout.h"
+
 namespace stelvan::jet {
 
 namespace {

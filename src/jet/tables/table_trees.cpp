@@ -3,6 +3,8 @@
 #include <string>
 
 #include "jet/disk/page.h"
+#include "jet/index/index_page.h"
+#include "jet/tables/definition_format.h"
 
 namespace stelvan::jet {
 

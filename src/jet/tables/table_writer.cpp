@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "jet/disk/page.h"
+#include "jet/tables/definition_format.h"
 
 namespace stelvan::jet {
 

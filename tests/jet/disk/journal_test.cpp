@@ -11,7 +11,6 @@
 #include "jet/disk/bytes.h"
 #include "jet/disk/commit_slots.h"
 #include "jet/disk/page_file.h"
-#include "jet/pages/format.h"
 #include "jet/pages/header.h"
 #include "tests/support/models.h"
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "jet/pages/format.h"
+#include "jet/pages/fixed_pages.h"
 #include "tests/support/models.h"
 
 namespace stelvan::jet {

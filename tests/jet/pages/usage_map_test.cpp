@@ -6,6 +6,7 @@
 
 #include "jet/disk/memory_pages.h"
 #include "jet/pages/data_page.h"
+#include "jet/pages/fixed_pages.h"
 #include "jet/pages/page_allocation.h"
 
 namespace stelvan::jet {
@@ -33,6 +34,7 @@ protected:
     [[nodiscard]] std::set<PageNumber> members(RecordPointer at) const {
         std::set<PageNumber> all;
         const UsageMap map(*file_, at);
+        EXPECT_EQ(map.checkInvariants(), "");
         for (auto page = map.next(0); page; page = map.next(*page + 1)) all.insert(*page);
         return all;
     }
@@ -45,6 +47,23 @@ protected:
     NoPages source_;
     UsageMapEditor map_{*file_, {2, 0}};
 };
+
+TEST(UsageMapInvariants, ABrokenMapIsTold) {
+    const auto file = std::make_shared<MemoryPages>(4);
+    const WriteScope scope(file);
+    const auto faultOf = [&](const Blob& map) {
+        DataPageEditor::format(file->edit(2), 0);
+        const std::uint8_t slot = DataPageEditor(2, file->edit(2)).append(map);
+        return UsageMap(*file, {2, slot}).checkInvariants();
+    };
+    file->edit(3)[0] = static_cast<std::uint8_t>(PageType::UsageBitmap);
+    EXPECT_EQ(faultOf({0, 8, 0, 0, 0, 1}), "");
+    EXPECT_EQ(faultOf({0, 4, 0, 0, 0, 1}), "its bits do not begin at a multiple of 8");
+    EXPECT_EQ(faultOf({1, 3, 0, 0, 0, 0, 0, 0, 0}), "");
+    EXPECT_EQ(faultOf({1, 3, 0, 0, 0, 3, 0, 0, 0}), "a page of bits is referred to twice");
+    EXPECT_EQ(faultOf({1, 1, 0, 0, 0, 0, 0, 0, 0}), "page 1 holds no bits");
+    EXPECT_EQ(faultOf({1, 9, 0, 0, 0, 0, 0, 0, 0}), "page 9 holds no bits");
+}
 
 TEST_F(Maps, KeepPagesInTheirRowWhileTheyAreClose) {
     for (const PageNumber page : {7U, 8U, 511U}) map_.add(page, source_);

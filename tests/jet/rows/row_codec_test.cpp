@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "jet/rows/row_layout.h"
 #include "jet/rows/text.h"
 
 namespace stelvan::jet {
@@ -41,7 +42,7 @@ RowLayout mixed() {
         column.fixedLength = types[i] != ColumnType::Binary;
         table.info.columns.push_back(column);
         ColumnStorage storage;
-        storage.flags = column.fixedLength ? column_block::kFixed : std::uint8_t{0};
+        storage.flags = column.fixedLength ? column_flag::kFixed : std::uint8_t{0};
         storage.fixedOffset = offsets[i];
         storage.size = types[i] == ColumnType::Long ? 4 : 0;
         table.storage.push_back(storage);

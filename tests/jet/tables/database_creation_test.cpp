@@ -8,7 +8,7 @@
 #include "jet/check/check.h"
 #include "jet/database.h"
 #include "jet/disk/bytes.h"
-#include "jet/pages/format.h"
+#include "jet/pages/fixed_pages.h"
 #include "tests/jet/file_bytes.h"
 #include "tests/jet/row_text.h"
 #include "tests/support/models.h"

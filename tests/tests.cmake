@@ -1,6 +1,7 @@
 # One test program for each floor, from tests/<folder>/*_test.cpp; every test is its own ctest entry.
 find_package(GTest REQUIRED)
 include(GoogleTest)
+include(${CMAKE_SOURCE_DIR}/tests/models/models.cmake)
 
 # stelvan_tests(NAME [QT] [LINKS target...]): the tests of tests/NAME
 function(stelvan_tests name)
@@ -23,6 +24,7 @@ function(stelvan_tests name)
         target_link_libraries(${name}_tests PRIVATE GTest::gtest_main)
         set_target_properties(${name}_tests PROPERTIES AUTOMOC OFF)
     endif()
+    add_dependencies(${name}_tests test_models)
     gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST TEST_PREFIX "${name}." PROPERTIES TIMEOUT 600)
 endfunction()
 

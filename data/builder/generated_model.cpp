@@ -47,7 +47,7 @@ std::string moduleName(std::size_t number) {
     return "Module" + std::to_string(number);
 }
 
-std::vector<std::string> variableRow(std::size_t index) {
+Cells variableRow(std::size_t index) {
     const Quantity& what = kQuantities[index % kQuantities.size()];
     const std::string module = moduleName(index / kQuantities.size() + 1);
     return {std::to_string(kFirstId + index),
@@ -92,12 +92,12 @@ TableRows generateAlarms(std::size_t count, const TableRows& events) {
     const std::size_t pairs = events.rows.size() / 2;
     for (std::size_t i = 0; i < count; ++i) {
         const std::string module = moduleName(i + 1);
-        std::vector<std::string> row = {std::to_string(kFirstId + i), module + "TemperatureHigh",
-                                        module, "The liquid of " + module + " is too hot.", "1"};
+        Cells row = {std::to_string(kFirstId + i), module + "TemperatureHigh", module,
+                     "The liquid of " + module + " is too hot.", "1"};
         for (std::size_t side = 0; side < 2; ++side) {
             const auto* event = pairs == 0 ? nullptr : &events.rows[2 * (i % pairs) + side];
-            row.push_back(event == nullptr ? "0" : (*event)[0]);
-            row.push_back(event == nullptr ? "NULL" : (*event)[1]);
+            row.push_back(event == nullptr ? Cell("0") : (*event)[0]);
+            row.push_back(event == nullptr ? Cell("NULL") : (*event)[1]);
         }
         alarms.rows.push_back(std::move(row));
     }

@@ -19,10 +19,18 @@ struct TypeName {
 };
 
 constexpr std::array kTypes = {
-    TypeName{"Boolean", jet::ColumnType::Boolean, 1}, TypeName{"Byte", jet::ColumnType::Byte, 1},
-    TypeName{"Integer", jet::ColumnType::Integer, 2}, TypeName{"Long", jet::ColumnType::Long, 4},
-    TypeName{"Double", jet::ColumnType::Double, 8},   TypeName{"Memo", jet::ColumnType::Memo, 0},
+    TypeName{"Boolean", jet::ColumnType::Boolean, 1},
+    TypeName{"Byte", jet::ColumnType::Byte, 1},
+    TypeName{"Integer", jet::ColumnType::Integer, 2},
+    TypeName{"Long", jet::ColumnType::Long, 4},
+    TypeName{"Single", jet::ColumnType::Single, 4},
+    TypeName{"Double", jet::ColumnType::Double, 8},
+    TypeName{"Currency", jet::ColumnType::Money, 8},
+    TypeName{"Decimal", jet::ColumnType::Numeric, 17},
+    TypeName{"DateTime", jet::ColumnType::DateTime, 8},
     TypeName{"Text", jet::ColumnType::Text, 0},
+    TypeName{"Memo", jet::ColumnType::Memo, 0},
+    TypeName{"Ole", jet::ColumnType::Ole, 0},
 };
 
 using Words = std::vector<std::string>;
@@ -34,10 +42,32 @@ Words wordsOf(const std::string& line) {
     return words;
 }
 
-jet::DateTime dateOf(const std::string& text) {
-    const std::optional<double> serial = base::parseDate(text);
-    if (!serial) throw std::runtime_error("a date is written YYYY-MM-DDThh:mm:ss");
-    return {*serial};
+/// The words behind the type that give a size; the place of the next word.
+std::size_t readSize(const Words& words, jet::ColumnInfo& column) {
+    std::size_t next = 3;
+    if (column.type == jet::ColumnType::Text) {
+        column.length = static_cast<std::uint16_t>(2 * base::toInt32(words.at(next++)));
+    } else if (column.type == jet::ColumnType::Numeric) {
+        column.precision = static_cast<std::uint8_t>(base::toInt32(words.at(next++)));
+        column.scale = static_cast<std::uint8_t>(base::toInt32(words.at(next++)));
+    }
+    return next;
+}
+
+void readTraits(const Words& words, std::size_t next, jet::ColumnInfo& column) {
+    for (; next < words.size(); ++next) {
+        if (words[next] == "default") {
+            column.defaultValue = words.at(++next);
+        } else if (words[next] == "uncompressed") {
+            column.compressed = false;
+        } else if (words[next] == "auto") {
+            column.autoNumber = true;
+        } else if (words[next] == "nonempty") {
+            column.allowZeroLength = false;
+        } else {
+            throw std::runtime_error("no such trait of a column: " + words[next]);
+        }
+    }
 }
 
 jet::ColumnInfo parseColumn(const Words& words) {
@@ -51,14 +81,10 @@ jet::ColumnInfo parseColumn(const Words& words) {
     if (known == nullptr) throw std::runtime_error("no such type: " + words[2]);
     column.type = known->type;
     column.length = known->length;
-    std::size_t next = 3;
-    if (column.type == jet::ColumnType::Text) {
-        column.length = static_cast<std::uint16_t>(2 * base::toInt32(words.at(next++)));
-    }
     column.compressed =
         column.type == jet::ColumnType::Text || column.type == jet::ColumnType::Memo;
-    column.fixedLength = !column.compressed;
-    if (next + 1 < words.size() && words[next] == "default") column.defaultValue = words[next + 1];
+    column.fixedLength = !column.compressed && column.type != jet::ColumnType::Ole;
+    readTraits(words, readSize(words, column), column);
     return column;
 }
 
@@ -69,13 +95,31 @@ jet::IndexInfo parseIndex(const Words& words, const jet::TableSpec& table) {
     index.primary = index.required = words[0] == "primary";
     index.unique = words[0] != "index";
     for (std::size_t word = 2; word < words.size(); ++word) {
+        const bool ascending = !words[word].starts_with('-');
+        const std::string name = words[word].substr(ascending ? 0 : 1);
         std::size_t column = 0;
-        while (column < table.columns.size() && table.columns[column].name != words[word]) ++column;
-        if (column == table.columns.size())
-            throw std::runtime_error("no such column: " + words[word]);
-        index.columns.push_back({column, true});
+        while (column < table.columns.size() && table.columns[column].name != name) ++column;
+        if (column == table.columns.size()) throw std::runtime_error("no such column: " + name);
+        index.columns.push_back({column, ascending});
     }
     return index;
+}
+
+jet::RelationshipInfo parseRelationship(const Words& words) {
+    if (words.size() < 6) {
+        throw std::runtime_error("a relationship has a name, and a table and column on both sides");
+    }
+    jet::RelationshipInfo relationship{words[1], words[2], {words[3]}, words[4], {words[5]}};
+    relationship.enforced = true;
+    for (std::size_t word = 6; word < words.size(); ++word) {
+        bool& cascade =
+            words[word] == "updates" ? relationship.cascadeUpdates : relationship.cascadeDeletes;
+        if (words[word] != "updates" && words[word] != "deletes") {
+            throw std::runtime_error("nothing else cascades: " + words[word]);
+        }
+        cascade = true;
+    }
+    return relationship;
 }
 
 /// Reads line after line; the tables of the block being read stand last.
@@ -86,6 +130,8 @@ public:
             schema_.created = dateOf(words.at(1));
         } else if (words[0] == "table") {
             beginBlock(words);
+        } else if (words[0] == "relationship") {
+            schema_.relationships.push_back(parseRelationship(words));
         } else if (block_ == 0) {
             throw std::runtime_error("a table must begin first");
         } else if (words[0] == "column") {
@@ -119,6 +165,12 @@ private:
 };
 
 }  // namespace
+
+jet::DateTime dateOf(const std::string& text) {
+    const std::optional<double> serial = base::parseDate(text);
+    if (!serial) throw std::runtime_error("a date is written YYYY-MM-DDThh:mm:ss");
+    return {*serial};
+}
 
 Schema parseSchema(std::string_view text) {
     Reader reader;

@@ -2,6 +2,7 @@
 // creates.
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -12,7 +13,11 @@ namespace stelvan::model {
 struct Schema {
     jet::DateTime created;
     std::vector<jet::TableSpec> tables;
+    std::vector<jet::RelationshipInfo> relationships;
 };
+
+/// YYYY-MM-DDThh:mm:ss. Throws std::runtime_error.
+[[nodiscard]] jet::DateTime dateOf(const std::string& text);
 
 /// Throws std::runtime_error that names the line.
 [[nodiscard]] Schema parseSchema(std::string_view text);

@@ -4,13 +4,14 @@
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <string_view>
 
 namespace stelvan::model {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<std::string> cellsOf(const std::string& line) {
+std::vector<std::string> wordsOf(const std::string& line) {
     std::vector<std::string> cells;
     std::size_t start = 0;
     for (std::size_t tab = line.find('\t'); tab != std::string::npos;
@@ -31,20 +32,50 @@ void replaceIn(std::string& cell, const Replacements& replacements) {
     }
 }
 
+char letterOf(char escape) {
+    constexpr std::string_view kEscapes = "trn\\";
+    constexpr std::string_view kLetters = "\t\r\n\\";
+    const std::size_t at = kEscapes.find(escape);
+    if (at == std::string_view::npos) {
+        throw std::runtime_error(std::string("\\") + escape + " stands for nothing");
+    }
+    return kLetters[at];
+}
+
+/// What a word of a line says, with the replacements made in its text.
+Cell cellOf(const std::string& word, const Replacements& replacements) {
+    if (word == "\\N") return std::nullopt;
+    std::string text;
+    for (std::size_t at = 0; at < word.size(); ++at) {
+        const bool escape = word[at] == '\\' && at + 1 < word.size();
+        text += escape ? letterOf(word[++at]) : word[at];
+    }
+    replaceIn(text, replacements);
+    return text;
+}
+
 TableRows readTable(const fs::path& file, const Replacements& replacements) {
     TableRows table{file.stem().string(), {}, {}};
     std::istringstream lines(readText(file));
     std::string line;
-    if (std::getline(lines, line)) table.columns = cellsOf(line);
+    if (std::getline(lines, line)) table.columns = wordsOf(line);
     for (int number = 2; std::getline(lines, line); ++number) {
-        std::vector<std::string> cells = cellsOf(line);
-        if (cells.size() != table.columns.size()) {
+        const auto fail = [&](const std::string& why) {
             throw std::runtime_error(file.string() + ", line " + std::to_string(number) + ": " +
-                                     std::to_string(cells.size()) + " cells, but " +
-                                     std::to_string(table.columns.size()) + " columns");
+                                     why);
+        };
+        const std::vector<std::string> words = wordsOf(line);
+        if (words.size() != table.columns.size()) {
+            fail(std::to_string(words.size()) + " cells, but " +
+                 std::to_string(table.columns.size()) + " columns");
         }
-        for (std::string& cell : cells) replaceIn(cell, replacements);
-        table.rows.push_back(std::move(cells));
+        Cells& cells = table.rows.emplace_back();
+        cells.reserve(words.size());
+        try {
+            for (const std::string& word : words) cells.push_back(cellOf(word, replacements));
+        } catch (const std::runtime_error& fault) {
+            fail(fault.what());
+        }
     }
     return table;
 }

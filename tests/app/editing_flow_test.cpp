@@ -13,10 +13,7 @@ namespace {
 
 class EditingFlow : public WindowBench {
 protected:
-    void SetUp() override {
-        STELVAN_NEEDS_SAMPLE("gem.mdb");
-        open();
-    }
+    void SetUp() override { open(); }
     [[nodiscard]] const form::Navigator& nav() const { return form().nav; }
     [[nodiscard]] QString position() const { return nav().lblRecNumber->text(); }
 

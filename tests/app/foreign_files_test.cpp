@@ -20,7 +20,6 @@ std::string bytesOf(const std::filesystem::path& path) {
 class ForeignFiles : public WindowBench {
 protected:
     void SetUp() override {
-        STELVAN_NEEDS_SAMPLE("refused");
         window = std::make_unique<app::FrmMain>(dialogs, QString());
         window->show();
     }
@@ -54,7 +53,7 @@ protected:
 TEST_F(ForeignFiles, FilesThatAreNoModelGiveOneReportForEachClick) {
     for (const char* name :
          {"access97", "access2007", "text_file", "zero_length", "wrong_signature"}) {
-        const auto copy = scratch.copyOf(sample(std::string("refused/") + name + "/gem.mdb"));
+        const auto copy = scratch.copyOf(model(std::string("refused/") + name + "/gem.mdb"));
         const std::string before = bytesOf(copy);
         window->start(form::toQt(copy.string()));
         EXPECT_EQ(browseAll(), 0) << name;
@@ -69,7 +68,7 @@ TEST_F(ForeignFiles, DamagedModelsAreShownAsFarAsTheyCanBeRead) {
     for (const char* name : {"truncated", "truncated_at_page", "damaged_catalogue", "damaged_ring",
                              "damaged_rows", "damaged_memo"}) {
         dialogs.messages.clear();
-        const auto copy = scratch.copyOf(sample(std::string("refused/") + name + "/gem.mdb"));
+        const auto copy = scratch.copyOf(model(std::string("refused/") + name + "/gem.mdb"));
         const std::string before = bytesOf(copy);
         window->start(form::toQt(copy.string()));
         browseAll();

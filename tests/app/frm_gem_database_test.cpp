@@ -11,7 +11,7 @@
 #include <fstream>
 
 #include "form/text.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 #include "tests/support/scripted_dialogs.h"
 
 namespace stelvan::app {

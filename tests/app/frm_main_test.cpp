@@ -18,10 +18,7 @@ namespace {
 
 class FrmMainTest : public WindowBench {
 protected:
-    void SetUp() override {
-        STELVAN_NEEDS_SAMPLE("gem.mdb");
-        window = std::make_unique<app::FrmMain>(dialogs, QString());
-    }
+    void SetUp() override { window = std::make_unique<app::FrmMain>(dialogs, QString()); }
     [[nodiscard]] const form::Navigator& nav() const { return form().nav; }
     [[nodiscard]] QString position() const { return nav().lblRecNumber->text(); }
 
@@ -73,7 +70,7 @@ protected:
 };
 
 TEST_F(FrmMainTest, StartsWithNothingSelected) {
-    const QString path = form::toQt(scratch.copyOf(sample("gem.mdb")).string());
+    const QString path = form::toQt(scratch.copyOf(model("gem.mdb")).string());
     answerDialog(path);
     EXPECT_TRUE(window->Form_Load(firstCopy));
     EXPECT_EQ(state().databasePath, path.toStdString());
@@ -112,7 +109,7 @@ TEST_F(FrmMainTest, CancelFromTheFileMenuKeepsDatabaseAndDisplay) {
 TEST_F(FrmMainTest, AfterAChangeOfDatabaseNothingOfTheOldOneIsLeft) {
     open();
     const ScratchDir other;
-    const QString path = form::toQt(other.copyOf(sample("gem.mdb")).string());
+    const QString path = form::toQt(other.copyOf(model("gem.mdb")).string());
     for (const auto category :
          {gem::GEMSDV, gem::CSTALM, gem::CSTEVT, gem::CSTVSV, gem::GEMSTT, gem::CSTRPT}) {
         clickCategory(category);

@@ -138,7 +138,7 @@ def check_the_checker():
         ("src/gem/a.cpp", "#include <QString>\n"),
         ("src/gemdb/a.cpp", '#include "editing/save_record.h"\n'),
         ("src/app/a.cpp", '#include "gemdb/commands.h"\n'),
-        ("src/jet/a.cpp", '#include "tests/support/samples.h"\n'),
+        ("src/jet/a.cpp", '#include "tests/support/models.h"\n'),
         ("src/app/form/a.cpp", ""),
         ("src/links/room/a.cpp", ""),
         ("src/nowhere/a.cpp", ""),

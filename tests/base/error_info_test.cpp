@@ -6,7 +6,7 @@
 #include <sstream>
 #include <vector>
 
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::base {
 namespace {

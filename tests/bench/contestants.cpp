@@ -29,7 +29,7 @@ std::vector<std::vector<jet::ColumnValue>> valuesOf(const model::TableRows& rows
         std::vector<jet::ColumnValue> row;
         for (std::size_t i = 0; i < cells.size(); ++i) {
             const std::size_t column = table.findColumn(rows.columns[i]).value();
-            row.emplace_back(column, jet::convertTo(table.columns[column], cells[i]));
+            row.emplace_back(column, jet::convertTo(table.columns[column], cells[i].value()));
         }
         values.push_back(std::move(row));
     }

@@ -1,4 +1,4 @@
-// A window with everything up to the browser behind it, on a copy of a sample model; edit mode and
+// A window with everything up to the browser behind it, on a copy of a model; edit mode and
 // control access, which lie further up, only note their calls.
 #pragma once
 
@@ -15,7 +15,7 @@
 
 #include "browser/browser.h"
 #include "form/text.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 #include "tests/support/scripted_dialogs.h"
 
 namespace stelvan::test {
@@ -66,7 +66,7 @@ protected:
     }
 
     void useModel(const std::string& name) {
-        state.databasePath = scratch.copyOf(sample(name)).string();
+        state.databasePath = scratch.copyOf(model(name)).string();
     }
 
     void click(const char* key) { tree.tvwSECSItem_NodeClick(QLatin1String(key)); }

@@ -9,7 +9,6 @@ namespace {
 class CategoryTreeTest : public BrowserBench {
 protected:
     void SetUp() override {
-        STELVAN_NEEDS_SAMPLE("gem.mdb");
         BrowserBench::SetUp();
         useModel("gem.mdb");
     }
@@ -76,7 +75,6 @@ TEST_F(CategoryTreeTest, ClickingEventsGivesTheReportListItsTwoColumnsAndRows) {
 }
 
 TEST_F(CategoryTreeTest, EmptyCategoryShowsItsFrameWithTheNavigatorAtZero) {
-    STELVAN_NEEDS_SAMPLE("gem_empty.mdb");
     useModel("gem_empty.mdb");
     for (std::int16_t index = 1; index <= gem::kCategories; ++index) {
         clickNode(index);

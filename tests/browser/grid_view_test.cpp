@@ -11,7 +11,6 @@ namespace {
 class GridViewTest : public BrowserBench {
 protected:
     void SetUp() override {
-        STELVAN_NEEDS_SAMPLE("gem.mdb");
         BrowserBench::SetUp();
         useModel("gem.mdb");
     }
@@ -110,7 +109,6 @@ TEST_F(GridViewTest, BeforeAnyCategoryTheFailureIsReportedAndTheTabGoesBack) {
 }
 
 TEST_F(GridViewTest, EmptyCategoryShowsHeadersAndNoRows) {
-    STELVAN_NEEDS_SAMPLE("gem_empty.mdb");
     useModel("gem_empty.mdb");
     click("CSTEVT");
     viewAll();
@@ -151,7 +149,6 @@ TEST_F(GridViewTest, TextsOfSeveralLinesAreDrawnAsOneAndToldWhole) {
 }
 
 TEST_F(GridViewTest, NullIsAnEmptyCell) {
-    STELVAN_NEEDS_SAMPLE("gem_int_flags.mdb");
     for (const char* model : {"gem.mdb", "gem_int_flags.mdb"}) {
         useModel(model);
         for (std::int16_t index = 1; index <= gem::kCategories; ++index) {

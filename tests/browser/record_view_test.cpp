@@ -8,7 +8,6 @@ namespace {
 class RecordViewTest : public BrowserBench {
 protected:
     void SetUp() override {
-        STELVAN_NEEDS_SAMPLE("gem.mdb");
         BrowserBench::SetUp();
         useModel("gem.mdb");
     }
@@ -28,7 +27,6 @@ TEST_F(RecordViewTest, NoRecordSetGivesZeroOfZeroAndLeavesEditAndDelete) {
 }
 
 TEST_F(RecordViewTest, EmptyRecordSetGivesZeroOfZeroFourClosedButtonsAndBlankFields) {
-    STELVAN_NEEDS_SAMPLE("gem_empty.mdb");
     click("CSTALM");
     useModel("gem_empty.mdb");
     form.nav.cmdUpdate->setEnabled(true);
@@ -42,7 +40,6 @@ TEST_F(RecordViewTest, EmptyRecordSetGivesZeroOfZeroFourClosedButtonsAndBlankFie
 }
 
 TEST_F(RecordViewTest, OneRecordShowsOneOfOneWithBothMovesClosed) {
-    STELVAN_NEEDS_SAMPLE("gem_edges.mdb");
     useModel("gem_edges.mdb");
     click("CSTALM");
     EXPECT_EQ(position(), "1 of 1");
@@ -193,7 +190,6 @@ TEST_F(RecordViewTest, RecordWithNullsCanBeShownWholeWithoutAReport) {
 
 TEST_F(RecordViewTest, EveryCategoryPagesFromFirstToLastAndBack) {
     for (const char* model : {"gem.mdb", "gem_int_flags.mdb"}) {
-        STELVAN_NEEDS_SAMPLE(model);
         useModel(model);
         for (std::int16_t index = 1; index <= gem::kCategories; ++index) {
             failures.clear();
@@ -238,7 +234,6 @@ TEST_F(RecordViewTest, ChildrenOfAnotherVariableNeverStayInSight) {
 }
 
 TEST_F(RecordViewTest, ListsAreEmptyWhereNoRecordIsShown) {
-    STELVAN_NEEDS_SAMPLE("gem_empty.mdb");
     click("CSTEVT");
     ASSERT_TRUE(moveToText(form[txtEvtID], "162"));
     click("CSTRPT");

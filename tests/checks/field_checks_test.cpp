@@ -35,7 +35,6 @@ protected:
 };
 
 TEST_F(FieldChecksTest, alarmFields) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     judge(
         gem::CSTALM, EditMode::Adding,
@@ -79,7 +78,6 @@ TEST_F(FieldChecksTest, alarmFields) {
 }
 
 TEST_F(FieldChecksTest, eventFields) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     judge(gem::CSTEVT, EditMode::Adding,
           {
@@ -105,7 +103,6 @@ TEST_F(FieldChecksTest, eventFields) {
 }
 
 TEST_F(FieldChecksTest, reportFields) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     form.variables.selected->appendRow({{"Clock", "1", "SV", "Y", ""}, false});
     judge(gem::CSTRPT, EditMode::Adding,
@@ -128,7 +125,6 @@ TEST_F(FieldChecksTest, reportFields) {
 }
 
 TEST_F(FieldChecksTest, variableFields) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     judge(
         gem::CSTVSV, EditMode::Adding,
@@ -157,14 +153,12 @@ TEST_F(FieldChecksTest, variableFields) {
 }
 
 TEST_F(FieldChecksTest, anIdIsSearchedOnlyWhileAdding) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     judge(gem::CSTVSV, EditMode::Editing, {{"txtVarID", "218", "0", ""}});
     judge(gem::CSTALM, EditMode::Editing, {{"txtAlmID", "101", "0", ""}});
 }
 
 TEST_F(FieldChecksTest, aRecordKeepsItsOwnNameWhateverItsLetterCaseAndOuterBlanks) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     state.loadedName = "RobotState";
     judge(gem::CSTVSV, EditMode::Editing,
@@ -178,14 +172,12 @@ TEST_F(FieldChecksTest, aRecordKeepsItsOwnNameWhateverItsLetterCaseAndOuterBlank
 }
 
 TEST_F(FieldChecksTest, aStoredNameWithAQuoteStaysEditable) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     state.loadedName = "Pump'sHours";
     judge(gem::CSTVSV, EditMode::Editing, {{"txtVarName", "Pump'sHours", "0", ""}});
 }
 
 TEST_F(FieldChecksTest, aNewNameWithAQuoteFailsOnceAndKeepsItsMarker) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     begin(gem::CSTVSV, EditMode::Adding);
     typeAndLeave(form[txtVarName], "a b");
@@ -282,7 +274,6 @@ TEST_F(FieldChecksTest, equalCeNamesMarkBothSidesAndAreClearedTogether) {
 }
 
 TEST_F(FieldChecksTest, anEmptiedCeidKeepsItsMarkerUntilTheSave) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     begin(gem::CSTALM, EditMode::Adding);
     form[txtAlmName].setText("New");
@@ -298,7 +289,6 @@ TEST_F(FieldChecksTest, anEmptiedCeidKeepsItsMarkerUntilTheSave) {
 }
 
 TEST_F(FieldChecksTest, ceidAndCeNameFillEachOtherIn) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     begin(gem::CSTALM, EditMode::Adding);
     typeAndLeave(form[txtAlmSetCEID], "101");
@@ -311,7 +301,6 @@ TEST_F(FieldChecksTest, ceidAndCeNameFillEachOtherIn) {
 }
 
 TEST_F(FieldChecksTest, whatWasFilledInIsChecked) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     begin(gem::CSTALM, EditMode::Adding);
     form[txtAlmClrCEName].setText("Sc1AlarmSet");
@@ -321,7 +310,6 @@ TEST_F(FieldChecksTest, whatWasFilledInIsChecked) {
 }
 
 TEST_F(FieldChecksTest, nothingTypedIsOverwrittenAndUnknownEventsFillNothing) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     begin(gem::CSTALM, EditMode::Adding);
     form[txtAlmSetCEName].setText("Mine");
@@ -337,7 +325,6 @@ TEST_F(FieldChecksTest, nothingTypedIsOverwrittenAndUnknownEventsFillNothing) {
 }
 
 TEST_F(FieldChecksTest, leavingAnUnchangedCeidFillsNothing) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     begin(gem::CSTALM, EditMode::Editing);
     form[txtAlmSetCEID].setText("101");
@@ -347,7 +334,6 @@ TEST_F(FieldChecksTest, leavingAnUnchangedCeidFillsNothing) {
 }
 
 TEST_F(FieldChecksTest, theSaveFillsNothingIn) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     begin(gem::CSTALM, EditMode::Adding);
     type(form[txtAlmSetCEID], "101");
@@ -356,7 +342,6 @@ TEST_F(FieldChecksTest, theSaveFillsNothingIn) {
 }
 
 TEST_F(FieldChecksTest, theSaveRunsAllChecksAfterAFailureAndIsRefused) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     begin(gem::CSTALM, EditMode::Adding);
     form[txtAlmName].setText("New");
@@ -374,7 +359,6 @@ TEST_F(FieldChecksTest, theSaveRunsAllChecksAfterAFailureAndIsRefused) {
 }
 
 TEST_F(FieldChecksTest, everyCategorysChecksRunForTheSave) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     const QString empty = "Cannot be empty string.";
     begin(gem::CSTVDV, EditMode::Adding);
@@ -400,7 +384,6 @@ TEST_F(FieldChecksTest, everyCategorysChecksRunForTheSave) {
 }
 
 TEST_F(FieldChecksTest, theSaveTakesOverTheListsSpellingOfAFormat) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     begin(gem::CSTVDV, EditMode::Adding);
     chooseFormat("u4");

@@ -241,7 +241,6 @@ TEST_F(VariableFormatTest, aTypedFormatTakesTheListsSpellingWhenLeft) {
 }
 
 TEST_F(VariableFormatTest, aStoredSpellingThatNobodyTouchedStays) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     database.lLoadData("select * from secs_cusvar where var_id = 244");
     ASSERT_EQ(failures, QStringList());
@@ -253,7 +252,6 @@ TEST_F(VariableFormatTest, aStoredSpellingThatNobodyTouchedStays) {
 }
 
 TEST_F(VariableFormatTest, aChildOfAListIsNoListItself) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     useDatabase("gem.mdb");
     database.lLoadData("select * from secs_cusvar where var_id = 239");
     ASSERT_EQ(failures, QStringList());

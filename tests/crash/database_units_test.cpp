@@ -14,7 +14,7 @@
 #include "tests/crash/child_process.h"
 #include "tests/crash/faulty_file_system.h"
 #include "tests/crash/interruption.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {

@@ -9,7 +9,7 @@
 #include "tests/crash/faulty_file_system.h"
 #include "tests/crash/interruption.h"
 #include "tests/crash/numbered_pages.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {

@@ -11,7 +11,7 @@
 #include "jet/disk/page_file.h"
 #include "tests/crash/child_process.h"
 #include "tests/crash/numbered_pages.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {

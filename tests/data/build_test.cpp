@@ -10,8 +10,8 @@
 #include "jet/rows/row_reader.h"
 #include "jet/rows/value_text.h"
 #include "tests/data/model_texts.h"
+#include "tests/support/models.h"
 #include "tests/support/run_gemdb.h"
-#include "tests/support/samples.h"
 
 namespace stelvan::test {
 namespace {

@@ -26,7 +26,7 @@ public:
     void append(const model::TableRows& table) {
         for (const auto& cells : table.rows) {
             Row row;
-            for (std::size_t i = 0; i < cells.size(); ++i) row[table.columns[i]] = cells[i];
+            for (std::size_t i = 0; i < cells.size(); ++i) row[table.columns[i]] = cells[i].value();
             tables_[table.table].push_back(std::move(row));
         }
     }

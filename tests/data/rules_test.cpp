@@ -12,7 +12,7 @@
 #include "gem/ids_and_names.h"
 #include "gem/settings.h"
 #include "tests/data/model_texts.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {

@@ -7,7 +7,7 @@
 #include "data/builder/generated_model.h"
 #include "data/builder/schema_text.h"
 #include "data/builder/table_text.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {
@@ -43,10 +43,34 @@ TEST(SchemaText, GivesColumnsWithTypesSizesAndDefaults) {
     EXPECT_EQ(two.indexes[1].columns[1].column, 0U);
 }
 
+TEST(SchemaText, GivesTraitsDescendingIndexesAndRelationships) {
+    const model::Schema schema = model::parseSchema(
+        "table parent\ncolumn id Long auto\nprimary PrimaryKey id\n"
+        "table child\ncolumn id Long\ncolumn price Decimal 9 2\n"
+        "column note Text 20 default none uncompressed nonempty\nindex back -id note\n"
+        "relationship family parent id child id deletes\n");
+    EXPECT_TRUE(schema.tables[0].columns[0].autoNumber);
+    const jet::TableSpec& child = schema.tables[1];
+    EXPECT_EQ(child.columns[1].precision, 9);
+    EXPECT_EQ(child.columns[1].scale, 2);
+    EXPECT_EQ(child.columns[2].defaultValue, "none");
+    EXPECT_FALSE(child.columns[2].compressed || child.columns[2].allowZeroLength);
+    EXPECT_FALSE(child.indexes[0].columns[0].ascending);
+    EXPECT_TRUE(child.indexes[0].columns[1].ascending);
+    const jet::RelationshipInfo& family = schema.relationships.at(0);
+    EXPECT_EQ(family.parentTable + "." + family.parentColumns.at(0), "parent.id");
+    EXPECT_EQ(family.childTable + "." + family.childColumns.at(0), "child.id");
+    EXPECT_TRUE(family.enforced && family.cascadeDeletes && !family.cascadeUpdates);
+}
+
 TEST(SchemaText, RefusesWhatItDoesNotKnowAndNamesTheLine) {
     EXPECT_EQ(refusal("\ncolumn id Long"), "schema, line 2: a table must begin first");
     EXPECT_EQ(refusal("table t\ncolumn id Lang"), "schema, line 2: no such type: Lang");
     EXPECT_EQ(refusal("table t\nindex i id"), "schema, line 2: no such column: id");
+    EXPECT_EQ(refusal("table t\ncolumn id Long sparse"),
+              "schema, line 2: no such trait of a column: sparse");
+    EXPECT_EQ(refusal("relationship r a x b y inserts"),
+              "schema, line 1: nothing else cascades: inserts");
     EXPECT_EQ(refusal("table t\nfrobnicate"), "schema, line 2: no such word: frobnicate");
     EXPECT_NE(refusal("created yesterday"), "");
     EXPECT_NE(refusal("table t\ncolumn name Text"), "") << "a text needs a size";
@@ -71,7 +95,20 @@ TEST(TableText, GivesCellsAndReplacesWords) {
     ASSERT_EQ(tables.size(), 2U);
     EXPECT_EQ(tables[0].table, "a");
     EXPECT_TRUE(tables[0].rows.empty());
-    EXPECT_EQ(tables[1].rows, (std::vector<std::vector<std::string>>{{"1", "/d/x/d"}, {"2", ""}}));
+    EXPECT_EQ(tables[1].rows, (std::vector<model::Cells>{{"1", "/d/x/d"}, {"2", ""}}));
+}
+
+TEST(TableText, TellsNullFromAnEmptyTextAndKeepsTabsAndLines) {
+    const ScratchDir folder;
+    std::ofstream(folder.path() / "a.tsv") << "x\ty\n\\N\t\n\\ta\\r\\nb\tC:\\\\N\n";
+    EXPECT_EQ(model::readTables(folder.path())[0].rows,
+              (std::vector<model::Cells>{{std::nullopt, ""}, {"\ta\r\nb", "C:\\N"}}));
+}
+
+TEST(TableText, RefusesASignThatStandsForNothing) {
+    const ScratchDir folder;
+    std::ofstream(folder.path() / "a.tsv") << "x\nC:\\dir\n";
+    EXPECT_THROW((void)model::readTables(folder.path()), std::runtime_error);
 }
 
 TEST(TableText, RefusesALineWithTooFewCells) {

@@ -58,11 +58,11 @@ TEST(ConnectionOpening, AnotherProviderCannotBeFound) {
     EXPECT_EQ(failureOf([&] { connection.open(); }).number(), 3706);
 }
 
-class RefusedFile : public testing::TestWithParam<const char*> {};
+class RefusedFile : public testing::TestWithParam<stelvan::test::ModelFile> {};
 
 TEST_P(RefusedFile, EndsAsAReportedFailureAndIsLeftAsItWas) {
-    const std::string name = std::string("refused/") + GetParam() + "/gem.mdb";
-    STELVAN_GEM_FILE(name);
+    STELVAN_NEEDS_FILE(GetParam());
+    const test::GemFile file(GetParam().path());
     const std::string before = bytesOf(file.path());
     const base::RunTimeError error = openingOf(file.path());
     EXPECT_NE(error.number(), 0);
@@ -71,11 +71,14 @@ TEST_P(RefusedFile, EndsAsAReportedFailureAndIsLeftAsItWas) {
 }
 
 INSTANTIATE_TEST_SUITE_P(EachKind, RefusedFile,
-                         testing::Values("access97", "access2007", "text_file", "zero_length",
-                                         "wrong_signature", "truncated", "truncated_at_page",
-                                         "damaged_catalogue", "damaged_ring", "damaged_rows",
-                                         "damaged_memo"),
-                         [](const auto& kind) { return std::string(kind.param); });
+                         testing::ValuesIn(stelvan::test::byEveryMaker(
+                             {"refused/access97/gem.mdb", "refused/access2007/gem.mdb",
+                              "refused/text_file/gem.mdb", "refused/zero_length/gem.mdb",
+                              "refused/wrong_signature/gem.mdb", "refused/truncated/gem.mdb",
+                              "refused/truncated_at_page/gem.mdb",
+                              "refused/damaged_catalogue/gem.mdb", "refused/damaged_ring/gem.mdb",
+                              "refused/damaged_rows/gem.mdb", "refused/damaged_memo/gem.mdb"})),
+                         [](const auto& kind) { return stelvan::test::label(kind.param); });
 
 TEST(ConnectionOpening, AFileOfAnotherFormatIsSaidToBeOne) {
     for (const char* name :

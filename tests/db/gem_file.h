@@ -12,14 +12,13 @@
 #include "db/connection.h"
 #include "db/record_set.h"
 #include "db/value_text.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::db::test {
 
 class GemFile {
 public:
-    explicit GemFile(const std::string& sample)
-        : path_(scratch_.copyOf(stelvan::test::sample(sample))) {}
+    explicit GemFile(const std::filesystem::path& master) : path_(scratch_.copyOf(master)) {}
 
     [[nodiscard]] std::string path() const { return path_.string(); }
     [[nodiscard]] std::string connectionText() const {
@@ -69,6 +68,15 @@ private:
     std::filesystem::path path_;
 };
 
+/// The everyday model in every layout, of every maker that is present; RefusedFile tells where
+/// other makers' files are absent.
+inline std::vector<stelvan::test::ModelFile> everyLayout() {
+    std::vector<stelvan::test::ModelFile> files = stelvan::test::byEveryMaker(
+        {"gem.mdb", "gem_int_flags.mdb", "gem_spellings.mdb", "gem_few_columns.mdb"});
+    std::erase_if(files, [](const auto& file) { return file.path().empty(); });
+    return files;
+}
+
 /// The failure that `body` ends with; number 0 where it ends well.
 inline base::RunTimeError failureOf(const std::function<void()>& body) {
     try {
@@ -81,7 +89,5 @@ inline base::RunTimeError failureOf(const std::function<void()>& body) {
 
 }  // namespace stelvan::db::test
 
-/// Leaves the test as skipped where the sample is absent, else declares `file`, a copy of it.
-#define STELVAN_GEM_FILE(name)  \
-    STELVAN_NEEDS_SAMPLE(name); \
-    const stelvan::db::test::GemFile file(name)
+/// Declares `file`, a copy of a model of the tests.
+#define STELVAN_GEM_FILE(name) const stelvan::db::test::GemFile file(stelvan::test::model(name))

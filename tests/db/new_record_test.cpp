@@ -43,7 +43,7 @@ TEST(NewRecord, WithoutAnIdentifierItIsRefusedAndStaysPending) {
 }
 
 TEST(NewRecord, AnAutoNumberIsGivenByTheFile) {
-    STELVAN_GEM_FILE("access/compressed_text.mdb");
+    STELVAN_GEM_FILE("shapes/compressed_text.mdb");
     const auto records = file.records("select * from [Table]");
     const std::int32_t before = records->recordCount();
     records->moveLast();
@@ -56,7 +56,7 @@ TEST(NewRecord, AnAutoNumberIsGivenByTheFile) {
 }
 
 TEST(NewRecord, AnEmptyTextIsRefusedWhereTheColumnForbidsIt) {
-    STELVAN_GEM_FILE("access/text_index_empty.mdb");
+    STELVAN_GEM_FILE("shapes/text_index_empty.mdb");
     const auto records = file.records("select * from Table1");
     records->addNew();
     records->setField("col1", Value(std::string()));

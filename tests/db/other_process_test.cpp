@@ -73,7 +73,7 @@ TEST(OtherProcess, AFilePutInThePlaceOfTheOldOneIsNotMistakenForIt) {
     const auto records = file.records(kEvents);
     (void)records->field("evt_id");
     const stelvan::test::ScratchDir other;
-    const auto replacement = other.copyOf(stelvan::test::sample("gem_empty.mdb"));
+    const auto replacement = other.copyOf(stelvan::test::model("gem_empty.mdb"));
     std::filesystem::rename(replacement, file.path());
     records->setField("evt_group", Value(std::string("mine")));
     EXPECT_EQ(failureOf([&] { records->update(); }).number(), kRowChanged);

@@ -10,7 +10,7 @@ namespace {
 using test::failureOf;
 using test::GemFile;
 using Texts = std::vector<std::string>;
-constexpr const char* kFile = "access/relationships.mdb";
+constexpr const char* kFile = "shapes/relationships.mdb";
 constexpr std::int32_t kFailed = -2147467259;
 
 void fillChild(Recordset& children, const char* parent) {

@@ -1,4 +1,4 @@
-// Every statement that the program composes, as it composes it, on real files of both makes.
+// Every statement that the program composes, as it composes it, on files of every make.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -16,12 +16,9 @@ struct Counted {
     std::size_t rows;  // in the model, whichever make of file holds it
 };
 
-class Statements : public testing::TestWithParam<const char*> {
+class Statements : public testing::TestWithParam<stelvan::test::ModelFile> {
 protected:
-    void SetUp() override {
-        STELVAN_NEEDS_SAMPLE(GetParam());
-        file_ = std::make_unique<GemFile>(GetParam());
-    }
+    void SetUp() override { file_ = std::make_unique<GemFile>(GetParam().path()); }
     const GemFile& file() { return *file_; }
 
 private:
@@ -177,11 +174,8 @@ TEST_P(Statements, WhatTheProviderRefusesHasItsNumber) {
     EXPECT_EQ(number("PRAGMA table_info(secs_cusevent)"), -2147217900);
 }
 
-INSTANTIATE_TEST_SUITE_P(BothMakes, Statements, testing::Values("gem.mdb", "gem_int_flags.mdb"),
-                         [](const auto& make) {
-                             const std::string name = make.param;
-                             return name.substr(0, name.find('.'));
-                         });
+INSTANTIATE_TEST_SUITE_P(EveryMake, Statements, testing::ValuesIn(test::everyLayout()),
+                         [](const auto& file) { return stelvan::test::label(file.param); });
 
 }  // namespace
 }  // namespace stelvan::db

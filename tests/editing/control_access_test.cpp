@@ -327,8 +327,8 @@ protected:
         access.lSetEditMode(category, editing);
         return stand();
     }
-    void hold(const char* sample, const char* sql) {
-        useDatabase(sample);
+    void hold(const char* model, const char* sql) {
+        useDatabase(model);
         db::Connection connection;
         connection.setConnectionText(database.connectionText());
         connection.open();
@@ -368,7 +368,6 @@ TEST_F(Buttons, WithoutARecordSetCustomCategoriesOnlyOfferToAdd) {
 }
 
 TEST_F(Buttons, BrowsingRecords) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     hold("gem.mdb", "select * from secs_alarm");
     for (const std::int16_t category : kGem)
         EXPECT_EQ(after(category, false), (Stand{false, false, true, false})) << category;
@@ -383,7 +382,6 @@ TEST_F(Buttons, BrowsingRecords) {
 }
 
 TEST_F(Buttons, BrowsingAnEmptyCategory) {
-    STELVAN_NEEDS_SAMPLE("gem_empty.mdb");
     hold("gem_empty.mdb", "select * from secs_alarm");
     for (const std::int16_t category : kGem)
         EXPECT_EQ(after(category, false), (Stand{false, false, false, false})) << category;
@@ -394,7 +392,6 @@ TEST_F(Buttons, BrowsingAnEmptyCategory) {
 }
 
 TEST_F(Buttons, AGemListCannotBeEditedHoweverItCameUp) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     hold("gem.mdb", "select * from secs_gemvar");
     for (const char* code : {"L", "l", " L "}) {
         form[cmbVarFormat].setText(code);

@@ -7,7 +7,7 @@
 #include <set>
 
 #include "base/run_time_error.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::gem {
 namespace {

@@ -15,9 +15,8 @@ TEST_F(CommandTest, CheckIsSilentAboutASoundFile) {
 }
 
 TEST_F(CommandTest, CheckPrintsOneLineForEachFault) {
-    STELVAN_NEEDS_SAMPLE("refused/damaged_rows/gem.mdb");
     const ScratchDir other;
-    const std::string damaged = other.copyOf(sample("refused/damaged_rows/gem.mdb"));
+    const std::string damaged = other.copyOf(model("refused/damaged_rows/gem.mdb"));
     const std::string before = readFile(damaged);
     const ProgramRun run = runGemdb({"check", "--structure", damaged});
     EXPECT_EQ(run.status, 1) << run.err;

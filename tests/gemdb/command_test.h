@@ -3,17 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/models.h"
 #include "tests/support/run_gemdb.h"
-#include "tests/support/samples.h"
 
 namespace stelvan::test {
 
 class CommandTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        STELVAN_NEEDS_SAMPLE("gem.mdb");
-        file_ = folder_.copyOf(sample("gem.mdb"));
-    }
+    void SetUp() override { file_ = folder_.copyOf(model("gem.mdb")); }
 
     void expectFailure(const std::vector<std::string>& arguments,
                        const std::string& part = "") const {

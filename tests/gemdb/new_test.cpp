@@ -4,8 +4,8 @@
 
 #include <filesystem>
 
+#include "tests/support/models.h"
 #include "tests/support/run_gemdb.h"
-#include "tests/support/samples.h"
 
 namespace stelvan::test {
 namespace {

@@ -10,10 +10,7 @@ namespace stelvan::test {
 
 class EditBench : public WindowBench {
 protected:
-    void SetUp() override {
-        STELVAN_NEEDS_SAMPLE("gem.mdb");
-        STELVAN_NEEDS_MDB_EXPORT();
-    }
+    void SetUp() override { STELVAN_NEEDS_MDB_EXPORT(); }
 
     [[nodiscard]] std::string file() const { return state().databasePath; }
 

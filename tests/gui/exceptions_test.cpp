@@ -111,7 +111,6 @@ std::vector<Case> groupCases(const QString& field, const QString& caption) {
 }
 
 TEST_F(Exceptions, alarm) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     expectWhileAdding(gem::CSTALM,
                       commonCases("txtAlm", "Alarm", "Valid range is 1 to 2147483647. ", "0", "101",
@@ -123,7 +122,6 @@ TEST_F(Exceptions, alarm) {
 }
 
 TEST_F(Exceptions, eventsOfAnAlarm) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     std::vector<Case> cases;
     for (const auto& [prefix, side] : {std::pair<QString, QString>{"txtAlmSet", "Alarm Set"},
@@ -159,7 +157,6 @@ TEST_F(Exceptions, eventsOfAnAlarm) {
 }
 
 TEST_F(Exceptions, collectionEvent) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     expectWhileAdding(gem::CSTEVT, commonCases("txtEvt", "Event", kFrom101, "100", "101",
                                                "Sc1AlarmSet", "txtEvtDesc", "Event Desc"));
@@ -169,7 +166,6 @@ TEST_F(Exceptions, collectionEvent) {
 }
 
 TEST_F(Exceptions, report) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     always = QStringList(fault("Report Variable List", "Must contain item."));
     expectWhileAdding(gem::CSTRPT, commonCases("txtRpt", "Report", kFrom101, "100", "101",
@@ -177,7 +173,6 @@ TEST_F(Exceptions, report) {
 }
 
 TEST_F(Exceptions, variableOfEveryKind) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     for (const std::int16_t category : {gem::CSTVDV, gem::CSTVSV, gem::CSTVEC}) {
         expectWhileAdding(category, commonCases("txtVar", "Variable", kFrom101, "100", "218",
@@ -196,7 +191,6 @@ TEST_F(Exceptions, variableOfEveryKind) {
 }
 
 TEST_F(Exceptions, valuesOfEveryFormat) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     struct Format {
         QString code;
@@ -253,7 +247,6 @@ TEST_F(Exceptions, valuesOfEveryFormat) {
 }
 
 TEST_F(Exceptions, limitsAndValuesAgainstOneAnother) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     for (const QString code : {"B", "F4", "F8", "I1", "I2", "I4", "I8", "U1", "U2", "U4", "U8"}) {
         const Typed format{"cmbVarFormat", code};
@@ -273,7 +266,6 @@ TEST_F(Exceptions, limitsAndValuesAgainstOneAnother) {
 }
 
 TEST_F(Exceptions, valueOfAGemVariable) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     clickCategory(gem::GEMSDV);
     goTo("txtVarName", "ControlState");  // U1 from 1 to 5
@@ -292,7 +284,6 @@ TEST_F(Exceptions, valueOfAGemVariable) {
 }
 
 TEST_F(Exceptions, aRecordBeingEditedKeepsItsOwnIdAndName) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     clickCategory(gem::CSTVSV);
     goTo("txtVarName", "LoadPort1State");
@@ -311,7 +302,6 @@ TEST_F(Exceptions, aRecordBeingEditedKeepsItsOwnIdAndName) {
 }
 
 TEST_F(Exceptions, protocolSettings) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     clickCategory(gem::GEMSTT);
     struct Setting {
@@ -419,14 +409,12 @@ TEST_F(Exceptions, protocolSettings) {
 }
 
 TEST_F(Exceptions, anEventsLowestIdInAModelWithoutEvents) {
-    STELVAN_NEEDS_SAMPLE("gem_empty.mdb");
     open("gem_empty.mdb");
     expectWhileAdding(gem::CSTEVT, {{{{"txtEvtID", "100"}}, {fault("Event ID", kFrom101)}},
                                     {{{"txtEvtID", "101"}}, {}}});
 }
 
 TEST_F(Exceptions, aModelThatStoresIdsAsFractionsKnowsTheSameDuplicates) {
-    STELVAN_NEEDS_SAMPLE("gem_int_flags.mdb");
     open("gem_int_flags.mdb");
     expectWhileAdding(gem::CSTVSV,
                       {{{{"txtVarID", "218"}}, {fault("Variable ID", kIdExists)}},
@@ -436,7 +424,6 @@ TEST_F(Exceptions, aModelThatStoresIdsAsFractionsKnowsTheSameDuplicates) {
 }
 
 TEST_F(Exceptions, eventsFillEachOtherInAndAreListedTogether) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     add(gem::CSTALM);
     typeAndLeave("txtAlmSetCEID", "101");
@@ -448,7 +435,6 @@ TEST_F(Exceptions, eventsFillEachOtherInAndAreListedTogether) {
 }
 
 TEST_F(Exceptions, aFaultyRecordIsNotSaved) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     add(gem::CSTALM);
     type(field("txtAlmID"), "0");
@@ -464,7 +450,6 @@ TEST_F(Exceptions, aFaultyRecordIsNotSaved) {
 }
 
 TEST_F(Exceptions, whatOverflowsIsReportedOnceAndNotSaved) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     add(gem::CSTALM);
     type(field("txtAlmName"), "New");
@@ -484,7 +469,6 @@ TEST_F(Exceptions, whatOverflowsIsReportedOnceAndNotSaved) {
 }
 
 TEST_F(Exceptions, limitsBeyond32BitsAreReportedAndSaved) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     clickCategory(gem::CSTVSV);
     goTo("txtVarName", "EnergyTotal");  // U8 up to 18446744073709551615
@@ -498,7 +482,6 @@ TEST_F(Exceptions, limitsBeyond32BitsAreReportedAndSaved) {
 }
 
 TEST_F(Exceptions, aTypedFormatIsStoredInTheListsSpelling) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     clickCategory(gem::CSTVSV);
     goTo("txtVarName", "LoadPort1State");
@@ -510,7 +493,6 @@ TEST_F(Exceptions, aTypedFormatIsStoredInTheListsSpelling) {
 }
 
 TEST_F(Exceptions, aSettingsChoiceIsStoredAndAMissingDatabaseIsRefused) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     clickCategory(gem::GEMSTT);
     goTo("txtSttName", "ConnectionHost");
@@ -531,7 +513,6 @@ TEST_F(Exceptions, aSettingsChoiceIsStoredAndAMissingDatabaseIsRefused) {
 }
 
 TEST_F(Exceptions, nothingIsJudgedOnTheWayToCancelOrInTheOtherCategories) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     open();
     add(gem::CSTVSV);
     type(field("txtVarName"), "a b");

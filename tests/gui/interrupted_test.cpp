@@ -44,7 +44,6 @@ protected:
     std::optional<test::FaultyFileSystem> files;
     std::optional<jet::FileSystemOverride> replaced;
 
-    void SetUp() override { STELVAN_NEEDS_SAMPLE("gem.mdb"); }
     void TearDown() override { closeAll(); }
 
     [[nodiscard]] fs::path file() const { return scratch.path() / "gem.mdb"; }

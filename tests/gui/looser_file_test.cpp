@@ -1,4 +1,5 @@
-// The same work on a looser make of file: fractional identifiers, flags as numbers, Null parents.
+// The same work on files of other layouts: fractional identifiers, flags as numbers, Null parents;
+// names in other letters; no column that the program does not ask for.
 #include <QLabel>
 
 #include "db/query.h"
@@ -8,12 +9,11 @@
 namespace stelvan::app {
 namespace {
 
-class LooserFile : public test::EditBench {
+class OtherLayout : public test::EditBench, public ::testing::WithParamInterface<const char*> {
 protected:
     void SetUp() override {
         EditBench::SetUp();
-        STELVAN_NEEDS_SAMPLE("gem_int_flags.mdb");
-        open("gem_int_flags.mdb");
+        open(GetParam());
     }
     [[nodiscard]] QStringList values(const std::string& sql) {
         QStringList found;
@@ -25,7 +25,9 @@ protected:
     }
 };
 
-TEST_F(LooserFile, AnEventKeepsItsFlagAsANumberAndItsReportsInOrder) {
+class LooserFile : public OtherLayout {};
+
+TEST_P(LooserFile, AnEventKeepsItsFlagAsANumberAndItsReportsInOrder) {
     clickCategory(gem::CSTEVT);
     goTo("txtEvtID", "162");
     const form::TwoListEditor& reports = form().reports;
@@ -46,7 +48,7 @@ TEST_F(LooserFile, AnEventKeepsItsFlagAsANumberAndItsReportsInOrder) {
     EXPECT_EQ(values("SELECT evt_enable FROM secs_cusevent WHERE evt_id = 162"), QStringList{"1"});
 }
 
-TEST_F(LooserFile, AReportKeepsTheOrderOfItsVariables) {
+TEST_P(OtherLayout, AReportKeepsTheOrderOfItsVariables) {
     clickCategory(gem::CSTRPT);
     goTo("txtRptID", "126");
     edit();
@@ -58,7 +60,7 @@ TEST_F(LooserFile, AReportKeepsTheOrderOfItsVariables) {
               wanted);
 }
 
-TEST_F(LooserFile, AListTakesAndReleasesChildren) {
+TEST_P(OtherLayout, AListTakesAndReleasesChildren) {
     clickCategory(gem::CSTVSV);
     goTo("txtVarID", "227");
     edit();
@@ -74,7 +76,7 @@ TEST_F(LooserFile, AListTakesAndReleasesChildren) {
     EXPECT_EQ(values("SELECT var_parentkey FROM secs_cusvar WHERE var_id = 235"), QStringList{"0"});
 }
 
-TEST_F(LooserFile, AnAddedVariableIsOfferedInThePoolsAtOnce) {
+TEST_P(OtherLayout, AnAddedVariableIsOfferedInThePoolsAtOnce) {
     add(gem::CSTVSV);
     const QString id = form()[txtVarID].text();
     EXPECT_EQ(id, "2081") << "no fraction";
@@ -91,7 +93,7 @@ TEST_F(LooserFile, AnAddedVariableIsOfferedInThePoolsAtOnce) {
     EXPECT_TRUE(columnOf(form().children.pool, 1).contains(id));
 }
 
-TEST_F(LooserFile, AnAlarmIsDeleted) {
+TEST_P(OtherLayout, AnAlarmIsDeleted) {
     clickCategory(gem::CSTALM);
     goTo("txtAlmID", "101");
     answerYesAndDelete();
@@ -99,6 +101,17 @@ TEST_F(LooserFile, AnAlarmIsDeleted) {
     EXPECT_EQ(values("SELECT alm_id FROM secs_alarm WHERE alm_id = 101"), QStringList());
     EXPECT_EQ(place(), "1 of 89");
 }
+
+const auto kName = [](const auto& file) {
+    const std::string name = file.param;
+    return name.substr(0, name.find('.'));
+};
+
+INSTANTIATE_TEST_SUITE_P(Models, LooserFile, ::testing::Values("gem_int_flags.mdb"), kName);
+INSTANTIATE_TEST_SUITE_P(Models, OtherLayout,
+                         ::testing::Values("gem_int_flags.mdb", "gem_spellings.mdb",
+                                           "gem_few_columns.mdb"),
+                         kName);
 
 }  // namespace
 }  // namespace stelvan::app

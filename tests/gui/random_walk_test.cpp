@@ -42,7 +42,7 @@ protected:
 
     /// A model whose every record can be shown: the one with Nulls is taken out first.
     std::string prepared() {
-        const auto path = scratch.copyOf(sample("gem.mdb"));
+        const auto path = scratch.copyOf(model("gem.mdb"));
         jet::Database database = jet::Database::open(path);
         jet::Table& variables = database.table("secs_cusvar");
         const auto cursor = variables.row(*rowOf(variables, 253), {});
@@ -382,7 +382,6 @@ protected:
 };
 
 TEST_F(RandomWalk, NeverLetsScreenRecordSetAndFileDiffer) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     random_.seed(static_cast<unsigned>(fromEnvironment("STELVAN_WALK_SEED", 20260)));
     const std::string path = prepared();
     window = std::make_unique<app::FrmMain>(dialogs, QString());

@@ -9,7 +9,7 @@
 #include "tests/jet/file_bytes.h"
 #include "tests/jet/memory_pages.h"
 #include "tests/jet/row_text.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {
@@ -76,7 +76,7 @@ class RefusedFile : public testing::Test {
 protected:
     /// Reads a scratch copy and makes sure that it stays as it was.
     Outcome read(const std::string& name) {
-        const auto source = sample("refused/" + name + "/gem.mdb");
+        const auto source = model("refused/" + name + "/gem.mdb");
         const auto copy = scratch_.copyOf(source);
         Outcome outcome = openAndRead(copy);
         EXPECT_EQ(bytesOf(copy), bytesOf(source));
@@ -87,29 +87,23 @@ private:
     ScratchDir scratch_;
 };
 
-#define NEEDS_REFUSED(name) STELVAN_NEEDS_SAMPLE(std::string("refused/") + (name) + "/gem.mdb")
-
 TEST_F(RefusedFile, OfAnotherVersionIsRefusedOnOpening) {
-    NEEDS_REFUSED("access97");
     EXPECT_EQ(read("access97").refused, ErrorKind::UnsupportedVersion);
     EXPECT_EQ(read("access2007").refused, ErrorKind::UnsupportedVersion);
 }
 
 TEST_F(RefusedFile, ThatIsNoDatabaseIsRefusedOnOpening) {
-    NEEDS_REFUSED("text_file");
     EXPECT_EQ(read("text_file").refused, ErrorKind::NotADatabase);
     EXPECT_EQ(read("zero_length").refused, ErrorKind::NotADatabase);
     EXPECT_EQ(read("wrong_signature").refused, ErrorKind::NotADatabase);
 }
 
 TEST_F(RefusedFile, CutWithinAPageIsRefused) {
-    NEEDS_REFUSED("truncated");
     const Outcome outcome = read("truncated");
     EXPECT_TRUE(outcome.refused == ErrorKind::Corrupt || !outcome.damaged.empty());
 }
 
 TEST_F(RefusedFile, CutAfterAPageGivesTheTablesThatAreWhole) {
-    NEEDS_REFUSED("truncated_at_page");
     const Outcome outcome = read("truncated_at_page");
     EXPECT_FALSE(outcome.refused.has_value());
     EXPECT_FALSE(outcome.damaged.empty());
@@ -117,28 +111,24 @@ TEST_F(RefusedFile, CutAfterAPageGivesTheTablesThatAreWhole) {
 }
 
 TEST_F(RefusedFile, WithNoiseForACatalogueIsRefused) {
-    NEEDS_REFUSED("damaged_catalogue");
     EXPECT_EQ(read("damaged_catalogue").refused, ErrorKind::Corrupt);
 }
 
 TEST_F(RefusedFile, WithARingOfPagesGivesAnErrorForThatTable) {
-    NEEDS_REFUSED("damaged_ring");
     const Outcome outcome = read("damaged_ring");
     EXPECT_TRUE(outcome.damaged.contains("secs_cusvar"));
     EXPECT_TRUE(outcome.readable.contains("secs_setting"));
 }
 
 TEST_F(RefusedFile, WithImpossibleRowsGivesErrorsForThoseTables) {
-    NEEDS_REFUSED("damaged_rows");
     const Outcome outcome = read("damaged_rows");
     EXPECT_FALSE(outcome.damaged.empty());
     EXPECT_FALSE(outcome.readable.empty());
 }
 
 TEST_F(RefusedFile, WithBadMemoReferencesGivesAllOtherRows) {
-    NEEDS_REFUSED("damaged_memo");
     ScratchDir scratch;
-    Database database = Database::open(scratch.copyOf(sample("refused/damaged_memo/gem.mdb")));
+    Database database = Database::open(scratch.copyOf(model("refused/damaged_memo/gem.mdb")));
     std::size_t good = 0;
     std::size_t bad = 0;
     for (const std::string& name : database.tableNames()) {
@@ -159,7 +149,7 @@ TEST_F(RefusedFile, WithBadMemoReferencesGivesAllOtherRows) {
     EXPECT_GT(good, 900U);
 }
 
-class DamagedCopy : public testing::TestWithParam<std::string> {
+class DamagedCopy : public testing::TestWithParam<ModelFile> {
 protected:
     void readCopy(const std::vector<std::uint8_t>& bytes) {
         try {
@@ -172,8 +162,8 @@ protected:
 };
 
 TEST_P(DamagedCopy, GivesAnErrorOrRows) {
-    STELVAN_NEEDS_SAMPLE(GetParam());
-    const auto original = bytesOf(sample(GetParam()));
+    STELVAN_NEEDS_FILE(GetParam());
+    const auto original = bytesOf(GetParam().path());
     std::mt19937 random(20261121);
     const auto pick = [&](std::size_t below) {
         return std::uniform_int_distribution<std::size_t>(0, below - 1)(random);
@@ -193,8 +183,8 @@ TEST_P(DamagedCopy, GivesAnErrorOrRows) {
 }
 
 TEST_P(DamagedCopy, ThatIsCutGivesAnErrorOrRows) {
-    STELVAN_NEEDS_SAMPLE(GetParam());
-    const auto original = bytesOf(sample(GetParam()));
+    STELVAN_NEEDS_FILE(GetParam());
+    const auto original = bytesOf(GetParam().path());
     std::mt19937 random(20261122);
     for (int round = 0; round < rounds(10); ++round) {
         auto bytes = original;
@@ -203,18 +193,13 @@ TEST_P(DamagedCopy, ThatIsCutGivesAnErrorOrRows) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Samples, DamagedCopy,
-                         testing::Values("gem.mdb", "gem_int_flags.mdb", "gem_edges.mdb",
-                                         "access/compressed_text.mdb", "access/deleted_columns.mdb",
-                                         "access/descending_index.mdb", "access/long_memo.mdb",
-                                         "access/overflow.mdb", "access/relationships.mdb"),
-                         [](const auto& parameter) {
-                             std::string name = parameter.param;
-                             for (char& c : name) {
-                                 if (std::isalnum(static_cast<unsigned char>(c)) == 0) c = '_';
-                             }
-                             return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Models, DamagedCopy,
+    testing::ValuesIn(byEveryMaker({"gem.mdb", "gem_int_flags.mdb", "gem_edges.mdb",
+                                    "shapes/compressed_text.mdb", "shapes/deleted_columns.mdb",
+                                    "shapes/descending_index.mdb", "shapes/long_memo.mdb",
+                                    "shapes/overflow.mdb", "shapes/relationships.mdb"})),
+    [](const auto& file) { return label(file.param); });
 
 }  // namespace
 }  // namespace stelvan::test

@@ -16,7 +16,6 @@ protected:
     form::TwoListEditor& editor = form.reports;
 
     void SetUp() override {
-        STELVAN_NEEDS_SAMPLE("gem.mdb");
         LinkBench::SetUp();
         useDatabase("gem.mdb");
         openFrame(gem::CSTEVT);
@@ -146,7 +145,6 @@ TEST_F(EventReportsTest, LinksThatCannotBeOpenedAreReportedAndNotSaved) {
 }
 
 TEST_F(EventReportsTest, ThousandsOfReportsFillAndNarrow) {
-    STELVAN_NEEDS_SAMPLE("gem_large.mdb");
     useDatabase("gem_large.mdb");
     eventReports.lDispRptListEditor(true);
     EXPECT_EQ(editor.pool->rowCount(), 3000);

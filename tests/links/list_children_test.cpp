@@ -19,7 +19,6 @@ protected:
     form::TwoListEditor& editor = form.children;
 
     void SetUp() override {
-        STELVAN_NEEDS_SAMPLE("gem.mdb");
         LinkBench::SetUp();
         useDatabase("gem.mdb");
         openFrame(gem::CSTVSV);

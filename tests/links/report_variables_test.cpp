@@ -18,7 +18,6 @@ protected:
     form::TwoListEditor& editor = form.variables;
 
     void SetUp() override {
-        STELVAN_NEEDS_SAMPLE("gem.mdb");
         LinkBench::SetUp();
         useDatabase("gem.mdb");
         openFrame(gem::CSTRPT);
@@ -152,7 +151,6 @@ TEST_F(ReportVariablesTest, ReportsUpToOneHundredAreLocked) {
 }
 
 TEST_F(ReportVariablesTest, TwentyThousandVariablesFillAndNarrow) {
-    STELVAN_NEEDS_SAMPLE("gem_large.mdb");
     useDatabase("gem_large.mdb");
     reportVariables.lDispVarListEditor(true);
     EXPECT_GT(editor.pool->rowCount(), 19000);

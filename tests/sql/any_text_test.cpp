@@ -6,7 +6,7 @@
 #include "jet/disk/error.h"
 #include "sql/engine.h"
 #include "sql/error.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::sql {
 namespace {
@@ -61,9 +61,8 @@ constexpr const char* kPieces[] = {"SELECT ",
                                    "EXISTS "};
 
 TEST(AnyText, EndsInRowsOrInARefusal) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
     const test::ScratchDir scratch;
-    jet::Database database = jet::Database::open(scratch.copyOf(test::sample("gem.mdb")));
+    jet::Database database = jet::Database::open(scratch.copyOf(test::model("gem.mdb")));
     Engine engine(database);
     std::mt19937 random(20240229);
     int refused = 0;

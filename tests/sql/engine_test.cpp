@@ -1,4 +1,4 @@
-// Statements over real files: order of rows, lookups against scans, and odd but legal spellings.
+// Statements over model files: order of rows, lookups against scans, and odd but legal spellings.
 #include "sql/engine.h"
 
 #include <gtest/gtest.h>
@@ -7,15 +7,15 @@
 
 #include "jet/rows/value_text.h"
 #include "sql/error.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::sql {
 namespace {
 
-class OpenSample {
+class OpenModel {
 public:
-    explicit OpenSample(const std::string& name)
-        : database_(jet::Database::open(scratch_.copyOf(test::sample(name)))), engine_(database_) {}
+    explicit OpenModel(const std::string& name)
+        : database_(jet::Database::open(scratch_.copyOf(test::model(name)))), engine_(database_) {}
 
     /// Rows as texts joined by bars.
     std::vector<std::string> rows(const std::string& sql) {
@@ -54,8 +54,7 @@ private:
 using Lines = std::vector<std::string>;
 
 TEST(Engine, ALookupFindsWhatAScanFinds) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
-    OpenSample file("gem.mdb");
+    OpenModel file("gem.mdb");
     const Lines names = file.rows("SELECT var_name FROM secs_cusvar");
     for (std::size_t at = 0; at < names.size(); at += 7) {
         if (names[at].find('\'') != std::string::npos || names[at].empty()) continue;
@@ -69,8 +68,7 @@ TEST(Engine, ALookupFindsWhatAScanFinds) {
 }
 
 TEST(Engine, RowsWithoutAnOrderComeAsTheyAreStored) {
-    STELVAN_NEEDS_SAMPLE("gem_large.mdb");
-    OpenSample file("gem_large.mdb");
+    OpenModel file("gem_large.mdb");
     for (const char* sql :
          {"select * from secs_cusvar where var_type = 'SV'", "secs_rpt_var",
           "select * from secs_rpt_var where rpt_id = 1500",
@@ -84,8 +82,7 @@ TEST(Engine, RowsWithoutAnOrderComeAsTheyAreStored) {
 }
 
 TEST(Engine, EqualKeysOfAnOrderStayInStoredOrder) {
-    STELVAN_NEEDS_SAMPLE("gem_large.mdb");
-    OpenSample file("gem_large.mdb");
+    OpenModel file("gem_large.mdb");
     const Selection selection = file.select("select * from secs_cusvar order by var_type");
     const auto& places = std::get<RowPlaces>(selection).places;
     const Lines types = file.rows("SELECT var_type FROM secs_cusvar ORDER BY var_type");
@@ -97,8 +94,7 @@ TEST(Engine, EqualKeysOfAnOrderStayInStoredOrder) {
 }
 
 TEST(Engine, AnIncompleteKeyOfACompoundIndexFindsAllItsRowsInStoredOrder) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
-    OpenSample file("gem.mdb");
+    OpenModel file("gem.mdb");
     const Lines all = file.rows("SELECT var_id FROM var_limit");
     ASSERT_EQ(all.size(), 18U);
     const auto expected = std::count(all.begin(), all.end(), all.front());
@@ -110,8 +106,7 @@ TEST(Engine, AnIncompleteKeyOfACompoundIndexFindsAllItsRowsInStoredOrder) {
 }
 
 TEST(Engine, JoinsTakeEachOthersIdentifiersWhateverTheirTypes) {
-    STELVAN_NEEDS_SAMPLE("gem_int_flags.mdb");
-    OpenSample file("gem_int_flags.mdb");
+    OpenModel file("gem_int_flags.mdb");
     const Lines comma = file.rows(
         "SELECT e.evt_id, r.rpt_id FROM secs_def_evt_rpt e, secs_report r WHERE e.rpt_id = "
         "r.rpt_id ORDER BY e.evt_id, r.rpt_id");
@@ -123,8 +118,7 @@ TEST(Engine, JoinsTakeEachOthersIdentifiersWhateverTheirTypes) {
 }
 
 TEST(Engine, FlagsAreMinusOneAndZeroToSql) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
-    OpenSample file("gem.mdb");
+    OpenModel file("gem.mdb");
     EXPECT_EQ(file.rows("SELECT MIN(evt_enable), MAX(evt_enable) FROM secs_cusevent"),
               Lines{"-1|0"});
     EXPECT_TRUE(file.rows("SELECT evt_id FROM secs_cusevent WHERE evt_enable = 1").empty());
@@ -134,8 +128,7 @@ TEST(Engine, FlagsAreMinusOneAndZeroToSql) {
 }
 
 TEST(Engine, NullMatchesNeitherEqualNorUnequal) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
-    OpenSample file("gem.mdb");
+    OpenModel file("gem.mdb");
     EXPECT_EQ(file.rows("SELECT var_id FROM secs_cusvar WHERE var_unit IS NULL AND var_id = 253"),
               Lines{"253"});
     EXPECT_TRUE(
@@ -145,8 +138,7 @@ TEST(Engine, NullMatchesNeitherEqualNorUnequal) {
 }
 
 TEST(Engine, LikeUsesPercentAndUnderscore) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
-    OpenSample file("gem.mdb");
+    OpenModel file("gem.mdb");
     const Lines all =
         file.rows("SELECT set_field FROM secs_setting WHERE set_field LIKE 'connection%'");
     EXPECT_FALSE(all.empty());
@@ -154,8 +146,7 @@ TEST(Engine, LikeUsesPercentAndUnderscore) {
 }
 
 TEST(Engine, StatementsReportHowManyRowsTheyChanged) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
-    OpenSample file("gem.mdb");
+    OpenModel file("gem.mdb");
     EXPECT_EQ(file.execute("UPDATE secs_cusevent SET evt_group = 'x' WHERE evt_enable = True OR "
                            "evt_enable = False"),
               70);
@@ -170,8 +161,7 @@ TEST(Engine, StatementsReportHowManyRowsTheyChanged) {
 }
 
 TEST(Engine, AColumnThatAnUpdateDoesNotNameKeepsItsExactValue) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
-    OpenSample file("gem.mdb");
+    OpenModel file("gem.mdb");
     const Lines before =
         file.rows("SELECT var_name, var_desc, var_max FROM secs_cusvar WHERE var_id = 255");
     EXPECT_EQ(file.execute("UPDATE secs_cusvar SET var_unit = 'mm' WHERE var_id = 255"), 1);
@@ -180,8 +170,7 @@ TEST(Engine, AColumnThatAnUpdateDoesNotNameKeepsItsExactValue) {
 }
 
 TEST(Engine, ColumnsAreNamedAsTheFileSpellsThemAndExpressionsByTheirPlace) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
-    OpenSample file("gem.mdb");
+    OpenModel file("gem.mdb");
     const Selection selection = file.select(
         "SELECT r.RPT_NAME, COUNT(*), MAX(e.rpt_order) AS last FROM secs_report r, "
         "secs_def_evt_rpt e WHERE "
@@ -190,8 +179,7 @@ TEST(Engine, ColumnsAreNamedAsTheFileSpellsThemAndExpressionsByTheirPlace) {
 }
 
 TEST(Engine, WhatIsNoStatementOfAccessIsRefused) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
-    OpenSample file("gem.mdb");
+    OpenModel file("gem.mdb");
     const auto kind = [&file](const std::string& sql) {
         try {
             (void)file.rows(sql);
@@ -212,8 +200,7 @@ TEST(Engine, WhatIsNoStatementOfAccessIsRefused) {
 }
 
 TEST(Engine, SyntaxErrorsNameTheExpressionOrTheClause) {
-    STELVAN_NEEDS_SAMPLE("gem.mdb");
-    OpenSample file("gem.mdb");
+    OpenModel file("gem.mdb");
     const auto text = [&file](const std::string& sql) -> std::string {
         try {
             (void)file.execute(sql);

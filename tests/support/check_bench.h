@@ -12,8 +12,8 @@
 #include "checks/checks.h"
 #include "form/text.h"
 #include "settings/setting_inputs.h"
+#include "tests/support/models.h"
 #include "tests/support/qt_text.h"
-#include "tests/support/samples.h"
 #include "tests/support/scripted_dialogs.h"
 
 namespace stelvan::test {
@@ -48,8 +48,8 @@ protected:
     }
 
     /// Works on a copy of a sample model.
-    void useDatabase(const std::string& sampleName) {
-        state.databasePath = scratch.copyOf(sample(sampleName)).string();
+    void useDatabase(const std::string& modelName) {
+        state.databasePath = scratch.copyOf(model(modelName)).string();
     }
 
     /// Opens every input of a category's frame, as adding and editing do.

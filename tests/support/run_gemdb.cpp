@@ -9,7 +9,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 ProgramRun runProgram(const std::string& program, const std::vector<std::string>& arguments) {

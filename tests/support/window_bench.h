@@ -14,8 +14,8 @@
 #include "app/frm_main.h"
 #include "app/subsystems.h"
 #include "form/text.h"
+#include "tests/support/models.h"
 #include "tests/support/qt_text.h"
-#include "tests/support/samples.h"
 #include "tests/support/scripted_dialogs.h"
 
 namespace stelvan::test {
@@ -29,8 +29,8 @@ protected:
     std::unique_ptr<app::FrmMain> window;
 
     /// Opens the window on a copy of a sample model, as start-up leaves it.
-    void open(const std::string& sampleName = "gem.mdb") {
-        const auto path = scratch.copyOf(sample(sampleName));
+    void open(const std::string& modelName = "gem.mdb") {
+        const auto path = scratch.copyOf(model(modelName));
         window = std::make_unique<app::FrmMain>(dialogs, QString());
         window->start(form::toQt(path.string()));
         window->resize(1200, 900);

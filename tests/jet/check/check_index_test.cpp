@@ -9,7 +9,7 @@ namespace stelvan::jet {
 namespace {
 
 TEST_F(CheckDamage, AMissingIndexEntry) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const TableDef& definition = table("secs_gemvar");
     const PageNumber root = definition.trees[0].root;
     IndexPageEditor editor(file_->edit(root), root, definition.page);
@@ -19,20 +19,20 @@ TEST_F(CheckDamage, AMissingIndexEntry) {
 }
 
 TEST_F(CheckDamage, AnIndexEntryWithAnotherKey) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const TableDef& definition = table("secs_gemvar");
     file_->edit(definition.trees[0].root)[index_page::kEntries + 1] ^= 1;
     expectFault("of table secs_gemvar has an entry that row");
 }
 
 TEST_F(CheckDamage, BitsLeftOverInAnIndexMask) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     file_->edit(table("secs_gemvar").trees[0].root)[index_page::kMask + 450] = 1;
     expectFault("the mask of an index page has bits behind its last entry.");
 }
 
 TEST_F(CheckDamage, IndexLeavesThatAreNotLinked) {
-    STELVAN_DAMAGE("gem_large.mdb");
+    load("gem_large.mdb");
     const TableDef& definition = table("secs_cusvar");
     const IndexPage root(file_->read(definition.trees[0].root), definition.trees[0].root,
                          definition.page);
@@ -41,7 +41,7 @@ TEST_F(CheckDamage, IndexLeavesThatAreNotLinked) {
 }
 
 TEST_F(CheckDamage, ASeparatorBelowItsEntries) {
-    STELVAN_DAMAGE("gem_large.mdb");
+    load("gem_large.mdb");
     const TableDef& definition = table("secs_cusvar");
     const PageNumber root = definition.trees[0].root;
     const std::size_t end = IndexPage(file_->read(root), root, definition.page).endOf(0);
@@ -51,14 +51,14 @@ TEST_F(CheckDamage, ASeparatorBelowItsEntries) {
 }
 
 TEST_F(CheckDamage, AnIndexPageThatItsMapDoesNotList) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const RealIndexDef tree = table("secs_gemvar").trees[0];
     flipInMap(tree.map, tree.root);
     expectFault("but not listed for it.");
 }
 
 TEST_F(CheckDamage, AUniqueIndexWithEqualKeys) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const TableDef& definition = table("secs_rpt_var");
     const DefinitionBytes joined = readDefinitionBytes(*file_, definition.page);
     ASSERT_EQ(joined.pages.size(), 1u);

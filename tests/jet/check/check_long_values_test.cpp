@@ -9,29 +9,29 @@ namespace stelvan::jet {
 namespace {
 
 TEST_F(CheckDamage, ALongValueOfAnotherLength) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const WritableBytes reference = longValueReference(table("secs_cusvar"), long_value::kSingle);
     reference[0] = static_cast<std::uint8_t>(reference[0] + 1);
     expectFault("a long value");
 }
 
 TEST_F(CheckDamage, ALongValueThatWasDeleted) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const WritableBytes reference = longValueReference(table("secs_cusvar"), long_value::kSingle);
     setSlotFlags(readReference(reference).first, data_page::kDeleted);
     expectFault("a long value that is still in use was deleted.");
 }
 
 TEST_F(CheckDamage, AChainWithAnotherStamp) {
-    STELVAN_DAMAGE("access/long_memo.mdb");
-    const WritableBytes reference = longValueReference(table("MSP_PROJECTS"), long_value::kChain);
+    load("shapes/long_memo.mdb");
+    const WritableBytes reference = longValueReference(onlyTable(), long_value::kChain);
     putU32(reference, long_value::kStamp, u32At(reference, long_value::kStamp) + 1);
     expectFault("stamp is not that of its first page.");
 }
 
 TEST_F(CheckDamage, AChainThatEndsEarly) {
-    STELVAN_DAMAGE("access/long_memo.mdb");
-    const WritableBytes reference = longValueReference(table("MSP_PROJECTS"), long_value::kChain);
+    load("shapes/long_memo.mdb");
+    const WritableBytes reference = longValueReference(onlyTable(), long_value::kChain);
     putU32(reference, long_value::kLengthAndKind, u32At(reference, long_value::kLengthAndKind) + 5);
     expectFault("a long value ends too early.");
 }

@@ -9,7 +9,7 @@ namespace stelvan::jet {
 namespace {
 
 TEST_F(CheckDamage, WrongFreeSpaceOfADataPage) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const PageNumber page = firstPage(table("secs_cusvar"));
     const WritablePageBytes bytes = file_->edit(page);
     putU16(bytes, data_page::kFree, static_cast<std::uint16_t>(u16At(bytes, data_page::kFree) + 1));
@@ -17,33 +17,33 @@ TEST_F(CheckDamage, WrongFreeSpaceOfADataPage) {
 }
 
 TEST_F(CheckDamage, RowsThatOverlap) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const WritablePageBytes bytes = file_->edit(firstPage(table("secs_cusvar")));
     putU16(bytes, data_page::kSlots + 2, 4090);
     expectFault("does not lie within the page");
 }
 
 TEST_F(CheckDamage, APageOfAnotherOwner) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     putU32(file_->edit(firstPage(table("secs_cusvar"))), data_page::kOwner, 2);
     expectFault("names another owner");
 }
 
 TEST_F(CheckDamage, APageWithTwoOwners) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const PageNumber page = firstPage(table("secs_cusvar"));
     flipInMap(table("secs_gemvar").ownedMap, page);
     expectFault("the page belongs to two");
 }
 
 TEST_F(CheckDamage, APageThatIsUsedAndFree) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     flipInMap({kGlobalMapPage, kGlobalMapRow}, firstPage(table("secs_cusvar")));
     expectFault("the page is marked free but belongs to table secs_cusvar.");
 }
 
 TEST_F(CheckDamage, APageThatNobodyOwnsIsANoteUnlessTheCheckIsStrict) {
-    STELVAN_DAMAGE("access/no_user_tables.mdb");
+    load("shapes/no_user_tables.mdb");
     file_->append();
     flipInMap({kGlobalMapPage, kGlobalMapRow}, file_->pageCount() - 1);
     const std::vector<Finding> findings = check(file_);
@@ -54,7 +54,7 @@ TEST_F(CheckDamage, APageThatNobodyOwnsIsANoteUnlessTheCheckIsStrict) {
 }
 
 TEST_F(CheckDamage, APageWithRoomThatIsNotTheTables) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const PageNumber page = firstPage(table("secs_cusvar"));
     flipInMap(table("secs_gemvar").freeMap, page);
     expectFault("the page has room for table secs_gemvar but is none of its own.");

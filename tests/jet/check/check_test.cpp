@@ -1,4 +1,4 @@
-// The checker finds nothing wrong with real files, and finds each kind of damage.
+// The checker finds nothing wrong with whole files, and finds each kind of damage.
 #include "jet/check/check.h"
 
 #include <gtest/gtest.h>
@@ -6,26 +6,22 @@
 #include <random>
 
 #include "tests/jet/check/damaged_file.h"
+#include "tests/support/model_names.h"
 
 namespace stelvan::jet {
 namespace {
 
-class CheckSample : public testing::TestWithParam<const char*> {};
+class CheckWhole : public testing::TestWithParam<test::ModelFile> {};
 
-TEST_P(CheckSample, HasNoFault) {
-    STELVAN_NEEDS_SAMPLE(GetParam());
-    const std::vector<Finding> findings = check(test::sample(GetParam()));
+TEST_P(CheckWhole, HasNoFault) {
+    STELVAN_NEEDS_FILE(GetParam());
+    const std::vector<Finding> findings = check(GetParam().path());
     EXPECT_FALSE(anyFault(findings)) << describe(findings);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    RealFiles, CheckSample,
-    testing::Values("gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb", "gem_edges.mdb",
-                    "gem_large.mdb", "access/compressed_text.mdb", "access/deleted_columns.mdb",
-                    "access/deleted_rows.mdb", "access/descending_index.mdb",
-                    "access/index_cursor.mdb", "access/long_memo.mdb", "access/no_rows.mdb",
-                    "access/no_user_tables.mdb", "access/numeric.mdb", "access/overflow.mdb",
-                    "access/relationships.mdb", "access/text_index_empty.mdb"));
+INSTANTIATE_TEST_SUITE_P(Models, CheckWhole,
+                         testing::ValuesIn(test::byEveryMaker(test::allNames({"gem_large.mdb"}))),
+                         [](const auto& file) { return test::label(file.param); });
 
 TEST(Check, AFreshFileOfTheProviderIsSoundToTheLastRule) {
     STELVAN_NEEDS_SAMPLE("access/no_user_tables.mdb");
@@ -35,36 +31,35 @@ TEST(Check, AFreshFileOfTheProviderIsSoundToTheLastRule) {
 }
 
 TEST(Check, WhatIsNoDatabaseIsRefusedAsByOpening) {
-    STELVAN_NEEDS_SAMPLE("refused/text_file/gem.mdb");
-    EXPECT_THROW(static_cast<void>(check(test::sample("refused/text_file/gem.mdb"))), Error);
+    EXPECT_THROW(static_cast<void>(check(test::model("refused/text_file/gem.mdb"))), Error);
 }
 
 TEST_F(CheckDamage, AWrongRowCount) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     putU32(file_->edit(table("secs_cusvar").page), definition::kRows, 299);
     expectFault("table secs_cusvar counts 299 rows but has 300.");
 }
 
 TEST_F(CheckDamage, AnAutoNumberThatWouldBeGivenOutAgain) {
-    STELVAN_DAMAGE("access/compressed_text.mdb");
+    load("shapes/compressed_text.mdb");
     putU32(file_->edit(table("Table").page), definition::kAutoNumber, 2);
     expectFault("but remembers only 2.");
 }
 
 TEST_F(CheckDamage, AMovedRowWithoutItsPointer) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     setSlotFlags(slotWith(table("secs_cusvar"), data_page::kPointer), data_page::kDeleted);
     expectFault("a moved row of table secs_cusvar has lost its pointer.");
 }
 
 TEST_F(CheckDamage, AMovedRowThatAScanWouldSeeTwice) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     setSlotFlags(slotWith(table("secs_cusvar"), data_page::kHidden), 0);
     expectFault("a moved row is not marked as one that only its pointer leads to.");
 }
 
 TEST_F(CheckDamage, ADefinitionOfAnotherLength) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const PageNumber page = table("secs_gemvar").page;
     const WritablePageBytes bytes = file_->edit(page);
     putU32(bytes, definition::kLength, u32At(bytes, definition::kLength) - 2);
@@ -72,20 +67,20 @@ TEST_F(CheckDamage, ADefinitionOfAnotherLength) {
 }
 
 TEST_F(CheckDamage, ATableThatIsNoDefinition) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const PageNumber page = table("secs_gemvar").page;
     file_->edit(page)[0] = 1;
     expectFault("it is not a table definition.");
 }
 
 TEST_F(CheckDamage, WritingThatWasBrokenOff) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     setCommitSlot(file_->edit(0), 0);
     expectFault("commit slot 0 says that writing was broken off.");
 }
 
 TEST_F(CheckDamage, TwoTablesOfOneName) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     const RowId row = catalog_->findTable("secs_gemvar")->row;
     const auto located = locateRow(*file_, *catalog_->definitionAt(kObjectsPage), row);
     ASSERT_TRUE(located);
@@ -99,7 +94,7 @@ TEST_F(CheckDamage, TwoTablesOfOneName) {
 }
 
 TEST_F(CheckDamage, AChildWithoutAParent) {
-    STELVAN_DAMAGE("access/relationships.mdb");
+    load("shapes/relationships.mdb");
     const RelationshipInfo relationship = catalog_->relationships().at(0);
     const TableDef& child = table(relationship.childTable);
     const std::size_t column = child.info.findColumn(relationship.childColumns.at(0)).value();
@@ -111,7 +106,7 @@ TEST_F(CheckDamage, AChildWithoutAParent) {
 }
 
 TEST_F(CheckDamage, ARelationshipThatPointsOneWayOnly) {
-    STELVAN_DAMAGE("access/relationships.mdb");
+    load("shapes/relationships.mdb");
     const TableDef& parent = table(catalog_->relationships().at(0).parentTable);
     const WritablePageBytes bytes = file_->edit(parent.page);
     for (std::size_t at = definition::kStatistics; at + logical_index::kSize < kPageSize; ++at) {
@@ -124,7 +119,7 @@ TEST_F(CheckDamage, ARelationshipThatPointsOneWayOnly) {
 }
 
 TEST_F(CheckDamage, NoiseIsReportedAndNeverFollowed) {
-    STELVAN_DAMAGE("gem.mdb");
+    load("gem.mdb");
     std::mt19937 random(9);
     for (int round = 0; round < 150; ++round) {
         std::vector<std::pair<PageNumber, std::vector<std::uint8_t>>> before;

@@ -1,4 +1,4 @@
-// One real file in memory, a place in it to damage, and the words that must be said about it.
+// One model in memory, a place in it to damage, and the words that must be said about it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@
 #include "jet/tables/table_scan.h"
 #include "tests/jet/file_bytes.h"
 #include "tests/jet/memory_pages.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::jet {
 
@@ -41,13 +41,20 @@ inline std::string describe(const std::vector<Finding>& findings) {
 class CheckDamage : public testing::Test {
 protected:
     void load(const std::string& name) {
-        file_ = std::make_shared<MemoryPages>(test::bytesOf(test::sample(name)));
+        file_ = std::make_shared<MemoryPages>(test::bytesOf(test::model(name)));
         scope_.emplace(file_);
         catalog_.emplace(*file_);
     }
 
     const TableDef& table(const std::string& name) {
         definition_ = catalog_->definition(*catalog_->findTable(name));
+        return *definition_;
+    }
+    // Of a file that has but one.
+    const TableDef& onlyTable() {
+        for (const CatalogEntry& entry : catalog_->entries()) {
+            if (entry.isTable() && !entry.isSystem()) definition_ = catalog_->definition(entry);
+        }
         return *definition_;
     }
     PageNumber firstPage(const TableDef& definition) {
@@ -62,7 +69,7 @@ protected:
                 if (data.slot(i).flags == flags) return {*page, static_cast<std::uint8_t>(i)};
             }
         }
-        ADD_FAILURE() << "the sample has no such row";
+        ADD_FAILURE() << "the model has no such row";
         return {};
     }
     WritableBytes rowAt(RecordPointer where) {
@@ -95,7 +102,7 @@ protected:
                     stored->size());
             }
         }
-        ADD_FAILURE() << "the sample has no such long value";
+        ADD_FAILURE() << "the model has no such long value";
         return {};
     }
 
@@ -112,9 +119,5 @@ protected:
     std::optional<Catalog> catalog_;
     std::shared_ptr<const TableDef> definition_;
 };
-
-#define STELVAN_DAMAGE(sampleName)    \
-    STELVAN_NEEDS_SAMPLE(sampleName); \
-    load(sampleName)
 
 }  // namespace stelvan::jet

@@ -11,7 +11,7 @@
 #include "jet/disk/error.h"
 #include "jet/disk/page_file.h"
 #include "jet/disk/user_entry.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::jet {
 namespace {

@@ -12,7 +12,7 @@
 #include "jet/disk/commit_slots.h"
 #include "jet/disk/page_file.h"
 #include "jet/pages/header.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::jet {
 namespace {

@@ -10,7 +10,7 @@
 #include "jet/check/check.h"
 #include "jet/database.h"
 #include "jet/index/collation.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {
@@ -20,8 +20,7 @@ using jet::Database;
 class DeepIndex : public testing::Test {
 protected:
     void SetUp() override {
-        STELVAN_NEEDS_SAMPLE("access/text_index_empty.mdb");
-        database_.emplace(Database::open(scratch_.copyOf(sample("access/text_index_empty.mdb"))));
+        database_.emplace(Database::open(scratch_.copyOf(model("shapes/text_index_empty.mdb"))));
         table_ = &database_->table("Table1");
         const jet::TableInfo& info = table_->info();
         for (std::size_t i = 0; i < info.indexes.size(); ++i) {
@@ -29,7 +28,7 @@ protected:
             index_ = i;
             if (info.columns[column_].type == jet::ColumnType::Text) return;
         }
-        FAIL() << "the sample has no text index";
+        FAIL() << "the model has no text index";
     }
 
     // Texts of full length that begin alike or not, with letters that need two bytes of a key.

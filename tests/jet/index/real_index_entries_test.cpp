@@ -1,4 +1,4 @@
-// Every index of every real file: its entries must be exactly those that its table's rows give.
+// Every index of every model file: its entries must be exactly those that its table's rows give.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,25 +13,14 @@
 #include "tests/jet/file_bytes.h"
 #include "tests/jet/index/text_weights.h"
 #include "tests/jet/memory_pages.h"
-#include "tests/support/samples.h"
+#include "tests/support/model_names.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {
 
 namespace fs = std::filesystem;
 using jet::RowId;
-
-std::vector<std::string> goodSamples() {
-    std::vector<std::string> names = {"gem", "gem_int_flags", "gem_empty", "gem_edges",
-                                      "gem_large"};
-    for (const char* name :
-         {"compressed_text", "deleted_columns", "deleted_rows", "descending_index", "index_cursor",
-          "long_memo", "no_rows", "no_user_tables", "numeric", "overflow", "relationships",
-          "text_index_empty"}) {
-        names.push_back(std::string("access/") + name);
-    }
-    return names;
-}
 
 struct Entry {
     std::vector<std::uint8_t> key;
@@ -43,11 +32,11 @@ std::ostream& operator<<(std::ostream& out, const Entry& entry) {
     return out << toHex(entry.key) << " -> " << entry.row.page << '/' << int{entry.row.slot};
 }
 
-class RealIndexEntries : public testing::TestWithParam<std::string> {
+class RealIndexEntries : public testing::TestWithParam<ModelFile> {
 protected:
     void SetUp() override {
-        STELVAN_NEEDS_SAMPLE(GetParam() + ".mdb");
-        pages_ = std::make_shared<MemoryPages>(bytesOf(sample(GetParam() + ".mdb")));
+        STELVAN_NEEDS_FILE(GetParam());
+        pages_ = std::make_shared<MemoryPages>(bytesOf(GetParam().path()));
         scope_.emplace(pages_);
         catalog_.emplace(*pages_);
     }
@@ -109,7 +98,7 @@ TEST_P(RealIndexEntries, AreThoseThatTheRowsGiveInTheirOrder) {
         EXPECT_EQ(walk(tree.all()), expected);
     });
     // A later engine wrote the text of all Latin characters in this file.
-    EXPECT_EQ(variants_, GetParam() == "access/compressed_text" ? 1 : 0);
+    EXPECT_EQ(variants_, label(GetParam()) == "foreign_shapes_compressed_text" ? 1 : 0);
 }
 
 TEST_P(RealIndexEntries, EachIsFoundByItsKey) {
@@ -127,12 +116,9 @@ TEST_P(RealIndexEntries, EachIsFoundByItsKey) {
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(Samples, RealIndexEntries, testing::ValuesIn(goodSamples()),
-                         [](const auto& sampleName) {
-                             std::string name = sampleName.param;
-                             std::replace(name.begin(), name.end(), '/', '_');
-                             return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(Models, RealIndexEntries,
+                         testing::ValuesIn(byEveryMaker(allNames({"gem_large.mdb"}))),
+                         [](const auto& file) { return label(file.param); });
 
 }  // namespace
 }  // namespace stelvan::test

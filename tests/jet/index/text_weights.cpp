@@ -3,7 +3,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 

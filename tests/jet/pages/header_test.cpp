@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "jet/pages/fixed_pages.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::jet {
 namespace {

@@ -11,7 +11,7 @@
 #include "jet/pages/fixed_pages.h"
 #include "tests/jet/file_bytes.h"
 #include "tests/jet/row_text.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {

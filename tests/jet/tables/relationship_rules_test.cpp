@@ -4,7 +4,7 @@
 #include "jet/check/check.h"
 #include "jet/database.h"
 #include "tests/jet/row_text.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {
@@ -211,10 +211,12 @@ TEST_F(Related, StayWithTheirTables) {
     expectRefusal(ErrorKind::HasChildren, "Parent", [&] { database_.dropTable("Child"); });
 }
 
-TEST(RealRelationships, CascadeAsTheySay) {
-    STELVAN_NEEDS_SAMPLE("access/relationships.mdb");
+class StoredRelationships : public testing::TestWithParam<ModelFile> {};
+
+TEST_P(StoredRelationships, CascadeAsTheySay) {
+    STELVAN_NEEDS_FILE(GetParam());
     ScratchDir scratch;
-    Database database = Database::open(scratch.copyOf(sample("access/relationships.mdb")));
+    Database database = Database::open(scratch.copyOf(GetParam().path()));
     jet::Table& parent = database.table("Table2");
     const std::size_t child = *database.table("Table1").info().findColumn("otherfk1");
     const std::size_t id = *parent.info().findColumn("id");
@@ -230,6 +232,10 @@ TEST(RealRelationships, CascadeAsTheySay) {
     EXPECT_EQ(database.table("Table1").info().rows, rowsBefore - referring);
     EXPECT_FALSE(jet::anyFault(jet::check(database.path())));
 }
+
+INSTANTIATE_TEST_SUITE_P(Models, StoredRelationships,
+                         testing::ValuesIn(byEveryMaker({"shapes/relationships.mdb"})),
+                         [](const auto& file) { return label(file.param); });
 
 }  // namespace
 }  // namespace stelvan::test

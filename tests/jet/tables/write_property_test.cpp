@@ -7,7 +7,7 @@
 #include "jet/check/check.h"
 #include "jet/database.h"
 #include "tests/jet/tables/table_model.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {
@@ -148,12 +148,12 @@ INSTANTIATE_TEST_SUITE_P(Schemas, RandomChanges,
                          testing::Values(modelLike(), everyType(), tiny(), wide()),
                          [](const auto& parameter) { return parameter.param.name; });
 
-class RandomChangesOfSample : public testing::TestWithParam<std::string> {};
+class RandomChangesOfModel : public testing::TestWithParam<ModelFile> {};
 
-TEST_P(RandomChangesOfSample, KeepTablesAndModelsEqual) {
-    STELVAN_NEEDS_SAMPLE(GetParam());
+TEST_P(RandomChangesOfModel, KeepTablesAndModelsEqual) {
+    STELVAN_NEEDS_FILE(GetParam());
     ScratchDir scratch;
-    Database database = Database::open(scratch.copyOf(sample(GetParam())));
+    Database database = Database::open(scratch.copyOf(GetParam().path()));
     unsigned seed = 100;
     for (const std::string& name : database.tableNames()) {
         const auto& info = database.table(name).info();
@@ -163,21 +163,15 @@ TEST_P(RandomChangesOfSample, KeepTablesAndModelsEqual) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Samples, RandomChangesOfSample,
-                         testing::Values("gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb",
-                                         "gem_edges.mdb", "access/compressed_text.mdb",
-                                         "access/deleted_columns.mdb", "access/deleted_rows.mdb",
-                                         "access/descending_index.mdb", "access/index_cursor.mdb",
-                                         "access/long_memo.mdb", "access/no_rows.mdb",
-                                         "access/numeric.mdb", "access/overflow.mdb",
-                                         "access/text_index_empty.mdb"),
-                         [](const auto& parameter) {
-                             std::string name = parameter.param;
-                             for (char& c : name) {
-                                 if (std::isalnum(static_cast<unsigned char>(c)) == 0) c = '_';
-                             }
-                             return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(Models, RandomChangesOfModel,
+                         testing::ValuesIn(byEveryMaker(
+                             {"gem.mdb", "gem_int_flags.mdb", "gem_empty.mdb", "gem_edges.mdb",
+                              "shapes/compressed_text.mdb", "shapes/deleted_columns.mdb",
+                              "shapes/deleted_rows.mdb", "shapes/descending_index.mdb",
+                              "shapes/index_cursor.mdb", "shapes/long_memo.mdb",
+                              "shapes/no_rows.mdb", "shapes/numeric.mdb", "shapes/overflow.mdb",
+                              "shapes/text_index_empty.mdb"})),
+                         [](const auto& file) { return label(file.param); });
 
 }  // namespace
 }  // namespace stelvan::test

@@ -9,7 +9,7 @@
 #include "jet/rows/row_codec.h"
 #include "jet/tables/table_scan.h"
 #include "tests/jet/row_text.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 

@@ -1,16 +1,10 @@
-// Where the tests find real Access files, and scratch copies to work on.
+// A place for the files of one test.
 #pragma once
 
 #include <filesystem>
 #include <string>
 
 namespace stelvan::test {
-
-/// The folder of real Access files, or an empty path where it is absent.
-std::filesystem::path samplesDir();
-
-/// The full path of one sample (relative to samplesDir()); empty where it is absent.
-std::filesystem::path sample(const std::string& relative);
 
 /// A fresh temporary folder, removed with everything in it when the object ends.
 class ScratchDir {
@@ -31,8 +25,3 @@ private:
 };
 
 }  // namespace stelvan::test
-
-/// Leaves the running test as skipped where the sample is absent.
-#define STELVAN_NEEDS_SAMPLE(relative)           \
-    if (stelvan::test::sample(relative).empty()) \
-    GTEST_SKIP() << "sample " << (relative) << " is absent"

@@ -1,4 +1,4 @@
-#include "tests/support/samples.h"
+#include "tests/support/scratch_dir.h"
 
 #include <unistd.h>
 
@@ -9,18 +9,6 @@
 namespace stelvan::test {
 
 namespace fs = std::filesystem;
-
-fs::path samplesDir() {
-    const fs::path folder = STELVAN_SAMPLES_DIR;
-    return fs::is_directory(folder) ? folder : fs::path();
-}
-
-fs::path sample(const std::string& relative) {
-    const fs::path folder = samplesDir();
-    if (folder.empty()) return {};
-    const fs::path file = folder / relative;
-    return fs::exists(file) ? file : fs::path();
-}
 
 namespace {
 

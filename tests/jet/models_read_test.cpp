@@ -1,4 +1,4 @@
-// Every real file read whole, and compared with what it is known to hold.
+// Every model file read whole, and compared with what it is known to hold.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,7 +8,8 @@
 #include "jet/database.h"
 #include "tests/jet/file_bytes.h"
 #include "tests/jet/row_text.h"
-#include "tests/support/samples.h"
+#include "tests/support/model_names.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {
@@ -18,43 +19,31 @@ using jet::Access;
 using jet::Database;
 using jet::ErrorKind;
 
-const std::vector<std::string> kModels = {"gem", "gem_int_flags", "gem_empty", "gem_edges",
-                                          "gem_large"};
-const std::vector<std::string> kAccess = {
-    "compressed_text", "deleted_columns", "deleted_rows",  "descending_index",
-    "index_cursor",    "long_memo",       "no_rows",       "no_user_tables",
-    "numeric",         "overflow",        "relationships", "text_index_empty"};
+std::vector<ModelFile> everyFile() {
+    std::vector<ModelFile> files = byEveryMaker(allNames({"gem_large.mdb"}));
+    files.push_back({"gem_spellings.mdb", Maker::Own});
+    files.push_back({"gem_few_columns.mdb", Maker::Own});
+    return files;
+}
 
-struct SampleName {
-    std::string file;
-    std::string expected;  // without its ending
+std::string nameOf(const testing::TestParamInfo<ModelFile>& info) {
+    return label(info.param);
+}
+
+class EveryFile : public testing::TestWithParam<ModelFile> {
+protected:
+    void SetUp() override { STELVAN_NEEDS_FILE(GetParam()); }
+
+    Database open() { return Database::open(scratch_.copyOf(GetParam().path())); }
+
+private:
+    ScratchDir scratch_;
 };
+class EveryFileOfOtherMakers : public EveryFile {};
 
-std::vector<SampleName> accessSamples() {
-    std::vector<SampleName> all;
-    for (const auto& name : kAccess) all.push_back({"access/" + name + ".mdb", "access_" + name});
-    return all;
-}
-
-std::vector<SampleName> allSamples() {
-    std::vector<SampleName> all = accessSamples();
-    for (const auto& name : kModels) all.push_back({name + ".mdb", name});
-    return all;
-}
-
-void PrintTo(const SampleName& sample, std::ostream* out) {
-    *out << sample.expected;
-}
-
-std::string nameOf(const testing::TestParamInfo<SampleName>& info) {
-    return info.param.expected;
-}
-
-class EverySample : public testing::TestWithParam<SampleName> {};
-class EveryAccessSample : public testing::TestWithParam<SampleName> {};
-
-INSTANTIATE_TEST_SUITE_P(Samples, EverySample, testing::ValuesIn(allSamples()), nameOf);
-INSTANTIATE_TEST_SUITE_P(Samples, EveryAccessSample, testing::ValuesIn(accessSamples()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Models, EveryFile, testing::ValuesIn(everyFile()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Models, EveryFileOfOtherMakers,
+                         testing::ValuesIn(byOtherMakers(shapeNames())), nameOf);
 
 std::string typeName(jet::ColumnType type) {
     switch (type) {
@@ -64,8 +53,12 @@ std::string typeName(jet::ColumnType type) {
             return "INT";
         case jet::ColumnType::Long:
             return "LONG";
+        case jet::ColumnType::Single:
+            return "FLOAT";
         case jet::ColumnType::Double:
             return "DOUBLE";
+        case jet::ColumnType::Money:
+            return "MONEY";
         case jet::ColumnType::DateTime:
             return "SHORT_DATE_TIME";
         case jet::ColumnType::Memo:
@@ -138,13 +131,11 @@ nlohmann::json describeRelationship(const jet::RelationshipInfo& relationship) {
             {"cascadeDeletes", relationship.cascadeDeletes}};
 }
 
-TEST_P(EverySample, HoldsTheRowsThatAreExpected) {
-    STELVAN_NEEDS_SAMPLE(GetParam().file);
-    std::string expectedFile = "expected/" + GetParam().expected + ".jsonl";
-    if (sample(expectedFile).empty()) expectedFile += ".gz";
-    ScratchDir scratch;
-    Database database = Database::open(scratch.copyOf(sample(GetParam().file)));
-    const RowTexts expected = expectedRows(sample(expectedFile).string());
+TEST_P(EveryFile, HoldsTheRowsThatAreExpected) {
+    fs::path known = GetParam().expected("jsonl");
+    if (known.empty()) known = GetParam().expected("jsonl.gz");
+    Database database = open();
+    const RowTexts expected = expectedRows(known);
     const RowTexts found = readAll(database);
     for (const auto& [table, rows] : expected) {
         ASSERT_TRUE(found.contains(table)) << table;
@@ -153,13 +144,10 @@ TEST_P(EverySample, HoldsTheRowsThatAreExpected) {
     EXPECT_EQ(found.size(), expected.size());
 }
 
-TEST_P(EverySample, HasTheSchemaThatIsExpected) {
-    STELVAN_NEEDS_SAMPLE(GetParam().file);
-    ScratchDir scratch;
-    Database database = Database::open(scratch.copyOf(sample(GetParam().file)));
+TEST_P(EveryFile, HasTheSchemaThatIsExpected) {
+    Database database = open();
     std::set<std::string> expected;
-    for (const std::string& line :
-         linesIn(sample("expected/" + GetParam().expected + ".schema.jsonl").string())) {
+    for (const std::string& line : linesIn(GetParam().expected("schema.jsonl"))) {
         nlohmann::json json = nlohmann::json::parse(line);
         if (json.contains("indexes")) json["indexes"] = sorted(json["indexes"]);
         expected.insert(json.dump());
@@ -182,10 +170,8 @@ bool leavesOutNulls(const jet::TableInfo& info, const jet::IndexInfo& index, jet
     });
 }
 
-TEST_P(EverySample, GivesEveryRowThroughEveryIndexAndByItsKey) {
-    STELVAN_NEEDS_SAMPLE(GetParam().file);
-    ScratchDir scratch;
-    Database database = Database::open(scratch.copyOf(sample(GetParam().file)));
+TEST_P(EveryFile, GivesEveryRowThroughEveryIndexAndByItsKey) {
+    Database database = open();
     for (const std::string& name : database.tableNames(true)) {
         jet::Table& table = database.table(name);
         const jet::TableInfo info = table.info();
@@ -217,12 +203,9 @@ TEST_P(EverySample, GivesEveryRowThroughEveryIndexAndByItsKey) {
     }
 }
 
-TEST_P(EveryAccessSample, HoldsTheSystemTablesThatAreExpected) {
-    const std::string name = "expected/" + GetParam().expected + ".system.jsonl";
-    STELVAN_NEEDS_SAMPLE(name);
-    ScratchDir scratch;
-    Database database = Database::open(scratch.copyOf(sample(GetParam().file)));
-    const RowTexts expected = expectedRows(sample(name).string());
+TEST_P(EveryFileOfOtherMakers, HoldsTheSystemTablesThatAreExpected) {
+    Database database = open();
+    const RowTexts expected = expectedRows(GetParam().expected("system.jsonl"));
     const RowTexts found = readAll(database, true);
     for (const auto& [table, rows] : expected) {
         ASSERT_TRUE(found.contains(table)) << table;

@@ -7,7 +7,7 @@
 
 #include <csignal>
 
-#include "tests/support/samples.h"
+#include "tests/support/scratch_dir.h"
 
 namespace stelvan::app {
 namespace {

@@ -10,8 +10,6 @@ namespace {
 
 class Highlight : public test::WindowBench {
 protected:
-    void SetUp() override { STELVAN_NEEDS_SAMPLE("gem.mdb"); }
-
     [[nodiscard]] QPoint at(std::int16_t category) const {
         QTreeWidget* const tree = form().tvwSECSItem;
         return tree->visualItemRect(tree->topLevelItem(category - 1)).center();

@@ -30,7 +30,6 @@ private:
 
 class ReadOnly : public test::WindowBench {
 protected:
-    void SetUp() override { STELVAN_NEEDS_SAMPLE("gem.mdb"); }
 };
 
 TEST_F(ReadOnly, IsSaidWhenAnEditBeginsAndNotFirstAtTheSave) {

@@ -49,7 +49,6 @@ public:
     void lLinkDataField();
     /// Runs at the end of lLinkDataField in the variable categories.
     std::function<void()> cmbVarFormat_Change = [] {};
-    void lVarHideField() {}
 
 private:
     enum class Nulls { Fail, Empty };

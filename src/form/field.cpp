@@ -300,12 +300,6 @@ QStringList Field::entries() const {
     return all;
 }
 
-void Field::setHint(const QString& hint) {
-    if (kind_ == Kind::Line) lineOf(widget_)->setPlaceholderText(hint);
-    if (kind_ == Kind::Text) textOf(widget_)->setPlaceholderText(hint);
-    if (kind_ == Kind::Combo) comboOf(widget_)->setPlaceholderText(hint);
-}
-
 QString Field::hint() const {
     if (kind_ == Kind::Line) return lineOf(widget_)->placeholderText();
     if (kind_ == Kind::Text) return textOf(widget_)->placeholderText();

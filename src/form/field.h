@@ -60,8 +60,7 @@ public:
     void setEntries(const QStringList& entries);
     [[nodiscard]] QStringList entries() const;
 
-    /// Greyed text shown while there is none.
-    void setHint(const QString& hint);
+    /// Greyed text shown while there is none: a stored text that a combo box does not offer.
     [[nodiscard]] QString hint() const;
 
     [[nodiscard]] bool isVisible() const;  // as its frame would show it

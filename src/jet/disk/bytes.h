@@ -66,10 +66,6 @@ template <typename Number>
 [[nodiscard]] inline std::int32_t i32At(Bytes bytes, std::size_t offset) {
     return loadAt<std::int32_t>(bytes, offset);
 }
-[[nodiscard]] inline std::uint32_t u24At(Bytes bytes, std::size_t offset) {
-    return static_cast<std::uint32_t>(u16At(bytes, offset)) |
-           static_cast<std::uint32_t>(u8At(bytes, offset + 2)) << 16;
-}
 [[nodiscard]] inline std::uint32_t bigU24At(Bytes bytes, std::size_t offset) {
     const Bytes b = bytesAt(bytes, offset, 3);
     return static_cast<std::uint32_t>(b[0]) << 16 | static_cast<std::uint32_t>(b[1]) << 8 | b[2];

@@ -80,12 +80,9 @@ QStringList ListView::headers() const {
 
 void ListView::setWidths(const std::vector<int>& widths) {
     widths_ = widths;
+    if (widths.empty()) widths_.assign(static_cast<std::size_t>(rows_->columnCount()), 1);
     dragged_ = false;
-    header()->setStretchLastSection(widths.empty());  // it would compete with the shares
-    for (int c = 0; widths.empty() && c < rows_->columnCount(); ++c) {
-        setColumnHidden(c, false);
-        setColumnWidth(c, header()->defaultSectionSize());
-    }
+    header()->setStretchLastSection(false);  // it would compete with the shares
     shareWidth();
 }
 

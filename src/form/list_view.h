@@ -32,8 +32,8 @@ public:
     [[nodiscard]] QStringList headers() const;
 
     /// How the columns share the width, until the user drags one: a positive number is a share, 0
-    /// hides the column, -n gives it the width of n digits (or of its header). None at all: the
-    /// toolkit's own widths.
+    /// hides the column, -n gives it the width of n digits (or of its header). None at all: they
+    /// share it alike.
     void setWidths(const std::vector<int>& widths);
 
     /// Whether rows show a check box in their first column.

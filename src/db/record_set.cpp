@@ -19,11 +19,13 @@ namespace stelvan::db {
 namespace {
 
 std::shared_ptr<RecordStore> storeOf(const std::shared_ptr<OpenDatabase>& database,
-                                     const std::string& sql) {
-    sql::Selection selection = database->engine().select(sql);
+                                     const std::string& sql, Reading reading) {
+    const sql::Take take = reading == Reading::AtOnce ? sql::Take::Values : sql::Take::Places;
+    sql::Selection selection = database->engine().select(sql, take);
     if (auto* rows = std::get_if<sql::RowPlaces>(&selection)) {
         auto source = std::make_unique<TableRows>(database, rows->table, std::move(rows->columns));
-        return std::make_shared<RecordStore>(std::move(source), rows->places);
+        return std::make_shared<RecordStore>(std::move(source), rows->places,
+                                             std::move(rows->rows));
     }
     auto source = std::make_unique<ComputedRows>(std::get<sql::ComputedRows>(std::move(selection)));
     const std::vector<jet::RowId> places = source->places();
@@ -75,10 +77,11 @@ Value Recordset::Impl::valueAt(Bookmark bookmark, std::size_t field) const {
 Recordset::Recordset() : impl_(std::make_unique<Impl>()) {}
 Recordset::~Recordset() = default;
 
-void Recordset::open(const std::string& sql, Connection& connection, CursorType, LockType lock) {
+void Recordset::open(const std::string& sql, Connection& connection, CursorType, LockType lock,
+                     Reading reading) {
     if (impl_->store != nullptr) throw objectOpen();
     const std::shared_ptr<OpenDatabase> database = connection.impl().usable();
-    impl_->store = translated(Through::Statement, [&] { return storeOf(database, sql); });
+    impl_->store = translated(Through::Statement, [&] { return storeOf(database, sql, reading); });
     impl_->cursor.emplace(impl_->store);
     impl_->readOnly = lock == LockType::ReadOnly;
 }

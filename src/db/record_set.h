@@ -1,11 +1,12 @@
 // A record set: the rows of one SELECT with a cursor, write-through for "select * from T [where
 // ...]".
 //
-// Static cursor: which rows it holds is settled at open (row ids, not values); a row is decoded
-// when it is looked at (a walk from row to row decodes some ahead) and then keeps its values as of
-// that moment. resync() takes over what others changed. Errors are RunTimeError: 3021 no current
-// record, 3265 no such field, 3704 closed, 3705 open, 3219 not allowed here, 3251 not updatable, 13
-// and provider numbers from writing.
+// Which rows it holds is settled at open, and so are their values: all are of one moment, whatever
+// others write meanwhile. A record set that is to be browsed (Reading::AsReached) holds row ids
+// only; a row is decoded when it is looked at (a walk from row to row decodes some ahead) and then
+// keeps its values as of that moment. resync() takes over what others changed. Errors are
+// RunTimeError: 3021 no current record, 3265 no such field, 3704 closed, 3705 open, 3219 not
+// allowed here, 3251 not updatable, 13 and provider numbers from writing.
 #pragma once
 
 #include <cstdint>
@@ -21,6 +22,8 @@ namespace stelvan::db {
 
 enum class CursorType { ForwardOnly = 0, Keyset = 1, Dynamic = 2, Static = 3 };
 enum class LockType { ReadOnly = 1, Pessimistic = 2, Optimistic = 3, BatchOptimistic = 4 };
+/// When the rows of one table are decoded; joined and computed ones always are at once.
+enum class Reading { AtOnce, AsReached };
 enum class Affect { Current = 1, All = 3 };
 
 /// Identifies a record within a record set and its clones.
@@ -36,7 +39,8 @@ public:
     /// Runs a SELECT; the cursor stands on the first record. The connection must be open and may be
     /// closed afterwards without ending the record set.
     void open(const std::string& sql, Connection& connection,
-              CursorType cursor = CursorType::Static, LockType lock = LockType::Optimistic);
+              CursorType cursor = CursorType::Static, LockType lock = LockType::Optimistic,
+              Reading reading = Reading::AtOnce);
     [[nodiscard]] ObjectState state() const;
     void close();
 

@@ -13,7 +13,8 @@ constexpr std::size_t kReadAhead = 256;
 
 }  // namespace
 
-RecordStore::RecordStore(std::unique_ptr<RowSource> source, const std::vector<jet::RowId>& places)
+RecordStore::RecordStore(std::unique_ptr<RowSource> source, const std::vector<jet::RowId>& places,
+                         std::vector<Row> rows)
     : source_(std::move(source)) {
     bookmarks_.reserve(places.size());
     entries_.reserve(places.size());
@@ -21,6 +22,8 @@ RecordStore::RecordStore(std::unique_ptr<RowSource> source, const std::vector<je
         bookmarks_.push_back(next_++);
         entries_.push_back({place, nullptr});
     }
+    for (std::size_t at = 0; at < rows.size(); ++at)
+        entries_[at].values = std::make_unique<Row>(std::move(rows[at]));
 }
 
 bool RecordStore::has(Bookmark bookmark) const {

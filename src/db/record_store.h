@@ -17,7 +17,9 @@ namespace stelvan::db {
 
 class RecordStore : public std::enable_shared_from_this<RecordStore> {
 public:
-    RecordStore(std::unique_ptr<RowSource> source, const std::vector<jet::RowId>& places);
+    /// `rows` are the values at the places, or nothing where they are read when looked at.
+    RecordStore(std::unique_ptr<RowSource> source, const std::vector<jet::RowId>& places,
+                std::vector<Row> rows = {});
 
     [[nodiscard]] RowSource& source() { return *source_; }
     [[nodiscard]] const std::vector<Bookmark>& bookmarks() const { return bookmarks_; }

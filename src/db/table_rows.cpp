@@ -40,10 +40,7 @@ std::vector<std::optional<Row>> TableRows::read(std::span<const jet::RowId> plac
 std::optional<Row> TableRows::readOne(jet::RowId place) {
     const std::unique_ptr<jet::Cursor> cursor = table().row(place, columns_);
     if (cursor == nullptr) return std::nullopt;
-    Row row;
-    row.reserve(columns_.size());
-    for (const std::size_t column : columns_) row.push_back(jet::toValue(cursor->value(column)));
-    return row;
+    return jet::valuesOf(*cursor, columns_);
 }
 
 std::vector<jet::RowId> TableRows::stillThere(std::vector<jet::RowId> places) {

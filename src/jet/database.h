@@ -31,6 +31,10 @@ public:
     /// The same over pages that are open already.
     static Database over(std::shared_ptr<PageFile> pages, Access access = Access::ReadWrite);
 
+    /// A copy of the file as it is at this moment, to be read for as long as it takes while others
+    /// write.
+    [[nodiscard]] Database copyInMemory();
+
     /// Creates an empty Access 2003 database (16 pages); `path` must not exist. `created` goes to
     /// the dates of the catalogue's rows (days, as DateTime), so that two builds give the same
     /// bytes.

@@ -3,8 +3,10 @@
 //
 // Which rows it holds is settled at open, and so are their values: all are of one moment, whatever
 // others write meanwhile. A record set that is to be browsed (Reading::AsReached) holds row ids
-// only; a row is decoded when it is looked at (a walk from row to row decodes some ahead) and then
-// keeps its values as of that moment. resync() takes over what others changed. Errors are
+// only; a row is decoded when it is looked at (a walk from row to row decodes some ahead) and, once
+// the cursor has reached it, keeps its values as of that moment. There a row that another program
+// has deleted, or made one that the query would not choose, is reported by the first field() that
+// looks at it (-2147217864) and leaves a gap. resync() takes over what others changed. Errors are
 // RunTimeError: 3021 no current record, 3265 no such field, 3704 closed, 3705 open, 3219 not
 // allowed here, 3251 not updatable, 13 and provider numbers from writing.
 #pragma once
@@ -80,7 +82,8 @@ public:
     /// True while a record is being added or has unwritten changes.
     [[nodiscard]] bool editPending() const;
     /// Writes the current record, in the open UnitOfWork or one of its own. A record that another
-    /// program changed since it was read: -2147217864, nothing written.
+    /// program changed since it was read, or that the query would no longer choose: -2147217864,
+    /// nothing written.
     void update();
     /// Deletes the current record from the file; it leaves the record set with the next move, as
     /// the cursor then stands where it stood.
@@ -89,9 +92,11 @@ public:
     /// current before it is current again.
     void cancelUpdate();
     void cancelBatch(Affect affect = Affect::All);
-    /// Takes over what the file now holds for all records; rows that are gone leave the record set.
+    /// Takes over what the file now holds for all records; rows that are gone, or that the query
+    /// would no longer choose, leave the record set. What it wrote itself stays.
     void resync();
-    /// Reads the current record anew; one that is gone leaves, and the cursor stands on its gap.
+    /// Reads the current record anew; one that has left it likewise leaves, and the cursor stands
+    /// on its gap.
     void resyncCurrent();
 
     /// "column = 12" or "column = 'text'"; empty shows all again. Moves to the first record.

@@ -117,6 +117,11 @@ std::vector<RelationshipInfo> Database::relationships() {
     return impl_->file->catalog().relationships();
 }
 
+std::uint64_t Database::moment() {
+    const ReadScope scope(impl_->file->sharedPages());
+    return impl_->file->pages().moment();
+}
+
 void Database::onRollback(std::function<void()> undo) {
     impl_->file->pages().onRollback(std::move(undo));
 }

@@ -64,6 +64,10 @@ public:
     /// Keeps the file unchanged for the reader while it lives.
     [[nodiscard]] std::unique_ptr<ReadScope> beginRead();
 
+    /// A number for what the file holds now: as long as it is the same, nobody has changed
+    /// anything.
+    [[nodiscard]] std::uint64_t moment();
+
     /// Keeps what is to be taken back in memory when the open unit of work does not reach the file
     /// (the last first, and none may throw); forgets it where no unit is open.
     void onRollback(std::function<void()> undo);

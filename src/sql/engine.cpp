@@ -91,6 +91,24 @@ TableModule& Engine::State::declare(const std::string& table) {
 
 namespace {
 
+/// Has SQLite give up what it does once a limit is spent.
+class Watch {
+public:
+    Watch(sqlite3* handle, ReadLimit limit) : handle_(handle), limit_(limit) {
+        constexpr int kStepsPerLook = 4096;
+        sqlite3_progress_handler(handle_, kStepsPerLook, isSpent, &limit_);
+    }
+    ~Watch() { sqlite3_progress_handler(handle_, 0, nullptr, nullptr); }
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
+
+private:
+    static int isSpent(void* limit) { return static_cast<ReadLimit*>(limit)->spent() ? 1 : 0; }
+
+    sqlite3* handle_;
+    ReadLimit limit_;
+};
+
 /// One prepared statement; what fails in it is thrown in our own words.
 class Run {
 public:
@@ -99,10 +117,9 @@ public:
         : handle_(handle),
           failure_(failure),
           statement_(statement),
-          limit_(limit),
+          watch_(handle, limit),
           translation_(translate(tokens)) {
         failure_.exception = nullptr;
-        sqlite3_progress_handler(handle_, kStepsPerLook, isSpent, &limit_);
         sqlite3_stmt* prepared = nullptr;
         const int size = static_cast<int>(translation_.text.size());
         const int result =
@@ -110,9 +127,6 @@ public:
         prepared_.reset(prepared);
         if (result != SQLITE_OK) fail();
     }
-    ~Run() { sqlite3_progress_handler(handle_, 0, nullptr, nullptr); }
-    Run(const Run&) = delete;
-    Run& operator=(const Run&) = delete;
 
     /// True on a row.
     bool step() {
@@ -124,10 +138,6 @@ public:
     [[nodiscard]] sqlite3_stmt* get() const { return prepared_.get(); }
 
 private:
-    static constexpr int kStepsPerLook = 4096;
-
-    static int isSpent(void* limit) { return static_cast<ReadLimit*>(limit)->spent() ? 1 : 0; }
-
     [[noreturn]] void fail() {
         if (sqlite3_errcode(handle_) == SQLITE_INTERRUPT) throw ReadLimit::Spent{};
         if (failure_.exception != nullptr)
@@ -138,7 +148,7 @@ private:
     sqlite3* handle_;
     CaughtFailure& failure_;
     const Statement& statement_;
-    ReadLimit limit_;
+    Watch watch_;
     Translation translation_;
     PreparedStatement prepared_;
 };
@@ -213,7 +223,7 @@ Selection Engine::State::select(std::string_view sql, Take take, ReadLimit limit
     std::optional<SingleTableSelect> single;
     if (statement.tables.size() == 1) single = asSingleTable(statement, tableOf(statement).info());
     if (single && single->everyRow) {
-        RowPlaces all{tableOf(statement).info().name, single->columns, {}, {}};
+        RowPlaces all{tableOf(statement).info().name, single->columns, database.moment(), {}, {}};
         takeAll(tableOf(statement), all, take, limit);
         return all;
     }
@@ -221,8 +231,11 @@ Selection Engine::State::select(std::string_view sql, Take take, ReadLimit limit
     const Tokens tokens = single ? selectingPlaces(statement, *single) : statement.tokens;
     Run run(handle(), failure, statement, tokens, limit);
     if (!single) return takeRows(run);
-    RowPlaces found{
-        tableOf(statement).info().name, single->columns, takePlaces(run, single->ordered), {}};
+    RowPlaces found{tableOf(statement).info().name,
+                    single->columns,
+                    database.moment(),
+                    takePlaces(run, single->ordered),
+                    {}};
     if (take == Take::Values) takeValues(tableOf(statement), found, limit);
     return found;
 }
@@ -239,6 +252,24 @@ Selection Engine::select(std::string_view sql, Take take) {
         jet::Database copy = state_->database.copyInMemory();
         return State(copy).select(sql, take, {});
     }
+}
+
+std::vector<jet::RowId> Engine::stillChosen(std::string_view sql,
+                                            std::span<const jet::RowId> places) {
+    const auto scope = state_->database.beginRead();
+    const Statement statement = state_->read(sql);
+    jet::Table& table = state_->tableOf(statement);
+    const auto single = asSingleTable(statement, table.info());
+    if (!single) return {};
+    state_->declare(table.info().name);
+    Run run(state_->handle(), state_->failure, statement, judgingPlace(statement, *single));
+    std::vector<jet::RowId> chosen;
+    for (const jet::RowId place : places) {
+        sqlite3_bind_int64(run.get(), 1, place.packed());
+        if (run.step()) chosen.push_back(place);
+        sqlite3_reset(run.get());
+    }
+    return chosen;
 }
 
 std::int64_t Engine::execute(std::string_view sql) {

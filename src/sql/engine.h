@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -25,6 +26,7 @@ enum class Take { Values, Places };
 struct RowPlaces {
     std::string table;
     std::vector<std::size_t> columns;  // positions in the table, in the order of the SELECT list
+    std::uint64_t moment = 0;          // at which they were chosen (jet::Database::moment)
     std::vector<jet::RowId> places;
     std::vector<std::vector<jet::Value>> rows;  // one for each place, where they were asked for
 };
@@ -47,6 +49,9 @@ public:
 
     /// Runs a SELECT, or a table's name alone.
     [[nodiscard]] Selection select(std::string_view sql, Take take = Take::Places);
+    /// Those of `places` whose rows the SELECT that chose them would choose now.
+    [[nodiscard]] std::vector<jet::RowId> stillChosen(std::string_view sql,
+                                                      std::span<const jet::RowId> places);
     /// Runs a statement that returns no rows, in a unit of work of its own or the open one; how
     /// many rows it changed.
     std::int64_t execute(std::string_view sql);

@@ -165,6 +165,11 @@ public:
         engine_.emplace(database_);
     }
     void execute(const std::string& sql) { (void)engine_->execute(sql); }
+    RowPlaces places(const std::string& sql) { return std::get<RowPlaces>(engine_->select(sql)); }
+    /// How many of the rows that were chosen would still be.
+    std::size_t stillChosen(const std::string& sql, const RowPlaces& chosen) {
+        return engine_->stillChosen(sql, chosen.places).size();
+    }
     /// The rows that the condition lets through, by their numbers.
     std::vector<int> where(const std::string& condition) {
         std::vector<int> found;
@@ -212,6 +217,38 @@ TEST(Engine, AnEmptyTextIsCopiedAsOne) {
     EXPECT_EQ(table.where("b IS NULL"), Numbers{2});
     table.execute("INSERT INTO t (id, a, b) SELECT 3, b, a FROM t WHERE id = 1");
     EXPECT_EQ(table.where("a = '' AND b = ''"), (Numbers{1, 3}));
+}
+
+TEST(Engine, TellsWhichRowsItWouldStillChoose) {
+    const std::vector<std::string> statements{
+        "SELECT * FROM t WHERE id = 1 OR id = 2 OR a = 'x'",
+        "SELECT x.id FROM t AS x WHERE x.a = 'x' ORDER BY x.id DESC",
+        "SELECT id FROM t WHERE a = 'x'",
+    };
+    for (const std::string& sql : statements) {
+        OwnTable table;
+        for (int id = 1; id <= 3; ++id)
+            table.execute("INSERT INTO t (id, a) VALUES (" + std::to_string(id) + ", 'x')");
+        const RowPlaces chosen = table.places(sql);
+        ASSERT_EQ(chosen.places.size(), 3U) << sql;
+        EXPECT_EQ(table.stillChosen(sql, chosen), 3U) << sql;
+        table.execute("UPDATE t SET a = 'y', id = 4 WHERE id = 2");
+        EXPECT_EQ(table.stillChosen(sql, chosen), 2U) << sql;
+        table.execute("DELETE FROM t WHERE id = 1");
+        EXPECT_EQ(table.stillChosen(sql, chosen), 1U) << sql;
+    }
+}
+
+TEST(Engine, WithoutAConditionItWouldChooseWhatIsThere) {
+    for (const std::string sql : {"t", "SELECT id, a FROM t", "SELECT * FROM t ORDER BY a"}) {
+        OwnTable table;
+        table.execute("INSERT INTO t (id) VALUES (1)");
+        table.execute("INSERT INTO t (id) VALUES (2)");
+        const RowPlaces chosen = table.places(sql);
+        table.execute("UPDATE t SET a = 'y' WHERE id = 1");
+        table.execute("DELETE FROM t WHERE id = 2");
+        EXPECT_EQ(table.stillChosen(sql, chosen), 1U) << sql;
+    }
 }
 
 TEST(Engine, DatesAreWrittenBetweenNumberSigns) {

@@ -1,9 +1,11 @@
 #include "base/date.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <vector>
 
 #include "base/number.h"
 #include "base/text.h"
@@ -72,6 +74,52 @@ double serialOf(sys_days day, double secondsOfDay) {
     return count < 0 ? count - fraction : count + fraction;
 }
 
+std::optional<double> serialOf(year_month_day date, double secondsOfDay) {
+    if (!date.ok()) return std::nullopt;
+    const double serial = serialOf(sys_days{date}, secondsOfDay);
+    return isCalendarDate(serial) ? std::optional(serial) : std::nullopt;
+}
+
+/// The numbers of at most four digits that stand between separators.
+std::vector<unsigned> numbersBetween(std::string_view text, char separator) {
+    constexpr std::size_t kMostDigits = 4;
+    std::vector<unsigned> numbers;
+    for (std::size_t at = 0; at <= text.size();) {
+        const std::size_t end = std::min(text.find(separator, at), text.size());
+        const std::string_view digits = text.substr(at, end - at);
+        unsigned number = 0;
+        const auto [stop, fault] = std::from_chars(digits.begin(), digits.end(), number);
+        if (digits.size() > kMostDigits || fault != std::errc() || stop != digits.end()) return {};
+        numbers.push_back(number);
+        at = end + 1;
+    }
+    return numbers;
+}
+
+year_month_day writtenDay(std::string_view text) {
+    constexpr year_month_day kNone{year::min(), month{0}, day{0}};
+    const bool monthFirst = text.find('/') != std::string_view::npos;
+    std::vector<unsigned> numbers = numbersBetween(text, monthFirst ? '/' : '-');
+    if (numbers.size() != 3) return kNone;
+    // Now the year is first; one of two digits would be of the years that have no dates.
+    if (monthFirst) std::rotate(numbers.begin(), numbers.end() - 1, numbers.end());
+    return {year{static_cast<int>(numbers[0])}, month{numbers[1]}, day{numbers[2]}};
+}
+
+std::optional<double> writtenSeconds(std::string_view text) {
+    const bool afternoon = text.size() > 2 && sameWord(text.substr(text.size() - 2), "PM");
+    const bool halves =
+        afternoon || (text.size() > 2 && sameWord(text.substr(text.size() - 2), "AM"));
+    if (halves) text = trimBlanks(text.substr(0, text.size() - 2));
+    std::vector<unsigned> numbers = numbersBetween(text, ':');
+    if (numbers.size() == 2) numbers.push_back(0);
+    if (numbers.size() != 3 || numbers[0] > 23 || numbers[1] > 59 || numbers[2] > 59)
+        return std::nullopt;
+    if (halves && (numbers[0] == 0 || numbers[0] > 12)) return std::nullopt;
+    if (halves) numbers[0] = numbers[0] % 12 + (afternoon ? 12 : 0);
+    return numbers[0] * 3600.0 + numbers[1] * 60.0 + numbers[2];
+}
+
 }  // namespace
 
 bool isCalendarDate(double serial) {
@@ -98,9 +146,16 @@ std::optional<double> parseDate(std::string_view text) {
     if (!numbers) return std::nullopt;
     const auto [years, months, day, hours, minutes, secs] = *numbers;
     const year_month_day date{year{static_cast<int>(years)}, month{months}, std::chrono::day{day}};
-    if (!date.ok() || hours > 23 || minutes > 59 || secs > 59) return std::nullopt;
-    const double serial = serialOf(sys_days{date}, hours * 3600.0 + minutes * 60.0 + secs);
-    return isCalendarDate(serial) ? std::optional(serial) : std::nullopt;
+    if (hours > 23 || minutes > 59 || secs > 59) return std::nullopt;
+    return serialOf(date, hours * 3600.0 + minutes * 60.0 + secs);
+}
+
+std::optional<double> parseWrittenDate(std::string_view text) {
+    text = trimBlanks(text);
+    const std::size_t end = std::min(text.find_first_of(" T"), text.size());
+    const bool dayAlone = end == text.size();
+    const auto seconds = dayAlone ? 0.0 : writtenSeconds(trimBlanks(text.substr(end + 1)));
+    return seconds ? serialOf(writtenDay(text.substr(0, end)), *seconds) : std::nullopt;
 }
 
 double serialDate(std::chrono::seconds moment) {

@@ -26,6 +26,10 @@ namespace stelvan::base {
 /// what no calendar and no clock shows.
 [[nodiscard]] std::optional<double> parseDate(std::string_view text);
 
+/// Reads what people write: "YYYY-MM-DD" or "M/D/YYYY" (month first), alone or with a time of day
+/// behind a blank or T: "h:mm" or "h:mm:ss", with or without AM or PM. Nothing for any other text.
+[[nodiscard]] std::optional<double> parseWrittenDate(std::string_view text);
+
 /// The time of a calendar and clock that are `moment` after 1970-01-01 00:00.
 [[nodiscard]] double serialDate(std::chrono::seconds moment);
 

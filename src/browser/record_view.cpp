@@ -101,10 +101,25 @@ void RecordView::cmdPrevious_Click() {
 }
 
 void RecordView::lDisplayField() {
-    window_.state.displayBroken =
-        !window_.errors.handle("lDisplayField", [this] { showCurrent(Nulls::Fail); });
+    const db::CurrentRecords& current = window_.state.current;
+    bool& broken = window_.state.displayBroken;
+    broken = !window_.errors.handle("lDisplayField", [this] { showCurrent(Nulls::Fail); });
+    // Each turn one more has left; a failure of another kind ends it.
+    for (std::int32_t before = -1; broken && !current.onRecord() && current.count() != before;) {
+        before = current.count();
+        broken = !window_.errors.handle("lDisplayField", [this] { showFollower(); });
+    }
     if (window_.state.category != gem::GEMSTT || window_.state.current.records == nullptr) return;
     window_.errors.handle("lDisplayField", [this] { settings_.lInitSttInput(false); });
+}
+
+void RecordView::showFollower() {
+    db::Recordset& records = *window_.state.current.records;
+    records.moveNext();  // from the gap that it left
+    if (records.eof() && records.recordCount() > 0) records.moveFirst();
+    window_.state.current.position = records.position();
+    lUpdateNavigator();
+    showCurrent(Nulls::Fail);
 }
 
 void RecordView::displayNullsAsEmpty() {

@@ -26,7 +26,8 @@ public:
 
     /// Copies the current record's columns into the fields; blanks them where there is none. In the
     /// settings category the inputs of the setting are shown, closed. A failure is reported, and
-    /// the rest of the window goes on.
+    /// the rest of the window goes on. A record that has left the set, since another program
+    /// deleted it or made it another category's, is reported, and the one that follows is shown.
     void lDisplayField();
     /// Blanks the current category's fields; nothing without a record set, never the settings.
     void lClearField();
@@ -53,6 +54,7 @@ public:
 private:
     enum class Nulls { Fail, Empty };
     void showCurrent(Nulls nulls);
+    void showFollower();
     void showColumn(gem::Record& record, const gem::FieldFacts& facts, Nulls nulls) const;
     void blankPlaceholders(const gem::Record& shown) const;
     void move(bool forwards);

@@ -1,7 +1,5 @@
 #include "db/computed_rows.h"
 
-#include <algorithm>
-
 namespace stelvan::db {
 
 std::vector<jet::RowId> ComputedRows::places() const {
@@ -13,17 +11,12 @@ std::vector<jet::RowId> ComputedRows::places() const {
     return places;
 }
 
-std::vector<std::optional<Row>> ComputedRows::read(std::span<const jet::RowId> places) {
-    std::vector<std::optional<Row>> rows;
+RowsNow ComputedRows::read(std::span<const jet::RowId> places, std::optional<std::uint64_t>) {
+    RowsNow now;
     for (const jet::RowId place : places) {
-        rows.emplace_back(rows_.rows.at(static_cast<std::size_t>(place.packed())));
+        now.rows.emplace_back(rows_.rows.at(static_cast<std::size_t>(place.packed())));
     }
-    return rows;
-}
-
-std::vector<jet::RowId> ComputedRows::stillThere(std::vector<jet::RowId> places) {
-    std::sort(places.begin(), places.end());
-    return places;
+    return now;
 }
 
 }  // namespace stelvan::db

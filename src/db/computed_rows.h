@@ -14,8 +14,9 @@ public:
     [[nodiscard]] std::vector<jet::RowId> places() const;
 
     [[nodiscard]] const std::vector<std::string>& fields() const override { return rows_.columns; }
-    [[nodiscard]] std::vector<std::optional<Row>> read(std::span<const jet::RowId> places) override;
-    [[nodiscard]] std::vector<jet::RowId> stillThere(std::vector<jet::RowId> places) override;
+    [[nodiscard]] RowsNow read(std::span<const jet::RowId> places,
+                               std::optional<std::uint64_t> chosen) override;
+    [[nodiscard]] PlacesNow chosenNow() override { return {0, places()}; }
     [[nodiscard]] RowWriter* writer() override { return nullptr; }
 
 private:

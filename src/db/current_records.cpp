@@ -9,7 +9,7 @@ std::shared_ptr<Recordset> DataSource::refresh() const {
     connection.setConnectionText(connectionText);
     connection.open();
     auto opened = std::make_shared<Recordset>();
-    opened->open(recordSource, connection, cursorType, lockType);
+    opened->open(recordSource, connection, cursorType, lockType, Reading::AsReached);
     return opened;
 }
 

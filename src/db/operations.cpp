@@ -80,7 +80,7 @@ void Operations::lLoadData(const std::string& sql) {
 std::string Operations::lGetNextID(const std::string& column, const std::string& table) const {
     return base::trap("lGetNextID", [&]() -> std::string {
         // Open to the end: the second query then finds the pages that the first one read.
-        Query all(connectionText(), "SELECT " + column + " FROM " + table);
+        Query all(connectionText(), "SELECT " + column + " FROM " + table, Reading::AsReached);
         if (all.records().recordCount() == 0) return std::to_string(kFirstCustomId);
         Query highest(connectionText(), "SELECT MAX(" + column + ")" + " FROM " + table);
         if (highest.records().recordCount() == 0) return {};
@@ -92,7 +92,8 @@ bool Operations::lCheckDuplicate(const std::string& value, const std::string& co
                                  const std::string& table) const {
     return base::trap("lCheckDuplicate", [&] {
         Query query(connectionText(),
-                    "SELECT " + column + " FROM " + table + " WHERE " + column + " = " + value);
+                    "SELECT " + column + " FROM " + table + " WHERE " + column + " = " + value,
+                    Reading::AsReached);
         return query.records().recordCount() >= 1;
     });
 }

@@ -14,7 +14,8 @@ public:
     /// Opened by lGetRecordSet. Throws RunTimeError.
     Query(const Operations& operations, const std::string& sql);
     /// Opened over any connection text. Throws RunTimeError.
-    Query(const std::string& connectionText, const std::string& sql);
+    Query(const std::string& connectionText, const std::string& sql,
+          Reading reading = Reading::AtOnce);
     Query(const Query&) = delete;
     Query& operator=(const Query&) = delete;
 

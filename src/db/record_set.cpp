@@ -19,15 +19,19 @@ namespace stelvan::db {
 namespace {
 
 std::shared_ptr<RecordStore> storeOf(const std::shared_ptr<OpenDatabase>& database,
-                                     const std::string& sql) {
-    sql::Selection selection = database->engine().select(sql);
+                                     const std::string& sql, Reading reading) {
+    const sql::Take take = reading == Reading::AtOnce ? sql::Take::Values : sql::Take::Places;
+    sql::Selection selection = database->engine().select(sql, take);
     if (auto* rows = std::get_if<sql::RowPlaces>(&selection)) {
-        auto source = std::make_unique<TableRows>(database, rows->table, std::move(rows->columns));
-        return std::make_shared<RecordStore>(std::move(source), rows->places);
+        auto source =
+            std::make_unique<TableRows>(database, sql, rows->table, std::move(rows->columns));
+        return std::make_shared<RecordStore>(std::move(source),
+                                             PlacesNow{rows->moment, std::move(rows->places)},
+                                             std::move(rows->rows));
     }
     auto source = std::make_unique<ComputedRows>(std::get<sql::ComputedRows>(std::move(selection)));
-    const std::vector<jet::RowId> places = source->places();
-    return std::make_shared<RecordStore>(std::move(source), places);
+    const PlacesNow chosen = source->chosenNow();
+    return std::make_shared<RecordStore>(std::move(source), chosen);
 }
 
 }  // namespace
@@ -37,6 +41,8 @@ struct Recordset::Impl {
     std::optional<RecordCursor> cursor;
     RecordCursor::Place beforeAdding;
     bool readOnly = false;
+    Reading reading = Reading::AtOnce;
+    Bookmark reached = 0;  // the record that was looked at since the cursor came to it
 
     void requireOpen() const {
         if (store == nullptr) throw objectClosed();
@@ -46,9 +52,17 @@ struct Recordset::Impl {
         if (readOnly || store->source().writer() == nullptr) throw notUpdatable();
     }
     /// Moving on would leave pending changes behind, neither written nor dropped.
-    void requireNothingPending() const {
+    void leaveCurrent() {
         requireOpen();
         if (cursor->onRecord() && store->pending(cursor->current())) throw notAllowedHere();
+        reached = 0;
+    }
+    /// Before the current record is looked at, for the first time since the cursor came to it.
+    void reach() {
+        const Bookmark bookmark = cursor->current();
+        if (reading == Reading::AtOnce || reached == bookmark) return;
+        translated(Through::RecordSet, [&] { store->reach(bookmark); });
+        reached = bookmark;
     }
     [[nodiscard]] std::size_t fieldPosition(const std::string& name) const;
     [[nodiscard]] Value valueAt(Bookmark bookmark, std::size_t field) const;
@@ -75,12 +89,14 @@ Value Recordset::Impl::valueAt(Bookmark bookmark, std::size_t field) const {
 Recordset::Recordset() : impl_(std::make_unique<Impl>()) {}
 Recordset::~Recordset() = default;
 
-void Recordset::open(const std::string& sql, Connection& connection, CursorType, LockType lock) {
+void Recordset::open(const std::string& sql, Connection& connection, CursorType, LockType lock,
+                     Reading reading) {
     if (impl_->store != nullptr) throw objectOpen();
     const std::shared_ptr<OpenDatabase> database = connection.impl().usable();
-    impl_->store = translated(Through::Statement, [&] { return storeOf(database, sql); });
+    impl_->store = translated(Through::Statement, [&] { return storeOf(database, sql, reading); });
     impl_->cursor.emplace(impl_->store);
     impl_->readOnly = lock == LockType::ReadOnly;
+    impl_->reading = reading;
 }
 
 ObjectState Recordset::state() const {
@@ -121,22 +137,22 @@ std::int32_t Recordset::position() const {
 }
 
 void Recordset::moveFirst() {
-    impl_->requireNothingPending();
+    impl_->leaveCurrent();
     impl_->cursor->first();
 }
 
 void Recordset::moveLast() {
-    impl_->requireNothingPending();
+    impl_->leaveCurrent();
     impl_->cursor->last();
 }
 
 void Recordset::moveNext() {
-    impl_->requireNothingPending();
+    impl_->leaveCurrent();
     impl_->cursor->next();
 }
 
 void Recordset::movePrevious() {
-    impl_->requireNothingPending();
+    impl_->leaveCurrent();
     impl_->cursor->previous();
 }
 
@@ -146,7 +162,7 @@ Bookmark Recordset::bookmark() const {
 }
 
 void Recordset::setBookmark(Bookmark bookmark) {
-    impl_->requireNothingPending();
+    impl_->leaveCurrent();
     impl_->cursor->moveTo(bookmark);
 }
 
@@ -167,6 +183,7 @@ Value Recordset::field(const std::string& name) const {
 Value Recordset::field(std::size_t index) const {
     impl_->requireOpen();
     if (index >= impl_->store->source().fields().size()) throw noSuchItem();
+    impl_->reach();
     return impl_->valueAt(impl_->cursor->current(), index);
 }
 
@@ -175,6 +192,7 @@ void Recordset::setField(const std::string& name, const Value& value) {
     const std::size_t field = impl_->fieldPosition(name);
     const Bookmark bookmark = impl_->cursor->current();
     if (impl_->store->pending() && !impl_->store->pending(bookmark)) throw notAllowedHere();
+    impl_->reach();
     translated(Through::RecordSet, [&] { impl_->store->change(bookmark, field, value); });
 }
 
@@ -217,6 +235,7 @@ void Recordset::cancelBatch(Affect) {
 void Recordset::resync() {
     impl_->requireOpen();
     translated(Through::RecordSet, [this] { impl_->store->refresh(); });
+    impl_->reached = 0;
     impl_->cursor->settle();
 }
 
@@ -227,7 +246,7 @@ void Recordset::resyncCurrent() {
 }
 
 void Recordset::setFilter(const std::string& filter) {
-    impl_->requireNothingPending();
+    impl_->leaveCurrent();
     if (filter.empty()) return impl_->cursor->showAll();
     const RecordFilter parsed = RecordFilter::parse(filter);
     const std::size_t field = impl_->fieldPosition(parsed.column);
@@ -240,6 +259,7 @@ std::shared_ptr<Recordset> Recordset::clone() const {
     copy->impl_->store = impl_->store;
     copy->impl_->cursor.emplace(impl_->store);
     copy->impl_->readOnly = impl_->readOnly;
+    copy->impl_->reading = impl_->reading;
     return copy;
 }
 

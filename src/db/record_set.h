@@ -1,11 +1,14 @@
 // A record set: the rows of one SELECT with a cursor, write-through for "select * from T [where
 // ...]".
 //
-// Static cursor: which rows it holds is settled at open (row ids, not values); a row is decoded
-// when it is looked at (a walk from row to row decodes some ahead) and then keeps its values as of
-// that moment. resync() takes over what others changed. Errors are RunTimeError: 3021 no current
-// record, 3265 no such field, 3704 closed, 3705 open, 3219 not allowed here, 3251 not updatable, 13
-// and provider numbers from writing.
+// Which rows it holds is settled at open, and so are their values: all are of one moment, whatever
+// others write meanwhile. A record set that is to be browsed (Reading::AsReached) holds row ids
+// only; a row is decoded when it is looked at (a walk from row to row decodes some ahead) and, once
+// the cursor has reached it, keeps its values as of that moment. There a row that another program
+// has deleted, or made one that the query would not choose, is reported by the first field() that
+// looks at it (-2147217864) and leaves a gap. resync() takes over what others changed. Errors are
+// RunTimeError: 3021 no current record, 3265 no such field, 3704 closed, 3705 open, 3219 not
+// allowed here, 3251 not updatable, 13 and provider numbers from writing.
 #pragma once
 
 #include <cstdint>
@@ -21,6 +24,8 @@ namespace stelvan::db {
 
 enum class CursorType { ForwardOnly = 0, Keyset = 1, Dynamic = 2, Static = 3 };
 enum class LockType { ReadOnly = 1, Pessimistic = 2, Optimistic = 3, BatchOptimistic = 4 };
+/// When the rows of one table are decoded; joined and computed ones always are at once.
+enum class Reading { AtOnce, AsReached };
 enum class Affect { Current = 1, All = 3 };
 
 /// Identifies a record within a record set and its clones.
@@ -36,7 +41,8 @@ public:
     /// Runs a SELECT; the cursor stands on the first record. The connection must be open and may be
     /// closed afterwards without ending the record set.
     void open(const std::string& sql, Connection& connection,
-              CursorType cursor = CursorType::Static, LockType lock = LockType::Optimistic);
+              CursorType cursor = CursorType::Static, LockType lock = LockType::Optimistic,
+              Reading reading = Reading::AtOnce);
     [[nodiscard]] ObjectState state() const;
     void close();
 
@@ -76,7 +82,8 @@ public:
     /// True while a record is being added or has unwritten changes.
     [[nodiscard]] bool editPending() const;
     /// Writes the current record, in the open UnitOfWork or one of its own. A record that another
-    /// program changed since it was read: -2147217864, nothing written.
+    /// program changed since it was read, or that the query would no longer choose: -2147217864,
+    /// nothing written.
     void update();
     /// Deletes the current record from the file; it leaves the record set with the next move, as
     /// the cursor then stands where it stood.
@@ -85,9 +92,11 @@ public:
     /// current before it is current again.
     void cancelUpdate();
     void cancelBatch(Affect affect = Affect::All);
-    /// Takes over what the file now holds for all records; rows that are gone leave the record set.
+    /// Takes over what the file now holds for all records; rows that are gone, or that the query
+    /// would no longer choose, leave the record set. What it wrote itself stays.
     void resync();
-    /// Reads the current record anew; one that is gone leaves, and the cursor stands on its gap.
+    /// Reads the current record anew; one that has left it likewise leaves, and the cursor stands
+    /// on its gap.
     void resyncCurrent();
 
     /// "column = 12" or "column = 'text'"; empty shows all again. Moves to the first record.

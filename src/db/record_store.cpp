@@ -13,14 +13,17 @@ constexpr std::size_t kReadAhead = 256;
 
 }  // namespace
 
-RecordStore::RecordStore(std::unique_ptr<RowSource> source, const std::vector<jet::RowId>& places)
+RecordStore::RecordStore(std::unique_ptr<RowSource> source, const PlacesNow& chosen,
+                         std::vector<Row> rows)
     : source_(std::move(source)) {
-    bookmarks_.reserve(places.size());
-    entries_.reserve(places.size());
-    for (const jet::RowId place : places) {
+    bookmarks_.reserve(chosen.places.size());
+    entries_.reserve(chosen.places.size());
+    for (const jet::RowId place : chosen.places) {
         bookmarks_.push_back(next_++);
-        entries_.push_back({place, nullptr});
+        entries_.push_back({place, nullptr, chosen.moment});
     }
+    for (std::size_t at = 0; at < rows.size(); ++at)
+        entries_[at].values = std::make_unique<Row>(std::move(rows[at]));
 }
 
 bool RecordStore::has(Bookmark bookmark) const {
@@ -32,18 +35,47 @@ std::size_t RecordStore::positionOf(Bookmark bookmark) const {
     return static_cast<std::size_t>(found - bookmarks_.begin());
 }
 
-void RecordStore::readFrom(std::size_t position) {
-    const std::size_t wanted = position == nextInTurn_ ? kReadAhead : 1;
+RowsNow RecordStore::lookFrom(std::size_t position, std::size_t most) {
+    const Entry& first = entries_[position];
+    if (first.own) return source_->read({&first.place, 1}, std::nullopt);
     std::vector<jet::RowId> places;
-    for (std::size_t at = position; at < entries_.size() && places.size() < wanted; ++at) {
-        if (entries_[at].values != nullptr || adding(bookmarks_[at])) break;
-        places.push_back(entries_[at].place);
+    for (std::size_t at = position; at < entries_.size() && places.size() < most; ++at) {
+        const Entry& entry = entries_[at];
+        if (entry.own || entry.chosen != first.chosen || pending(bookmarks_[at])) break;
+        places.push_back(entry.place);
     }
-    std::vector<std::optional<Row>> rows = source_->read(places);
-    for (std::size_t at = 0; at < rows.size(); ++at) {
-        if (rows[at]) entries_[position + at].values = std::make_unique<Row>(*std::move(rows[at]));
+    return source_->read(places, first.chosen);
+}
+
+void RecordStore::readFrom(std::size_t position) {
+    std::size_t wanted = 1;
+    if (position == nextInTurn_) {
+        while (wanted < kReadAhead && position + wanted < entries_.size() &&
+               entries_[position + wanted].values == nullptr)
+            ++wanted;
     }
-    nextInTurn_ = position + rows.size();
+    RowsNow now = lookFrom(position, wanted);
+    for (std::size_t at = 0; at < now.rows.size(); ++at) {
+        if (!now.rows[at]) continue;
+        entries_[position + at].values = std::make_unique<Row>(*std::move(now.rows[at]));
+        entries_[position + at].chosen = now.moment;
+    }
+    nextInTurn_ = position + now.rows.size();
+}
+
+void RecordStore::reach(Bookmark bookmark) {
+    if (pending(bookmark)) return;
+    const std::size_t position = positionOf(bookmark);
+    RowsNow now = lookFrom(position, 1);
+    if (!now.rows.front()) {
+        removeRun(position);
+        throw jet::Error::of(jet::ErrorKind::RowChanged, "the record");
+    }
+    Entry& entry = entries_[position];
+    if (!entry.reached || entry.values == nullptr)
+        entry.values = std::make_unique<Row>(*std::move(now.rows.front()));
+    entry.reached = true;
+    entry.chosen = now.moment;
 }
 
 const Row* RecordStore::stored(Bookmark bookmark) {
@@ -93,6 +125,7 @@ void RecordStore::writeNew() {
     const jet::RowId place = writer().insert(pending_->values);
     Entry& entry = entryOf(pending_->bookmark);
     entry.place = place;
+    entry.own = true;
     entry.values.reset();  // read again when looked at: the file may have given values of its own
 }
 
@@ -105,8 +138,9 @@ void RecordStore::writeChanges() {
         if (pending_->values[field] == (*entry.values)[field]) continue;
         changes.emplace_back(field, pending_->values[field]);
     }
-    writer().update(entry.place, *entry.values, changes);
+    writer().update(known(entry), changes);
     *entry.values = pending_->values;
+    entry.own = true;
 }
 
 void RecordStore::cancel() {
@@ -114,19 +148,40 @@ void RecordStore::cancel() {
     pending_.reset();
 }
 
+KnownRow RecordStore::known(const Entry& entry) const {
+    return {entry.place, entry.values ? std::optional<Row>(*entry.values) : std::nullopt,
+            entry.own};
+}
+
 void RecordStore::remove(Bookmark bookmark) {
-    const auto position = static_cast<std::ptrdiff_t>(positionOf(bookmark));
-    bookmarks_.erase(bookmarks_.begin() + position);
-    entries_.erase(entries_.begin() + position);
+    const std::size_t position = positionOf(bookmark);
+    remove(position, position + 1);
+}
+
+void RecordStore::remove(std::size_t begin, std::size_t end) {
+    const auto first = static_cast<std::ptrdiff_t>(begin);
+    const auto last = static_cast<std::ptrdiff_t>(end);
+    bookmarks_.erase(bookmarks_.begin() + first, bookmarks_.begin() + last);
+    entries_.erase(entries_.begin() + first, entries_.begin() + last);
+    nextInTurn_ = kNone;
     ++generation_;
 }
 
+void RecordStore::removeRun(std::size_t position) {
+    std::size_t end = position + 1;
+    while (end < entries_.size() && !pending(bookmarks_[end])) {
+        const RowsNow now = lookFrom(end, kReadAhead);
+        const auto there = std::ranges::find_if(
+            now.rows, [](const std::optional<Row>& row) { return row.has_value(); });
+        end += static_cast<std::size_t>(there - now.rows.begin());
+        if (there != now.rows.end()) break;
+    }
+    remove(position, end);
+}
+
 void RecordStore::erase(Bookmark bookmark) {
-    Entry& entry = entryOf(bookmark);
-    const std::optional<Row> asRead =
-        entry.values ? std::optional<Row>(*entry.values) : std::nullopt;
     try {
-        writer().erase(entry.place, asRead);
+        writer().erase(known(entryOf(bookmark)));
     } catch (const jet::Error& error) {
         if (error.kind() == jet::ErrorKind::RowGone) remove(bookmark);
         throw;
@@ -139,7 +194,8 @@ void RecordStore::erase(Bookmark bookmark) {
 std::function<void()> RecordStore::undoTo(Bookmark bookmark) {
     const Entry& entry = entryOf(bookmark);
     auto values = entry.values ? std::make_shared<Row>(*entry.values) : nullptr;
-    return [store = weak_from_this(), bookmark, place = entry.place, values, pending = pending_] {
+    return [store = weak_from_this(), bookmark, place = entry.place, chosen = entry.chosen,
+            own = entry.own, values, pending = pending_] {
         const std::shared_ptr<RecordStore> self = store.lock();
         if (self == nullptr) return;
         const std::size_t position = self->positionOf(bookmark);
@@ -150,22 +206,31 @@ std::function<void()> RecordStore::undoTo(Bookmark bookmark) {
         }
         Entry& restored = self->entries_[position];
         restored.place = place;
+        restored.chosen = chosen;
+        restored.own = own;
+        restored.reached = values != nullptr;
         restored.values = values ? std::make_unique<Row>(*values) : nullptr;
         self->pending_ = pending;
     };
 }
 
 void RecordStore::refresh() {
-    std::vector<jet::RowId> places;
-    places.reserve(entries_.size());
-    for (const Entry& entry : entries_) places.push_back(entry.place);
-    const std::vector<jet::RowId> there = source_->stillThere(std::move(places));
+    const PlacesNow now = source_->chosenNow();
+    const auto stays = [&](std::size_t at) {
+        Entry& entry = entries_[at];
+        if (pending(bookmarks_[at])) return true;
+        const bool found = std::binary_search(now.places.begin(), now.places.end(), entry.place);
+        entry.own = entry.own && !found;  // from now on the query judges it again
+        return found || (entry.own && lookFrom(at, 1).rows.front());
+    };
     std::size_t kept = 0;
     for (std::size_t at = 0; at < entries_.size(); ++at) {
-        const bool found = std::binary_search(there.begin(), there.end(), entries_[at].place);
-        if (!found && !pending(bookmarks_[at])) continue;
+        if (!stays(at)) continue;
         // The values that a pending change was begun on are what it is judged against.
-        if (!pending(bookmarks_[at])) entries_[at].values.reset();
+        if (!pending(bookmarks_[at])) {
+            entries_[at].values.reset();
+            entries_[at].chosen = now.moment;
+        }
         bookmarks_[kept] = bookmarks_[at];
         if (kept != at) entries_[kept] = std::move(entries_[at]);
         ++kept;
@@ -177,10 +242,11 @@ void RecordStore::refresh() {
 
 void RecordStore::refresh(Bookmark bookmark) {
     if (pending(bookmark)) return;
-    Entry& entry = entryOf(bookmark);
-    std::optional<Row> row = source_->read({&entry.place, 1}).front();
-    if (!row) return remove(bookmark);
-    entry.values = std::make_unique<Row>(*std::move(row));
+    const std::size_t position = positionOf(bookmark);
+    RowsNow now = lookFrom(position, 1);
+    if (!now.rows.front()) return remove(bookmark);
+    entries_[position].values = std::make_unique<Row>(*std::move(now.rows.front()));
+    entries_[position].chosen = now.moment;
 }
 
 }  // namespace stelvan::db

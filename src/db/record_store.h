@@ -17,7 +17,9 @@ namespace stelvan::db {
 
 class RecordStore : public std::enable_shared_from_this<RecordStore> {
 public:
-    RecordStore(std::unique_ptr<RowSource> source, const std::vector<jet::RowId>& places);
+    /// `rows` are the values at the places, or nothing where they are read when looked at.
+    RecordStore(std::unique_ptr<RowSource> source, const PlacesNow& chosen,
+                std::vector<Row> rows = {});
 
     [[nodiscard]] RowSource& source() { return *source_; }
     [[nodiscard]] const std::vector<Bookmark>& bookmarks() const { return bookmarks_; }
@@ -29,6 +31,12 @@ public:
     /// ahead, since opening the file for each row costs far more than the row. Null when the row is
     /// gone. Not for a record that is being added.
     [[nodiscard]] const Row* stored(Bookmark bookmark);
+    /// Called when a cursor has come to a record: if the file is not as it was when the row was
+    /// last seen, looks whether the row is still one of the query's. Values that were never reached
+    /// before become the present ones; others stay, since a save is judged by what was shown.
+    /// Throws RowChanged for a row that is not; it has left then, with those that follow it and are
+    /// gone like it.
+    void reach(Bookmark bookmark);
     /// The values with pending changes.
     [[nodiscard]] std::optional<jet::Value> value(Bookmark bookmark, std::size_t field);
 
@@ -52,8 +60,8 @@ public:
     /// failure.
     void erase(Bookmark bookmark);
 
-    /// Forgets the values of all records, and the records whose rows are gone. A pending record
-    /// stays.
+    /// Forgets the values of all records, and the records whose rows are gone or answer the query
+    /// no longer. A pending record stays, and one that the record set wrote as long as it is there.
     void refresh();
     /// The same for one record.
     void refresh(Bookmark bookmark);
@@ -62,6 +70,9 @@ private:
     struct Entry {
         jet::RowId place;
         std::unique_ptr<Row> values;  // null until looked at
+        std::uint64_t chosen = 0;     // the moment at which the query last chose it
+        bool reached = false;         // some cursor has stood on it
+        bool own = false;  // written by this record set: stays, though the query may not choose it
     };
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
     struct Pending {
@@ -73,12 +84,19 @@ private:
 
     [[nodiscard]] std::size_t positionOf(Bookmark bookmark) const;
     [[nodiscard]] Entry& entryOf(Bookmark bookmark) { return entries_[positionOf(bookmark)]; }
+    /// Looks at the row at a position, and at up to `most` in all that follow it and are known
+    /// since the same moment.
+    [[nodiscard]] RowsNow lookFrom(std::size_t position, std::size_t most);
     /// Reads the rows from a position on that were not looked at yet.
     void readFrom(std::size_t position);
+    [[nodiscard]] KnownRow known(const Entry& entry) const;
     [[nodiscard]] RowWriter& writer() { return *source_->writer(); }
     void writeNew();
     void writeChanges();
     void remove(Bookmark bookmark);
+    void remove(std::size_t begin, std::size_t end);
+    /// Removes the record at a position that is gone, and those behind it that are gone too.
+    void removeRun(std::size_t position);
     /// Makes the record what it is now, pending changes included.
     [[nodiscard]] std::function<void()> undoTo(Bookmark bookmark);
 

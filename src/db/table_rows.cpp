@@ -7,9 +7,10 @@
 
 namespace stelvan::db {
 
-TableRows::TableRows(std::shared_ptr<OpenDatabase> database, const std::string& table,
-                     jet::ColumnSet columns)
+TableRows::TableRows(std::shared_ptr<OpenDatabase> database, std::string sql,
+                     const std::string& table, jet::ColumnSet columns)
     : database_(std::move(database)),
+      sql_(std::move(sql)),
       table_(&database_->database().table(table)),
       info_(table_->info()),
       columns_(std::move(columns)) {
@@ -29,35 +30,35 @@ void TableRows::reopen() {
     table_ = &found;
 }
 
-std::vector<std::optional<Row>> TableRows::read(std::span<const jet::RowId> places) {
+RowsNow TableRows::read(std::span<const jet::RowId> places, std::optional<std::uint64_t> chosen) {
     const auto scope = database_->database().beginRead();
-    std::vector<std::optional<Row>> rows;
-    rows.reserve(places.size());
-    for (const jet::RowId place : places) rows.push_back(readOne(place));
-    return rows;
+    RowsNow now{database_->database().moment(), {}};
+    now.rows.reserve(places.size());
+    for (const jet::RowId place : places) now.rows.push_back(readOne(place));
+    if (!chosen || *chosen == now.moment) return now;
+    const std::vector<jet::RowId> still = database_->engine().stillChosen(sql_, places);
+    auto next = still.begin();  // in the order of `places`
+    for (std::size_t at = 0; at < places.size(); ++at) {
+        if (next != still.end() && *next == places[at]) {
+            ++next;
+        } else {
+            now.rows[at].reset();
+        }
+    }
+    return now;
 }
 
 std::optional<Row> TableRows::readOne(jet::RowId place) {
     const std::unique_ptr<jet::Cursor> cursor = table().row(place, columns_);
     if (cursor == nullptr) return std::nullopt;
-    Row row;
-    row.reserve(columns_.size());
-    for (const std::size_t column : columns_) row.push_back(jet::toValue(cursor->value(column)));
-    return row;
+    return jet::valuesOf(*cursor, columns_);
 }
 
-std::vector<jet::RowId> TableRows::stillThere(std::vector<jet::RowId> places) {
+PlacesNow TableRows::chosenNow() {
     reopen();
-    std::sort(places.begin(), places.end());
-    std::vector<jet::RowId> found;
-    found.reserve(places.size());
-    auto wanted = places.begin();
-    for (const auto cursor = table().scan({}); wanted != places.end() && cursor->next();) {
-        const jet::RowId place = cursor->rowId();
-        wanted = std::lower_bound(wanted, places.end(), place);
-        if (wanted != places.end() && *wanted == place) found.push_back(place);
-    }
-    return found;
+    auto rows = std::get<sql::RowPlaces>(database_->engine().select(sql_));
+    std::sort(rows.places.begin(), rows.places.end());
+    return {rows.moment, std::move(rows.places)};
 }
 
 jet::Value TableRows::converted(std::size_t field, jet::Value value) {
@@ -86,29 +87,32 @@ jet::RowId TableRows::insert(const Row& row) {
     return table().insert(values);
 }
 
-void TableRows::requireUnchanged(jet::RowId place, const std::optional<Row>& asRead) {
-    const std::optional<Row> now = readOne(place);
+void TableRows::requireUnchanged(const KnownRow& row) {
+    const std::optional<Row> now = readOne(row.place);
     if (!now) throw jet::Error::of(jet::ErrorKind::RowGone, info_.name);
-    if (asRead && *asRead != *now) throw jet::Error::of(jet::ErrorKind::RowChanged, info_.name);
+    const bool asRead = !row.asRead || *row.asRead == *now;
+    // A row that is all as it was read answers the query as it did then.
+    const bool proven = row.own || (row.asRead && columns_.size() == info_.columns.size());
+    if (!asRead || (!proven && database_->engine().stillChosen(sql_, {&row.place, 1}).empty()))
+        throw jet::Error::of(jet::ErrorKind::RowChanged, info_.name);
 }
 
-void TableRows::update(jet::RowId place, const Row& asRead,
-                       const std::vector<FieldChange>& changes) {
+void TableRows::update(const KnownRow& row, const std::vector<FieldChange>& changes) {
     reopen();
     std::vector<jet::ColumnValue> values;
     values.reserve(changes.size());
     for (const auto& [field, value] : changes) values.emplace_back(columns_[field], value);
     jet::UnitOfWork unit(database_->database());
-    requireUnchanged(place, asRead);
-    table().update(place, values);
+    requireUnchanged(row);
+    table().update(row.place, values);
     unit.commit();
 }
 
-void TableRows::erase(jet::RowId place, const std::optional<Row>& asRead) {
+void TableRows::erase(const KnownRow& row) {
     reopen();
     jet::UnitOfWork unit(database_->database());
-    requireUnchanged(place, asRead);
-    table().erase(place);
+    requireUnchanged(row);
+    table().erase(row.place);
     unit.commit();
 }
 

@@ -13,21 +13,21 @@ namespace stelvan::db {
 
 class TableRows final : public RowSource, public RowWriter {
 public:
-    /// `columns` are positions in the table, one for each field.
-    TableRows(std::shared_ptr<OpenDatabase> database, const std::string& table,
+    /// `sql` chose rows of the table; `columns` are positions in it, one for each field.
+    TableRows(std::shared_ptr<OpenDatabase> database, std::string sql, const std::string& table,
               jet::ColumnSet columns);
 
     [[nodiscard]] const std::vector<std::string>& fields() const override { return fields_; }
-    [[nodiscard]] std::vector<std::optional<Row>> read(std::span<const jet::RowId> places) override;
-    [[nodiscard]] std::vector<jet::RowId> stillThere(std::vector<jet::RowId> places) override;
+    [[nodiscard]] RowsNow read(std::span<const jet::RowId> places,
+                               std::optional<std::uint64_t> chosen) override;
+    [[nodiscard]] PlacesNow chosenNow() override;
     [[nodiscard]] RowWriter* writer() override { return this; }
 
     [[nodiscard]] jet::Value converted(std::size_t field, jet::Value value) override;
     [[nodiscard]] Row newRow() override;
     jet::RowId insert(const Row& row) override;
-    void update(jet::RowId place, const Row& asRead,
-                const std::vector<FieldChange>& changes) override;
-    void erase(jet::RowId place, const std::optional<Row>& asRead) override;
+    void update(const KnownRow& row, const std::vector<FieldChange>& changes) override;
+    void erase(const KnownRow& row) override;
     void onRollback(std::function<void()> undo) override {
         database_->database().onRollback(std::move(undo));
     }
@@ -37,9 +37,10 @@ private:
     void reopen();
     [[nodiscard]] jet::Table& table() { return *table_; }
     [[nodiscard]] std::optional<Row> readOne(jet::RowId place);
-    void requireUnchanged(jet::RowId place, const std::optional<Row>& asRead);
+    void requireUnchanged(const KnownRow& row);
 
     std::shared_ptr<OpenDatabase> database_;
+    std::string sql_;
     jet::Table* table_;    // owned by database_
     jet::TableInfo info_;  // as it was when the rows were selected
     jet::ColumnSet columns_;

@@ -39,6 +39,19 @@ void runSelect(const std::string& statement, db::Connection& connection,
     records.close();
 }
 
+/// Runs `body` for the n-th of several statements: a failure tells which one it was.
+template <class Body>
+void named(std::size_t number, const std::vector<std::string>& statements, const Body& body) {
+    try {
+        body(statements[number - 1]);
+    } catch (const base::RunTimeError& failure) {
+        if (statements.size() == 1) throw;
+        throw base::RunTimeError(failure.number(), "statement " + std::to_string(number) + " (" +
+                                                       statements[number - 1] +
+                                                       "): " + failure.what());
+    }
+}
+
 }  // namespace
 
 /// Rows read beside statements that write are held back until the unit of work has been committed:
@@ -56,13 +69,12 @@ int sqlCommand(const std::filesystem::path& file, const std::vector<std::string>
     const auto write = [&](const std::string& line) {
         writing ? (void)(held += line) : output.write(line);
     };
-    for (const std::string& statement : statements) {
-        if (isSelect(statement)) {
-            runSelect(statement, connection, write);
-        } else {
-            connection.execute(statement);
-        }
-    }
+    const auto run = [&](const std::string& statement) {
+        isSelect(statement) ? runSelect(statement, connection, write)
+                            : connection.execute(statement);
+    };
+    for (std::size_t number = 1; number <= statements.size(); ++number)
+        named(number, statements, run);
     if (unit) unit->commit();
     output.write(held);
     output.finish();

@@ -5,6 +5,7 @@
 
 #include "base/date.h"
 #include "jet/database_impl.h"
+#include "jet/disk/memory_pages.h"
 #include "jet/pages/header.h"
 #include "jet/rows/text.h"
 #include "jet/tables/database_creation.h"
@@ -50,6 +51,18 @@ Database Database::over(std::shared_ptr<PageFile> pages, Access access) {
     impl->file = SharedDatabase::of(pages);
     impl->access = access;
     return Database(std::move(impl));
+}
+
+Database Database::copyInMemory() {
+    constexpr PageNumber kPagesHeld = 1024;
+    const ReadScope scope(impl_->file->sharedPages());
+    PageFile& pages = impl_->file->pages();
+    const auto copy = std::make_shared<MemoryPages>();
+    for (PageNumber page = 0; page < pages.pageCount(); ++page) {
+        copy->add(pages.read(page));
+        if (page % kPagesHeld == 0 && impl_->file->cursors == 0) pages.release();
+    }
+    return over(copy, Access::ReadOnly);
 }
 
 Database Database::create(const std::filesystem::path& path, DateTime created) {
@@ -102,6 +115,11 @@ Table& Database::table(std::string_view name) {
 std::vector<RelationshipInfo> Database::relationships() {
     const ReadScope scope(impl_->file->sharedPages());
     return impl_->file->catalog().relationships();
+}
+
+std::uint64_t Database::moment() {
+    const ReadScope scope(impl_->file->sharedPages());
+    return impl_->file->pages().moment();
 }
 
 void Database::onRollback(std::function<void()> undo) {

@@ -31,6 +31,10 @@ public:
     /// The same over pages that are open already.
     static Database over(std::shared_ptr<PageFile> pages, Access access = Access::ReadWrite);
 
+    /// A copy of the file as it is at this moment, to be read for as long as it takes while others
+    /// write.
+    [[nodiscard]] Database copyInMemory();
+
     /// Creates an empty Access 2003 database (16 pages); `path` must not exist. `created` goes to
     /// the dates of the catalogue's rows (days, as DateTime), so that two builds give the same
     /// bytes.
@@ -59,6 +63,10 @@ public:
 
     /// Keeps the file unchanged for the reader while it lives.
     [[nodiscard]] std::unique_ptr<ReadScope> beginRead();
+
+    /// A number for what the file holds now: as long as it is the same, nobody has changed
+    /// anything.
+    [[nodiscard]] std::uint64_t moment();
 
     /// Keeps what is to be taken back in memory when the open unit of work does not reach the file
     /// (the last first, and none may throw); forgets it where no unit is open.

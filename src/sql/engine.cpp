@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "sql/dialect.h"
 #include "sql/error.h"
+#include "sql/read_limit.h"
 #include "sql/refusals.h"
 #include "sql/single_table.h"
 #include "sql/sqlite_handle.h"
@@ -47,6 +48,11 @@ struct Engine::State {
     /// SQLite, opened when the first statement needs it: many connections never do.
     sqlite3* handle();
     TableModule& declare(const std::string& table);
+    /// The first table that a statement names.
+    [[nodiscard]] jet::Table& tableOf(const Statement& statement) {
+        return database.table(statement.tableName(statement.tables.front()));
+    }
+    [[nodiscard]] Selection select(std::string_view sql, Take take, ReadLimit limit);
 
     jet::Database& database;
     CaughtFailure failure;
@@ -85,13 +91,33 @@ TableModule& Engine::State::declare(const std::string& table) {
 
 namespace {
 
+/// Has SQLite give up what it does once a limit is spent.
+class Watch {
+public:
+    Watch(sqlite3* handle, ReadLimit limit) : handle_(handle), limit_(limit) {
+        constexpr int kStepsPerLook = 4096;
+        sqlite3_progress_handler(handle_, kStepsPerLook, isSpent, &limit_);
+    }
+    ~Watch() { sqlite3_progress_handler(handle_, 0, nullptr, nullptr); }
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
+
+private:
+    static int isSpent(void* limit) { return static_cast<ReadLimit*>(limit)->spent() ? 1 : 0; }
+
+    sqlite3* handle_;
+    ReadLimit limit_;
+};
+
 /// One prepared statement; what fails in it is thrown in our own words.
 class Run {
 public:
-    Run(sqlite3* handle, CaughtFailure& failure, const Statement& statement, const Tokens& tokens)
+    Run(sqlite3* handle, CaughtFailure& failure, const Statement& statement, const Tokens& tokens,
+        ReadLimit limit = {})
         : handle_(handle),
           failure_(failure),
           statement_(statement),
+          watch_(handle, limit),
           translation_(translate(tokens)) {
         failure_.exception = nullptr;
         sqlite3_stmt* prepared = nullptr;
@@ -113,6 +139,7 @@ public:
 
 private:
     [[noreturn]] void fail() {
+        if (sqlite3_errcode(handle_) == SQLITE_INTERRUPT) throw ReadLimit::Spent{};
         if (failure_.exception != nullptr)
             std::rethrow_exception(std::exchange(failure_.exception, nullptr));
         refuse(handle_, statement_, translation_);
@@ -121,6 +148,7 @@ private:
     sqlite3* handle_;
     CaughtFailure& failure_;
     const Statement& statement_;
+    Watch watch_;
     Translation translation_;
     PreparedStatement prepared_;
 };
@@ -136,11 +164,24 @@ std::vector<jet::Value> takeRow(sqlite3_stmt* prepared) {
     return row;
 }
 
-std::vector<jet::RowId> allPlaces(jet::Table& table) {
-    std::vector<jet::RowId> places;
-    places.reserve(table.info().rows);
-    for (const auto cursor = table.scan({}); cursor->next();) places.push_back(cursor->rowId());
-    return places;
+/// All rows of the table, in stored order.
+void takeAll(jet::Table& table, RowPlaces& result, Take take, ReadLimit& limit) {
+    const bool values = take == Take::Values;
+    result.places.reserve(table.info().rows);
+    if (values) result.rows.reserve(table.info().rows);
+    const auto cursor = table.scan(values ? result.columns : jet::ColumnSet{});
+    for (; cursor->next(); limit.check()) {
+        result.places.push_back(cursor->rowId());
+        if (values) result.rows.push_back(jet::valuesOf(*cursor, result.columns));
+    }
+}
+
+void takeValues(jet::Table& table, RowPlaces& result, ReadLimit& limit) {
+    result.rows.reserve(result.places.size());
+    for (const jet::RowId place : result.places) {
+        result.rows.push_back(jet::valuesOf(*table.row(place, result.columns), result.columns));
+        limit.check();
+    }
 }
 
 std::vector<jet::RowId> takePlaces(Run& run, bool ordered) {
@@ -173,29 +214,62 @@ ComputedRows takeRows(Run& run) {
 
 }  // namespace
 
-Engine::Engine(jet::Database& database) : state_(std::make_unique<State>(database)) {}
-Engine::~Engine() = default;
-
-Selection Engine::select(std::string_view sql) {
-    const auto scope = state_->database.beginRead();
-    const Statement statement = state_->read(sql);
+Selection Engine::State::select(std::string_view sql, Take take, ReadLimit limit) {
+    const auto scope = database.beginRead();
+    const Statement statement = read(sql);
     if (statement.kind != StatementKind::Select) {
         throw Error(ErrorKind::NotAStatement, "Invalid SQL statement; expected 'SELECT'.");
     }
     std::optional<SingleTableSelect> single;
-    if (statement.tables.size() == 1) {
-        jet::Table& table = state_->database.table(statement.tableName(statement.tables.front()));
-        single = asSingleTable(statement, table.info());
-        if (single && single->everyRow)
-            return RowPlaces{table.info().name, single->columns, allPlaces(table)};
+    if (statement.tables.size() == 1) single = asSingleTable(statement, tableOf(statement).info());
+    if (single && single->everyRow) {
+        RowPlaces all{tableOf(statement).info().name, single->columns, database.moment(), {}, {}};
+        takeAll(tableOf(statement), all, take, limit);
+        return all;
     }
-    for (const TableReference& table : statement.tables)
-        state_->declare(statement.tableName(table));
+    for (const TableReference& table : statement.tables) declare(statement.tableName(table));
     const Tokens tokens = single ? selectingPlaces(statement, *single) : statement.tokens;
-    Run run(state_->handle(), state_->failure, statement, tokens);
+    Run run(handle(), failure, statement, tokens, limit);
     if (!single) return takeRows(run);
-    return RowPlaces{statement.tableName(statement.tables.front()), single->columns,
-                     takePlaces(run, single->ordered)};
+    RowPlaces found{tableOf(statement).info().name,
+                    single->columns,
+                    database.moment(),
+                    takePlaces(run, single->ordered),
+                    {}};
+    if (take == Take::Values) takeValues(tableOf(statement), found, limit);
+    return found;
+}
+
+Engine::Engine(jet::Database& database) : state_(std::make_unique<State>(database)) {}
+Engine::~Engine() = default;
+
+Selection Engine::select(std::string_view sql, Take take) {
+    // Half of what a writer waits (file_locks.h): the other half is for the copy.
+    constexpr std::chrono::milliseconds kLongestLook{1000};
+    try {
+        return state_->select(sql, take, ReadLimit(kLongestLook));
+    } catch (const ReadLimit::Spent&) {
+        jet::Database copy = state_->database.copyInMemory();
+        return State(copy).select(sql, take, {});
+    }
+}
+
+std::vector<jet::RowId> Engine::stillChosen(std::string_view sql,
+                                            std::span<const jet::RowId> places) {
+    const auto scope = state_->database.beginRead();
+    const Statement statement = state_->read(sql);
+    jet::Table& table = state_->tableOf(statement);
+    const auto single = asSingleTable(statement, table.info());
+    if (!single) return {};
+    state_->declare(table.info().name);
+    Run run(state_->handle(), state_->failure, statement, judgingPlace(statement, *single));
+    std::vector<jet::RowId> chosen;
+    for (const jet::RowId place : places) {
+        sqlite3_bind_int64(run.get(), 1, place.packed());
+        if (run.step()) chosen.push_back(place);
+        sqlite3_reset(run.get());
+    }
+    return chosen;
 }
 
 std::int64_t Engine::execute(std::string_view sql) {

@@ -2,12 +2,14 @@
 // them.
 //
 // A statement sees the file at one moment (a read scope, or its unit of work) and leaves nothing
-// locked. Rows come in stored order (page, then slot), also among equal keys of an ORDER BY. Throws
-// sql::Error for what is wrong with a statement, jet::Error for what is wrong with file or values.
+// locked. One that takes so long that writers would lose their patience goes on over a copy. Rows
+// come in stored order (page, then slot), also among equal keys of an ORDER BY. Throws sql::Error
+// for what is wrong with a statement, jet::Error for what is wrong with file or values.
 #pragma once
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -17,11 +19,16 @@
 
 namespace stelvan::sql {
 
-/// Rows that are rows of one table: their places, to be read when they are looked at.
+/// Whether the rows of one table come with their values, or are read when they are looked at.
+enum class Take { Values, Places };
+
+/// Rows that are rows of one table: their places.
 struct RowPlaces {
     std::string table;
     std::vector<std::size_t> columns;  // positions in the table, in the order of the SELECT list
+    std::uint64_t moment = 0;          // at which they were chosen (jet::Database::moment)
     std::vector<jet::RowId> places;
+    std::vector<std::vector<jet::Value>> rows;  // one for each place, where they were asked for
 };
 
 /// Computed or joined rows, with their values.
@@ -41,7 +48,10 @@ public:
     Engine& operator=(const Engine&) = delete;
 
     /// Runs a SELECT, or a table's name alone.
-    [[nodiscard]] Selection select(std::string_view sql);
+    [[nodiscard]] Selection select(std::string_view sql, Take take = Take::Places);
+    /// Those of `places` whose rows the SELECT that chose them would choose now.
+    [[nodiscard]] std::vector<jet::RowId> stillChosen(std::string_view sql,
+                                                      std::span<const jet::RowId> places);
     /// Runs a statement that returns no rows, in a unit of work of its own or the open one; how
     /// many rows it changed.
     std::int64_t execute(std::string_view sql);

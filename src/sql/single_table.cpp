@@ -85,4 +85,22 @@ Tokens selectingPlaces(const Statement& statement, const SingleTableSelect& sele
     return tokens;
 }
 
+Tokens judgingPlace(const Statement& statement, const SingleTableSelect& select) {
+    const Tokens all = selectingPlaces(statement, select);
+    const auto is = [](std::string_view word) {
+        return [word](const Token& token) { return token.isWord(word); };
+    };
+    const auto order = std::find_if(all.begin(), all.end(), is("ORDER"));
+    const auto where = std::find_if(all.begin(), order, is("WHERE"));
+    Tokens tokens(all.begin(), where);
+    for (const char* word : {"WHERE", "_rowid_"}) tokens.push_back({TokenKind::Word, word, 0});
+    for (const char* symbol : {"=", "?"}) tokens.push_back({TokenKind::Symbol, symbol, 0});
+    if (where == order) return tokens;
+    tokens.push_back({TokenKind::Word, "AND", 0});
+    tokens.push_back({TokenKind::Symbol, "(", 0});
+    tokens.insert(tokens.end(), where + 1, order);
+    tokens.push_back({TokenKind::Symbol, ")", 0});
+    return tokens;
+}
+
 }  // namespace stelvan::sql

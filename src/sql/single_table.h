@@ -26,4 +26,7 @@ struct SingleTableSelect {
 /// The same statement, selecting the rows' places.
 [[nodiscard]] Tokens selectingPlaces(const Statement& statement, const SingleTableSelect& select);
 
+/// The same statement for one place, which is its parameter: a row where it would choose it.
+[[nodiscard]] Tokens judgingPlace(const Statement& statement, const SingleTableSelect& select);
+
 }  // namespace stelvan::sql

@@ -63,7 +63,9 @@ struct Give {
     }
     void operator()(const jet::Guid& guid) const { (*this)(std::string_view(jet::textOf(guid))); }
     void operator()(std::string_view text) const {
-        sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+        // An empty text may stand nowhere in memory, which SQLite would take for Null.
+        const char* characters = text.empty() ? "" : text.data();
+        sqlite3_result_text64(context, characters, text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
     }
     void operator()(std::span<const std::uint8_t> bytes) const {
         if (bytes.empty()) return sqlite3_result_zeroblob(context, 0);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "base/date.h"
+#include "base/number.h"
 #include "base/text.h"
 #include "sql/error.h"
 
@@ -53,6 +55,7 @@ private:
         if (first == '\'') return takeText();
         if (first == '[') return takeName(']');
         if (first == '"') return takeName('"');
+        if (first == '#') return takeDate();
         if (startsWord(first)) return takeWord();
         if (startsNumber()) return takeNumber();
         takeSymbol();
@@ -78,6 +81,13 @@ private:
         if (end == std::string_view::npos)
             refuseExpression(sql_, tokens_, at_, "(missing operator)");
         add(TokenKind::Name, std::string(sql_.substr(at_ + 1, end - at_ - 1)), end + 1);
+    }
+
+    void takeDate() {
+        const std::size_t end = std::min(sql_.find('#', at_ + 1), sql_.size());
+        const auto date = base::parseWrittenDate(sql_.substr(at_ + 1, end - at_ - 1));
+        if (!date || end == sql_.size()) refuseExpression(sql_, tokens_, at_, "in date");
+        add(TokenKind::Number, base::numberText(*date), end + 1);
     }
 
     void takeWord() {

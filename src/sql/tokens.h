@@ -1,5 +1,5 @@
 // The words of an SQL text as the Access engine cuts them: no comments, text in single quotes only,
-// names in brackets or double quotes.
+// names in brackets or double quotes, dates between number signs (#).
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,7 @@ namespace stelvan::sql {
 enum class TokenKind {
     Word,    // keyword or bare name
     Name,    // [name] or "name": never a keyword
-    Number,  // without sign
+    Number,  // without sign, but for a date before the first day: dates are numbers
     Text,    // 'text'
     Symbol   // operator or punctuation
 };
@@ -32,15 +32,16 @@ struct Token {
 
 using Tokens = std::vector<Token>;
 
-/// Throws Error (Syntax) for text or a name without an end, and for characters that start no token.
+/// Throws Error (Syntax) for text or a name without an end, what is no date, and for characters
+/// that start no token.
 [[nodiscard]] Tokens tokenize(std::string_view sql);
 
 /// The bare word that a text begins with; empty where it begins otherwise.
 [[nodiscard]] std::string_view firstWord(std::string_view sql);
 
-/// The refusal of an expression, as the engine words it: `problem` is "(missing operator)" or "in
-/// string". The expression is what follows the last clause word before `offset`, up to the next
-/// one.
+/// The refusal of an expression, as the engine words it: `problem` is "(missing operator)", "in
+/// string" or "in date". The expression is what follows the last clause word before `offset`, up to
+/// the next one.
 [[noreturn]] void refuseExpression(std::string_view sql, const Tokens& tokens, std::size_t offset,
                                    std::string_view problem);
 

@@ -73,6 +73,44 @@ TEST(Date, IsReadOnlyWhereCalendarAndClockShowIt) {
     }
 }
 
+TEST(Date, IsWrittenMonthFirstOrYearFirst) {
+    for (const char* text : {"2004-02-29", "2/29/2004", "02/29/2004", " 2/29/2004 ",
+                             "2004-02-29 0:00", "2/29/2004 12:00 AM", "2004-2-29T00:00:00"}) {
+        EXPECT_EQ(parseWrittenDate(text), 38046) << text;
+    }
+    for (const char* text : {"2/29/2004 18:00", "2004-02-29 06:00:00 PM", "2004-02-29 6:00pm"})
+        EXPECT_EQ(parseWrittenDate(text), 38046.75) << text;
+    EXPECT_EQ(parseWrittenDate("1899-12-29 06:00"), -1.25);
+}
+
+TEST(Date, IsNotWrittenInAnyOtherWay) {
+    for (const char* text : {"",
+                             " ",
+                             "29/2/2004",
+                             "2/30/2004",
+                             "2/29/04",
+                             "2/2004",
+                             "2/29/2004/1",
+                             "2004-02-29-1",
+                             "2004/02/29",
+                             "02-29-2004",
+                             "2/29/2004 24:00",
+                             "2/29/2004 0:60",
+                             "2/29/2004 12",
+                             "2/29/2004 13:00 PM",
+                             "2/29/2004 0:00 AM",
+                             "2/29/2004 1:2:3:4",
+                             "a/b/cccc",
+                             "2//2004",
+                             "0099-12-31",
+                             "12:00",
+                             "2/29/2004 PM",
+                             "2004-02-29x",
+                             "123456789012/1/2004"}) {
+        EXPECT_FALSE(parseWrittenDate(text)) << text;
+    }
+}
+
 TEST(Date, IsMadeOfTheSecondsSince1970) {
     EXPECT_EQ(serialDate(std::chrono::seconds{0}), 25569.0);
     EXPECT_EQ(serialDate(std::chrono::seconds{86400 + 43200}), 25570.5);

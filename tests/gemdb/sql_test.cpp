@@ -47,6 +47,19 @@ TEST_F(CommandTest, SqlPrintsNothingOfACallThatFails) {
     EXPECT_EQ(run.out, "");
 }
 
+TEST_F(CommandTest, SqlNamesTheStatementOfSeveralThatFailed) {
+    const std::string good = "SELECT evt_id FROM secs_gemevent WHERE evt_id = 1";
+    expectFailure({"sql", file_, good, "DELETE * FROM no_such_table", good},
+                  "statement 2 (DELETE * FROM no_such_table): The Microsoft Jet");
+    expectFailure({"sql", file_, good, good, "SELECT\nnothing FROM secs_gemvar"},
+                  "statement 3 (SELECT nothing FROM secs_gemvar): No value given");
+}
+
+TEST_F(CommandTest, SqlThatIsAloneNeedsNoNumber) {
+    const ProgramRun run = runGemdb({"sql", file_, "DELETE FROM no_such_table"});
+    EXPECT_EQ(run.err.find("statement"), std::string::npos) << run.err;
+}
+
 TEST_F(CommandTest, SqlThatCannotBeRunIsOneLineAndStatusTwo) {
     expectFailure({"sql", file_, "SELECT nothing FROM secs_gemvar"});
     expectFailure({"sql", file_, "nonsense"});

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <optional>
 
 #include "jet/rows/value_text.h"
 #include "sql/error.h"
@@ -135,6 +137,148 @@ TEST(Engine, NullMatchesNeitherEqualNorUnequal) {
         file.rows("SELECT var_id FROM secs_cusvar WHERE var_id = 253 AND var_unit <> 'x'").empty());
     EXPECT_TRUE(
         file.rows("SELECT var_id FROM secs_cusvar WHERE var_id = 253 AND var_unit = ''").empty());
+}
+
+/// A table of one's own: texts that are empty, Null or neither, and a date.
+class OwnTable {
+public:
+    OwnTable() : database_(jet::Database::create(scratch_.path() / "gem.mdb", {42000.5})) {
+        jet::TableSpec spec{"t", std::vector<jet::ColumnInfo>(4), std::vector<jet::IndexInfo>(1)};
+        const std::array names{"id", "a", "b", "made"};
+        const std::array types{jet::ColumnType::Long, jet::ColumnType::Text, jet::ColumnType::Memo,
+                               jet::ColumnType::DateTime};
+        for (std::size_t at = 0; at < names.size(); ++at) {
+            spec.columns[at].name = names[at];
+            spec.columns[at].type = types[at];
+        }
+        spec.columns[1].length = 100;
+        spec.indexes[0].name = "a";
+        spec.indexes[0].columns = {{1, true}};
+        database_.createTable(spec);
+        engine_.emplace(database_);
+    }
+    void execute(const std::string& sql) { (void)engine_->execute(sql); }
+    RowPlaces places(const std::string& sql) { return std::get<RowPlaces>(engine_->select(sql)); }
+    /// How many of the rows that were chosen would still be.
+    std::size_t stillChosen(const std::string& sql, const RowPlaces& chosen) {
+        return engine_->stillChosen(sql, chosen.places).size();
+    }
+    /// The rows that the condition lets through, by their numbers.
+    std::vector<int> where(const std::string& condition) {
+        std::vector<int> found;
+        const Selection selection =
+            engine_->select("SELECT id FROM t WHERE " + condition, Take::Values);
+        for (const auto& row : std::get<RowPlaces>(selection).rows)
+            found.push_back(std::get<std::int32_t>(row.front()));
+        return found;
+    }
+    std::vector<jet::Value> values(const std::string& sql) {
+        return std::get<ComputedRows>(engine_->select(sql)).rows.front();
+    }
+
+private:
+    test::ScratchDir scratch_;
+    jet::Database database_;
+    std::optional<Engine> engine_;
+};
+
+using Numbers = std::vector<int>;
+
+TEST(Engine, AnEmptyTextIsATextAndOnlyNullIsNull) {
+    OwnTable table;
+    table.execute("INSERT INTO t (id, a, b) VALUES (1, '', '')");
+    table.execute("INSERT INTO t (id) VALUES (2)");
+    table.execute("INSERT INTO t (id, a, b) VALUES (3, 'x', 'x')");
+    for (const std::string column : {"a", "b"}) {
+        EXPECT_EQ(table.where(column + " = ''"), Numbers{1});
+        EXPECT_EQ(table.where(column + " <> 'x'"), Numbers{1});
+        EXPECT_EQ(table.where(column + " <> ''"), Numbers{3});
+        EXPECT_EQ(table.where(column + " IS NULL"), Numbers{2});
+        EXPECT_EQ(table.where(column + " IS NOT NULL"), (Numbers{1, 3}));
+        EXPECT_EQ(table.where(column + " LIKE '%'"), (Numbers{1, 3}));
+        EXPECT_EQ(table.values("SELECT MIN(" + column + ") FROM t").front(),
+                  jet::Value(std::string()));
+    }
+}
+
+TEST(Engine, AnEmptyTextIsCopiedAsOne) {
+    OwnTable table;
+    table.execute("INSERT INTO t (id, a) VALUES (1, '')");
+    table.execute("INSERT INTO t (id, b) VALUES (2, 'x')");
+    table.execute("UPDATE t SET b = a");
+    EXPECT_EQ(table.where("b = ''"), Numbers{1});
+    EXPECT_EQ(table.where("b IS NULL"), Numbers{2});
+    table.execute("INSERT INTO t (id, a, b) SELECT 3, b, a FROM t WHERE id = 1");
+    EXPECT_EQ(table.where("a = '' AND b = ''"), (Numbers{1, 3}));
+}
+
+TEST(Engine, TellsWhichRowsItWouldStillChoose) {
+    const std::vector<std::string> statements{
+        "SELECT * FROM t WHERE id = 1 OR id = 2 OR a = 'x'",
+        "SELECT x.id FROM t AS x WHERE x.a = 'x' ORDER BY x.id DESC",
+        "SELECT id FROM t WHERE a = 'x'",
+    };
+    for (const std::string& sql : statements) {
+        OwnTable table;
+        for (int id = 1; id <= 3; ++id)
+            table.execute("INSERT INTO t (id, a) VALUES (" + std::to_string(id) + ", 'x')");
+        const RowPlaces chosen = table.places(sql);
+        ASSERT_EQ(chosen.places.size(), 3U) << sql;
+        EXPECT_EQ(table.stillChosen(sql, chosen), 3U) << sql;
+        table.execute("UPDATE t SET a = 'y', id = 4 WHERE id = 2");
+        EXPECT_EQ(table.stillChosen(sql, chosen), 2U) << sql;
+        table.execute("DELETE FROM t WHERE id = 1");
+        EXPECT_EQ(table.stillChosen(sql, chosen), 1U) << sql;
+    }
+}
+
+TEST(Engine, WithoutAConditionItWouldChooseWhatIsThere) {
+    for (const std::string sql : {"t", "SELECT id, a FROM t", "SELECT * FROM t ORDER BY a"}) {
+        OwnTable table;
+        table.execute("INSERT INTO t (id) VALUES (1)");
+        table.execute("INSERT INTO t (id) VALUES (2)");
+        const RowPlaces chosen = table.places(sql);
+        table.execute("UPDATE t SET a = 'y' WHERE id = 1");
+        table.execute("DELETE FROM t WHERE id = 2");
+        EXPECT_EQ(table.stillChosen(sql, chosen), 1U) << sql;
+    }
+}
+
+TEST(Engine, DatesAreWrittenBetweenNumberSigns) {
+    OwnTable table;
+    table.execute("INSERT INTO t (id, made) VALUES (1, #2004-10-16 11:22:33#)");
+    table.execute("INSERT INTO t (id, made) VALUES (2, #10/16/2004#)");
+    table.execute("INSERT INTO t (id, made) VALUES (3, #1899-12-29 06:00:00#)");
+    EXPECT_EQ(table.where("made = #10/16/2004 11:22:33 AM#"), Numbers{1});
+    EXPECT_EQ(table.where("made = #2004-10-16#"), Numbers{2});
+    EXPECT_EQ(table.where("made > #10/16/2004#"), Numbers{1});
+    EXPECT_EQ(table.where("made < #1/1/1900#"), Numbers{3});
+    EXPECT_EQ(table.where("made BETWEEN #10/15/2004# AND #10/17/2004#"), (Numbers{1, 2}));
+    EXPECT_EQ(table.where("made - #2004-10-15# = 1"), Numbers{2});
+}
+
+TEST(Engine, AnIsoTextBecomesADateInADateColumn) {
+    OwnTable table;
+    table.execute("INSERT INTO t (id, made) VALUES (1, '2004-10-16 11:22:33')");
+    table.execute("INSERT INTO t (id, made) VALUES (2, '2004-10-16T11:22:33')");
+    table.execute("INSERT INTO t (id, made) VALUES (3, ' 2004-10-16 ')");
+    EXPECT_EQ(table.where("made = #2004-10-16 11:22:33#"), (Numbers{1, 2}));
+    EXPECT_EQ(table.where("made = #2004-10-16#"), Numbers{3});
+    EXPECT_THROW(table.execute("UPDATE t SET made = '10/16/2004'"), jet::Error);
+}
+
+TEST(Engine, WhatIsNoDateIsRefusedByItsExpression) {
+    OwnTable table;
+    for (const std::string literal :
+         {"#2004-13-01#", "#30/1/2004#", "#soon#", "##", "#10/16/2004"}) {
+        try {
+            (void)table.where("made = " + literal);
+            ADD_FAILURE() << literal;
+        } catch (const Error& error) {
+            EXPECT_EQ(error.what(),
+                      "Syntax error in date in query expression 'made = " + literal + "'.");
+        }
+    }
 }
 
 TEST(Engine, LikeUsesPercentAndUnderscore) {

@@ -1,5 +1,6 @@
 // A page file without a file: pages in memory, on which a new database is built before it is
-// written in one piece, and with which decoders are tested.
+// written in one piece, over which a long question is asked while others write to the file, and
+// with which decoders are tested.
 //
 // Units of work nest and roll back as those of the real one; nothing is locked.
 #pragma once
@@ -28,6 +29,11 @@ public:
             std::copy(begin, begin + kPageSize, bytes_[i].begin());
         }
         size_ = file.size();
+    }
+
+    /// One more page, before the first unit of work.
+    void add(PageBytes bytes) {
+        std::copy(bytes.begin(), bytes.end(), bytes_.emplace_back().begin());
     }
 
     [[nodiscard]] const std::filesystem::path& path() const override { return path_; }

@@ -1,5 +1,6 @@
 #include "jet/disk/page_file.h"
 
+#include <atomic>
 #include <map>
 #include <mutex>
 #include <string>
@@ -119,6 +120,12 @@ void PageFile::onRollback(std::function<void()> undo) {
     if (inUnit()) undo_.push_back(std::move(undo));
 }
 
+// Files may belong to different threads.
+std::uint64_t PageFile::nextMoment() {
+    static std::atomic<std::uint64_t> last{0};
+    return ++last;
+}
+
 void PageFile::beginWrite() {
     if (writers_ == 0) beginUnit();
     ++writers_;
@@ -134,6 +141,7 @@ void PageFile::commitWrite() {
             throw Error(ErrorKind::Misuse,
                         "A part of the unit of work was rolled back, so all of it was.");
         writeUnit();
+        noteChange();
     } catch (...) {
         rollBackWrite();
         throw;
@@ -149,6 +157,7 @@ void PageFile::rollBackWrite() noexcept {
         return;
     }
     undoUnit();
+    noteChange();
     doomed_ = false;
     const std::vector<std::function<void()>> undo = std::move(undo_);
     undo_.clear();

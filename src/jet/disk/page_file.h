@@ -81,6 +81,10 @@ public:
     /// long as it stays the same.
     [[nodiscard]] virtual std::uint64_t version() const = 0;
 
+    /// A number for what the file holds now: no other content, of this or another file, has had it
+    /// in this process. Never twice the same while a unit of work is open. Inside a scope.
+    [[nodiscard]] std::uint64_t moment() const { return inUnit() ? nextMoment() : moment_; }
+
     /// Is a unit of work open?
     [[nodiscard]] bool inUnit() const { return writers_ > 0; }
 
@@ -90,6 +94,8 @@ public:
 
 protected:
     PageFile() = default;
+    /// The content is another one.
+    void noteChange() { moment_ = nextMoment(); }
     friend class ReadScope;
     friend class WriteScope;
     virtual void beginRead() = 0;
@@ -106,10 +112,12 @@ private:
     void beginWrite();
     void commitWrite();
     void rollBackWrite() noexcept;
+    [[nodiscard]] static std::uint64_t nextMoment();
 
     int writers_ = 0;      // open write scopes, each in the one before
     bool doomed_ = false;  // an inner one ended without commit
     std::vector<std::function<void()>> undo_;
+    std::uint64_t moment_ = nextMoment();
 };
 
 /// Holds the shared lock while it lives; nests.

@@ -265,6 +265,7 @@ void StoredPages::lookAfresh(bool withTurn) {
     unsettled_ = false;
     cache_.clear();
     ++version_;
+    noteChange();
     stamp_ = stamp;
     size_ = stamp.size;
     pages_ = static_cast<PageNumber>(size_ / kPageSize);

@@ -109,7 +109,17 @@ Value numeric(const ColumnInfo& column, const Value& value) {
     return Numeric{number.negative, column.scale, base::magnitudeOf(*digits)};
 }
 
+/// A text that is a date to the day or to the second, with a blank or T in the middle.
+std::optional<double> isoDate(const Value& value) {
+    const std::string* text = std::get_if<std::string>(&value);
+    if (text == nullptr) return std::nullopt;
+    const std::string_view written = base::trimBlanks(*text);
+    const std::optional<double> day = base::parseDate(std::string(written) + " 00:00:00");
+    return day ? day : base::parseDate(written);
+}
+
 Value dateTime(const ColumnInfo& column, const Value& value) {
+    if (const std::optional<double> date = isoDate(value)) return DateTime{*date};
     const double days = std::get<double>(binaryFraction<double>(column, value));
     if (!base::isCalendarDate(days)) {
         refuse(column, ErrorKind::NumericOverflow, "a date outside the years 100 to 9999");

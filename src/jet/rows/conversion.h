@@ -12,9 +12,10 @@
 namespace stelvan::jet {
 
 /// `value` as one of the column's own type. Text becomes a number in C notation after trimming
-/// blanks; flags become -1 and 0, numbers become flags by being other than 0; Null stays Null
-/// (Boolean: False). Throws TypeMismatch (no number, a fraction for whole numbers, bytes for text
-/// ...), NumericOverflow and TextTooLong, about the column's name.
+/// blanks, or a date that it shows as "YYYY-MM-DD", alone or with "hh:mm:ss" behind a blank or T;
+/// flags become -1 and 0, numbers become flags by being other than 0; Null stays Null (Boolean:
+/// False). Throws TypeMismatch (no number, a fraction for whole numbers, bytes for text ...),
+/// NumericOverflow and TextTooLong, about the column's name.
 [[nodiscard]] Value convertTo(const ColumnInfo& column, Value value);
 
 /// The same for a column of a table; failures are about "Table.column".

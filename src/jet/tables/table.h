@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "jet/rows/column_facts.h"
 
@@ -21,6 +22,14 @@ public:
     /// bytes live until the next call of next(). Throws Corrupt when a long value cannot be read.
     [[nodiscard]] virtual ValueView value(std::size_t column) = 0;
 };
+
+/// The values of the row that a cursor stands on: `columns`, which it was asked for.
+[[nodiscard]] inline std::vector<Value> valuesOf(Cursor& cursor, const ColumnSet& columns) {
+    std::vector<Value> values;
+    values.reserve(columns.size());
+    for (const std::size_t column : columns) values.push_back(toValue(cursor.value(column)));
+    return values;
+}
 
 /// One table of an open database. Lives no longer than its Database.
 class Table {

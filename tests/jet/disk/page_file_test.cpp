@@ -105,6 +105,29 @@ TEST_F(Pages, RollingBackTellsThoseWhoKeepDefinitions) {
     EXPECT_NE(file->version(), version);
 }
 
+TEST_F(Pages, TheMomentIsTheSameAsLongAsTheContentIs) {
+    const auto file = open();
+    const ReadScope scope(file);
+    const std::uint64_t first = file->moment();
+    EXPECT_EQ(file->moment(), first);
+    {
+        WriteScope unit(file);
+        setWord(file->edit(7), 7);
+        const std::uint64_t within = file->moment();
+        EXPECT_NE(within, first);
+        EXPECT_NE(file->moment(), within) << "what a unit changes next is not to be told";
+        unit.commit();
+    }
+    const std::uint64_t second = file->moment();
+    EXPECT_GT(second, first);
+    EXPECT_EQ(file->moment(), second);
+    {
+        const WriteScope undone(file);
+        setWord(file->edit(7), 8);
+    }
+    EXPECT_GT(file->moment(), second);
+}
+
 TEST_F(Pages, InnerUnitsCommitWithTheOuterOne) {
     const auto file = open();
     {

@@ -143,10 +143,10 @@ base::RunTimeError notUpdatable() {
             "Current Recordset does not support updating. This may be a limitation of the "
             "provider, or of the selected locktype."};
 }
-base::RunTimeError noSuchItem() {
-    return {
-        3265,
-        "Item cannot be found in the collection corresponding to the requested name or ordinal."};
+base::RunTimeError noSuchItem(const std::string& name) {
+    const std::string text =
+        "Item cannot be found in the collection corresponding to the requested name or ordinal.";
+    return {3265, name.empty() ? text : text + "  '" + name + "'"};
 }
 base::RunTimeError objectClosed() {
     return {3704, "Operation is not allowed when the object is closed."};

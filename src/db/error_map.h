@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <utility>
 
 #include "base/run_time_error.h"
@@ -25,16 +26,16 @@ inline constexpr std::int32_t kBadPassword = -2147217843;       // 80040E4D
 }  // namespace provider
 
 /// The record set's and connection's own failures.
-[[nodiscard]] base::RunTimeError badArgument();         // 3001
-[[nodiscard]] base::RunTimeError noCurrentRecord();     // 3021
-[[nodiscard]] base::RunTimeError notAllowedHere();      // 3219
-[[nodiscard]] base::RunTimeError notUpdatable();        // 3251
-[[nodiscard]] base::RunTimeError noSuchItem();          // 3265
-[[nodiscard]] base::RunTimeError objectClosed();        // 3704
-[[nodiscard]] base::RunTimeError objectOpen();          // 3705
-[[nodiscard]] base::RunTimeError noSuchProvider();      // 3706
-[[nodiscard]] base::RunTimeError connectionUnusable();  // 3709
-[[nodiscard]] base::RunTimeError rowChanged();          // -2147217864
+[[nodiscard]] base::RunTimeError badArgument();                             // 3001
+[[nodiscard]] base::RunTimeError noCurrentRecord();                         // 3021
+[[nodiscard]] base::RunTimeError notAllowedHere();                          // 3219
+[[nodiscard]] base::RunTimeError notUpdatable();                            // 3251
+[[nodiscard]] base::RunTimeError noSuchItem(const std::string& name = {});  // 3265
+[[nodiscard]] base::RunTimeError objectClosed();                            // 3704
+[[nodiscard]] base::RunTimeError objectOpen();                              // 3705
+[[nodiscard]] base::RunTimeError noSuchProvider();                          // 3706
+[[nodiscard]] base::RunTimeError connectionUnusable();                      // 3709
+[[nodiscard]] base::RunTimeError rowChanged();                              // -2147217864
 
 /// Which way a change takes: a few failures have another number through a record set.
 enum class Through { Statement, RecordSet };

@@ -74,7 +74,7 @@ std::size_t Recordset::Impl::fieldPosition(const std::string& name) const {
     const auto found =
         std::find_if(fields.begin(), fields.end(),
                      [&name](const std::string& field) { return base::sameWord(field, name); });
-    if (found == fields.end()) throw noSuchItem();
+    if (found == fields.end()) throw noSuchItem(name);
     return static_cast<std::size_t>(found - fields.begin());
 }
 

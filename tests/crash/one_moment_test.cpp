@@ -19,7 +19,7 @@
 #include "db/record_set.h"
 #include "jet/database.h"
 #include "tests/crash/child_process.h"
-#include "tests/support/samples.h"
+#include "tests/support/models.h"
 
 namespace stelvan::test {
 namespace {

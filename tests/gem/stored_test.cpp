@@ -75,6 +75,21 @@ TEST(Stored, ofTheStandardOnlyWhatMayChangeIsWritten) {
     EXPECT_EQ(written(variable), "var_defaultval='0'\nvar_val='5'\n");
 }
 
+TEST(Stored, whatIsNoBlankIsAText) {
+    for (const char* text : {"\r\n", "\t", "\u3000", "\u00a0"}) {
+        Record variable(CSTVSV);
+        variable[cmbVarFormat].text = "A";
+        for (const Control field : {txtVarDesc, txtVarUnit, txtVarValue})
+            variable[field].text = text;
+        variable[txtVarName].text = std::string(" Name") + text;
+        const std::string all = written(variable);
+        for (const char* column : {"var_desc", "var_unit", "var_val"})
+            EXPECT_NE(all.find(std::string(column) + "='" + text + "'"), std::string::npos)
+                << column;
+        EXPECT_NE(all.find(std::string("var_name='Name") + text + "'"), std::string::npos);
+    }
+}
+
 TEST(Stored, settingsByTheirNames) {
     Record setting(GEMSTT);
     setting[txtSttName].text = "DeviceID";

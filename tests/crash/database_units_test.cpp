@@ -14,6 +14,7 @@
 #include "tests/crash/child_process.h"
 #include "tests/crash/faulty_file_system.h"
 #include "tests/crash/interruption.h"
+#include "tests/crash/table_parts.h"
 #include "tests/support/models.h"
 
 namespace stelvan::test {
@@ -30,24 +31,6 @@ constexpr std::size_t kName = 1;
 constexpr std::size_t kText = 2;
 constexpr std::size_t kParent = 2;
 constexpr int kPowerCuts = 3;
-
-jet::ColumnInfo column(std::string name, ColumnType type, std::uint16_t length = 0) {
-    jet::ColumnInfo info;
-    info.name = std::move(name);
-    info.type = type;
-    info.length = length;
-    info.compressed = true;
-    return info;
-}
-
-jet::IndexInfo index(std::string name, std::size_t onColumn, bool primary = false) {
-    jet::IndexInfo info;
-    info.name = std::move(name);
-    info.columns = {{onColumn, true}};
-    info.primary = primary;
-    info.unique = primary;
-    return info;
-}
 
 /// A text that only this row and version has, of any length.
 std::string textOf(int id, int version, std::size_t length) {

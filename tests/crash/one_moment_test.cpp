@@ -19,6 +19,7 @@
 #include "db/record_set.h"
 #include "jet/database.h"
 #include "tests/crash/child_process.h"
+#include "tests/crash/table_parts.h"
 #include "tests/support/models.h"
 
 namespace stelvan::test {
@@ -32,33 +33,16 @@ constexpr int kAmount = 100;
 constexpr std::size_t kWriters = 4;
 constexpr int kReaders = 3;
 
-jet::ColumnInfo column(std::string name, ColumnType type, std::uint16_t length = 0) {
-    jet::ColumnInfo info;
-    info.name = std::move(name);
-    info.type = type;
-    info.length = length;
-    return info;
-}
-
-jet::IndexInfo primaryKey() {
-    jet::IndexInfo info;
-    info.name = "PrimaryKey";
-    info.columns = {{0, true}};
-    info.primary = true;
-    info.unique = true;
-    return info;
-}
-
 /// Accounts, and for every writer how many units it has done.
 void build(const fs::path& path) {
     jet::Database database = jet::Database::create(path, {42000.5});
     database.createTable({"accounts",
                           {column("id", ColumnType::Long), column("amount", ColumnType::Long),
                            column("filling", ColumnType::Text, 510)},
-                          {primaryKey()}});
+                          {index("PrimaryKey", 0, true)}});
     database.createTable({"writers",
                           {column("id", ColumnType::Long), column("units", ColumnType::Long)},
-                          {primaryKey()}});
+                          {index("PrimaryKey", 0, true)}});
     for (int id = 1; id <= kRows; ++id) {
         database.table("accounts")
             .insert(std::vector<jet::ColumnValue>{

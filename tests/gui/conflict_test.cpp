@@ -1,36 +1,14 @@
 // What happens when a save or a delete meets what it did not expect: another program's change, a
 // database that cannot be read or written, a value that its column cannot take.
-#include <QFile>
 #include <QLabel>
 
-#include "tests/gui/edit_bench.h"
+#include "tests/gui/conflict_bench.h"
 
 namespace stelvan::app {
 namespace {
 
-constexpr auto kChanged = "ERROR(-2147217864) ";
-
-class Conflict : public test::EditBench {
-protected:
-    /// What another program does to the file meanwhile.
-    void elsewhere(const std::string& sql) {
-        db::Connection connection;
-        connection.setConnectionText("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + file() +
-                                     "; Mode=Read|Write");
-        connection.open();
-        connection.execute(sql);
-    }
-    void hideFile() { ASSERT_TRUE(QFile::rename(path(), path() + ".away")); }
-    void bringBackFile() { ASSERT_TRUE(QFile::rename(path() + ".away", path())); }
-    [[nodiscard]] QString path() const { return form::toQt(file()); }
-
-    void expectOneFailure(const QString& start) {
-        ASSERT_EQ(dialogs.messages.size(), 1U) << dialogs.texts().join("\n").toStdString();
-        EXPECT_TRUE(dialogs.messages[0].text.startsWith(start))
-            << dialogs.messages[0].text.toStdString();
-        dialogs.messages.clear();
-    }
-};
+using test::Conflict;
+using test::kChanged;
 
 TEST_F(Conflict, ARecordChangedMeanwhileIsReportedAndNotOverwritten) {
     open();
@@ -110,77 +88,6 @@ TEST_F(Conflict, RowsOthersDeletedLeaveTheSetAndTheShownRecordStaysShown) {
     expectStored();
     EXPECT_EQ(place(), "9 of 89");
     EXPECT_EQ(form()[txtAlmID].text(), id);
-}
-
-TEST_F(Conflict, ARecordDeletedMeanwhileIsReportedWhenItIsReachedAndTheNextIsShown) {
-    open();
-    clickCategory(gem::CSTALM);
-    goToNumber(2);
-    const QString reached = form()[txtAlmID].text();
-    goToNumber(3);
-    const QString follower = form()[txtAlmID].text();
-    goToNumber(1);
-    elsewhere("Delete FROM secs_alarm WHERE alm_id = " + reached.toStdString());
-    press(nav().cmdNext);
-    expectOneFailure(kChanged + QString("[frmMain.lDisplayField.0]"));
-    EXPECT_EQ(place(), "2 of 89");
-    EXPECT_EQ(form()[txtAlmID].text(), follower);
-    press(nav().cmdNext);
-    EXPECT_EQ(place(), "3 of 89");
-    expectStored();
-}
-
-TEST_F(Conflict, BehindTheLastRecordThatIsGoneTheFirstIsShown) {
-    open();
-    clickCategory(gem::CSTALM);
-    const QString first = form()[txtAlmID].text();
-    goToNumber(90);
-    const QString last = form()[txtAlmID].text();
-    goToNumber(89);
-    elsewhere("Delete FROM secs_alarm WHERE alm_id = " + last.toStdString());
-    press(nav().cmdNext);
-    expectOneFailure(kChanged);
-    EXPECT_EQ(place(), "1 of 89");
-    EXPECT_EQ(form()[txtAlmID].text(), first);
-}
-
-TEST_F(Conflict, RecordsThatAreGoneInARowAreReportedOnceAndNoneIsShownUnderTheirNumbers) {
-    open();
-    clickCategory(gem::CSTALM);
-    const QString first = form()[txtAlmID].text();
-    elsewhere("Delete FROM secs_alarm WHERE alm_id <> " + first.toStdString());
-    press(nav().cmdNext);
-    expectOneFailure(kChanged);
-    EXPECT_EQ(place(), "1 of 1");
-    EXPECT_EQ(form()[txtAlmID].text(), first);
-}
-
-TEST_F(Conflict, WhenEveryRecordIsGoneNothingIsShown) {
-    open();
-    clickCategory(gem::CSTALM);
-    elsewhere("Delete FROM secs_alarm");
-    press(nav().cmdNext);
-    for (const auto& message : dialogs.messages)
-        EXPECT_TRUE(message.text.startsWith(kChanged)) << message.text.toStdString();
-    EXPECT_EQ(dialogs.messages.size(), 2U) << "those that follow, and the one that was shown";
-    EXPECT_EQ(place(), "0 of 0");
-    EXPECT_EQ(form()[txtAlmID].text(), "");
-    dialogs.messages.clear();
-}
-
-TEST_F(Conflict, ARecordThatBecameAnotherCategorysLeavesBeforeItCanBeSaved) {
-    open();
-    clickCategory(gem::CSTVDV);
-    const QString count = place().section(' ', -1);
-    goToNumber(2);
-    const QString id = form()[txtVarID].text();
-    goToNumber(1);
-    elsewhere("UPDATE secs_cusvar SET var_type = 'SV' WHERE var_id = " + id.toStdString());
-    press(nav().cmdNext);
-    expectOneFailure(kChanged);
-    EXPECT_EQ(place(), "2 of " + QString::number(count.toInt() - 1));
-    EXPECT_NE(form()[txtVarID].text(), id);
-    EXPECT_EQ(stored("secs_cusvar", "var_id", id).value("var_type"), "SV");
 }
 
 TEST_F(Conflict, AFileThatIsAwayFailsTheSaveOnceAndASecondTryWorks) {

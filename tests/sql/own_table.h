@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "sql/engine.h"
-#include "tests/support/samples.h"
+#include "tests/support/scratch_dir.h"
 
 namespace stelvan::sql {
 

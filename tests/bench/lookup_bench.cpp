@@ -62,23 +62,7 @@ void clickOurs(benchmark::State& state) {
     }
 }
 
-/// The same records with their values, as lists are filled and statements are answered.
-void selectOurs(benchmark::State& state) {
-    const std::string file = Files::get().accessFile().string();
-    for (auto _ : state) {
-        db::Connection connection;
-        connection.setConnectionText(
-            "Provider=Microsoft.Jet.OLEDB.4.0;Mode=Read|Write;Data Source=" + file);
-        connection.open();
-        db::Recordset records;
-        records.open("SELECT * FROM secs_cusvar WHERE var_type = 'SV'", connection);
-        for (; !records.eof(); records.moveNext())
-            benchmark::DoNotOptimize(records.field(std::size_t{0}));
-    }
-}
-
 BENCHMARK(clickOurs)->Name("click on a category of 60,000 records/stelvan")->UseRealTime();
-BENCHMARK(selectOurs)->Name("walk 60,000 selected records/stelvan")->UseRealTime();
 BENCHMARK(openOurs)->Name("open, read one definition, close/stelvan")->UseRealTime();
 BENCHMARK(lookupOurs)->Name("look up a row by id/stelvan")->UseRealTime();
 BENCHMARK(lookupSqlite)->Name("look up a row by id/SQLite")->UseRealTime();

@@ -137,6 +137,23 @@ TEST_F(OwnedRows, AChildThatWasTakenOutCanBeChosenAgain) {
     expectStored();
 }
 
+TEST_F(OwnedRows, AListThatBecomesANumberReleasesItsChildrenHoweverTheFileSpellsItsColumns) {
+    for (const char* file : {"gem.mdb", "gem_spellings.mdb"}) {
+        open(file);
+        clickCategory(gem::CSTVSV);
+        goTo("txtVarID", "227");
+        const auto children = query("SELECT var_id FROM secs_cusvar WHERE var_parentkey = 227");
+        ASSERT_FALSE(children.isEmpty()) << file;
+        edit();
+        type(form()[cmbVarFormat], "U4");
+        save();
+        expectStored();
+        EXPECT_EQ(query("SELECT var_id FROM secs_cusvar WHERE var_parentkey = 227"), QStringList{})
+            << file;
+        window.reset();
+    }
+}
+
 TEST_F(OwnedRows, WhileABoxIsOpenOthersCanWrite) {
     open();
     clickCategory(gem::CSTRPT);

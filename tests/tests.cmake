@@ -62,6 +62,18 @@ foreach(suite data_tests gemdb_tests gui_tests)
     endif()
 endforeach()
 
+# The first dialog under a desktop's own theme, where one and a display to draw on are installed: themes
+# take keys that the toolkit's own style leaves alone.
+find_program(STELVAN_XVFB_RUN xvfb-run)
+find_file(STELVAN_GTK3_THEME libqgtk3.so PATHS ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_PLUGINS}/platformthemes
+          NO_DEFAULT_PATH)
+if(TARGET app_tests AND STELVAN_XVFB_RUN AND STELVAN_GTK3_THEME)
+    add_test(NAME app.the_first_dialog_under_the_gtk3_theme
+             COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=xcb QT_QPA_PLATFORMTHEME=gtk3
+                     ${STELVAN_XVFB_RUN} -a $<TARGET_FILE:app_tests> --gtest_filter=FrmGemDatabase*)
+    set_tests_properties(app.the_first_dialog_under_the_gtk3_theme PROPERTIES TIMEOUT 120)
+endif()
+
 find_package(Python3 COMPONENTS Interpreter)
 if(Python3_FOUND AND EXISTS ${CMAKE_SOURCE_DIR}/tests/architecture/check_layers.py)
     add_test(NAME architecture.floors_include_only_downwards

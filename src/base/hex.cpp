@@ -45,7 +45,7 @@ std::optional<GuidBytes> parseGuid(std::string_view text) {
         const std::size_t value = kDigits.find(upperCase(text[at]));
         if (value == std::string_view::npos) return std::nullopt;
         std::uint8_t& byte = guid[digit++ / 2];
-        byte = static_cast<std::uint8_t>(byte << 4 | value);
+        byte = static_cast<std::uint8_t>(static_cast<std::size_t>(byte) << 4 | value);
     }
     return guid;
 }

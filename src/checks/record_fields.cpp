@@ -94,7 +94,12 @@ bool RecordFields::lCheckFormat(const QString& format) const {
 std::string RecordFields::stored(std::string_view column) const {
     const form::MainState& state = window_.state;
     if (state.editMode != form::EditMode::Editing || !state.current.onRecord()) return {};
-    return db::toTextOrEmpty(state.current.records->field(std::string(column)));
+    // Not what is pending: a save that failed half-way leaves its new values there.
+    const db::Recordset& records = *state.current.records;
+    for (std::size_t i = 0; i < records.fieldCount(); ++i)
+        if (base::sameWord(records.fieldName(i), column))
+            return db::toTextOrEmpty(records.storedField(records.position() - 1, i));
+    return {};
 }
 
 }  // namespace stelvan::checks

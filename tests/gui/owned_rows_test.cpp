@@ -154,6 +154,19 @@ TEST_F(OwnedRows, AListThatBecomesANumberReleasesItsChildrenHoweverTheFileSpells
     }
 }
 
+TEST_F(OwnedRows, ASecondTryAfterASaveThatFailedHalfWayReleasesTheChildrenAllTheSame) {
+    open();
+    clickCategory(gem::CSTVSV);
+    goTo("txtVarID", "227");
+    edit();
+    type(form()[cmbVarFormat], "U4");
+    // What a save that failed behind it leaves pending.
+    state().current.records->setField("var_format", std::string("U4"));
+    save();
+    expectStored();
+    EXPECT_EQ(query("SELECT var_id FROM secs_cusvar WHERE var_parentkey = 227"), QStringList{});
+}
+
 TEST_F(OwnedRows, WhileABoxIsOpenOthersCanWrite) {
     open();
     clickCategory(gem::CSTRPT);

@@ -5,7 +5,7 @@
 # run. Packages that only make things better are installed where they exist and otherwise passed over.
 
 required_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libsqlite3-dev libcli11-dev
-                   nlohmann-json3-dev)
+                   nlohmann-json3-dev libtomlplusplus-dev libpugixml-dev)
 test_packages=(libgtest-dev libgmock-dev python3 gzip)
 bench_packages=(libbenchmark-dev)
 # Faster builds, independent readers for tests and benchmarks, a display for machines without one, fonts.

@@ -15,15 +15,19 @@ from pathlib import Path
 
 # Lowest first; each is a folder of src/.
 FLOORS = [
-    "base", "jet", "sql", "db", "gem", "form", "checks", "links", "settings", "browser", "editing", "app",
+    "base", "jet", "sql", "db", "gem", "model", "form", "checks", "links", "settings", "browser", "editing",
+    "app",
 ]
 PLAIN = FLOORS[:FLOORS.index("form")]
 # Rooms of a floor, lowest first, where a floor has rooms. What lies in the floor's own folder is its face:
 # it may include every room, and no room includes the face.
-ROOMS = {"jet": ["disk", "pages", "rows", "index", "tables", "check"]}
+ROOMS = {
+    "jet": ["disk", "pages", "rows", "index", "tables", "check"],
+    "model": ["core", "check", "compare", "text", "publish"],
+}
 # Beside the house: what each may look at. Tests may look at everything.
 GUESTS = {
-    "gemdb": {"base", "jet", "sql", "db", "gem", "gemdb"},
+    "gemdb": {"base", "jet", "sql", "db", "gem", "model", "gemdb"},
     "data": {"base", "jet", "data"},
     "tests/bench": {"base", "jet", "sql", "db", "data", "tests"},
     "tests/fuzz": {"base", "jet", "sql", "data", "tests"},

@@ -58,9 +58,7 @@ void writeSedd(const Catalogue& catalogue, const CrossReference& references,
                const SeddHeader& header, const Sink& sink, Notes& notes) {
     const SeddHeader whole = completed(header, catalogue, notes);
     check(whole);
-    Dictionary dictionary(catalogue, references, notes);
-    dictionary.build(whole);
-    dictionary.print(sink);
+    Dictionary(catalogue, references, sink, notes).write(whole);
 }
 
 }  // namespace stelvan::model

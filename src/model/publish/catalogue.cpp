@@ -13,13 +13,12 @@ namespace {
 constexpr std::int64_t kHighestId = std::numeric_limits<std::uint32_t>::max();
 
 void requireTables(const Model& model) {
-    std::vector<std::string> lines;
+    std::string missing;
     for (const PartFacts& facts : parts()) {
         if (facts.table.empty() || model[facts.part].present) continue;
-        lines.push_back("the table " + std::string(facts.table) +
-                        " is missing, so this is no whole GEM model");
+        missing += (missing.empty() ? "" : ", ") + std::string(facts.table);
     }
-    if (!lines.empty()) throw Refusal(lines);
+    if (!missing.empty()) throw Refusal("this is no GEM model; it lacks " + missing);
 }
 
 /// What cannot be told apart by a number is not in the relation, so it is looked for in the tables.

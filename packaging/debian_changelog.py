@@ -8,7 +8,7 @@ import sys
 from datetime import datetime, timezone
 
 HEADING = re.compile(r"^## (\d+\.\d+\.\d+), (\d{4}-\d{2}-\d{2})$")
-MAINTAINER = "The Stelvan developers <stelvan@localhost>"
+MAINTAINER = "The Stelvan developers <maintainers@stelvan.example>"
 
 
 def releases(text):

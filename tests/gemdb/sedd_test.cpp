@@ -13,6 +13,7 @@
 namespace stelvan::test {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -25,6 +26,14 @@ protected:
         arguments.insert(arguments.end(), statements.begin(), statements.end());
         const ProgramRun run = runGemdb(arguments);
         ASSERT_EQ(run.status, 0) << run.err;
+    }
+
+    /// A status variable of the format I4 beside those of the model.
+    void addVariable900() const {
+        change(
+            {"INSERT INTO secs_cusvar (var_id, var_name, var_type, var_format, var_min, "
+             "var_max, var_unit, var_desc, var_parentkey, var_accessid) VALUES (900, 'A < B', "
+             "'SV', 'I4', '-310000', '310000', 'um', 'one', 0, 0)"});
     }
 
     /// Of the copy, or of another model; the run is kept.
@@ -94,12 +103,12 @@ TEST_F(Sedd, HoldsEveryVariableEventAndAlarm) {
 }
 
 TEST_F(Sedd, TellsAVariableWithUnitFormatAndLimits) {
-    change({"UPDATE secs_cusvar SET var_name = 'A < B', var_desc = 'one' WHERE var_id = 112"});
-    const auto node = dictionary().select_node("//StatusVariable[SVID='112']").node();
+    addVariable900();
+    const auto node = dictionary().select_node("//StatusVariable[SVID='900']").node();
     std::vector<std::string> parts;
     for (const pugi::xml_node& child : node.children())
         parts.push_back(std::string(child.name()) + "=" + child.text().get());
-    EXPECT_THAT(parts, ElementsAre("SVID=112", "SVNAME=A < B", "UNITS=um", "Format=I4",
+    EXPECT_THAT(parts, ElementsAre("SVID=900", "SVNAME=A < B", "UNITS=um", "Format=I4",
                                    "MinValue=-310000", "MaxValue=310000", "Description=one"));
 }
 
@@ -145,7 +154,7 @@ TEST_F(Sedd, LeavesOutAndListsWhatLeadsNowhere) {
     EXPECT_THAT(notes(), Contains(HasSubstr("event 164")));
     EXPECT_THAT(notes(), Contains(HasSubstr("report 7777 left out, since there is none")));
     EXPECT_THAT(notes(), Contains(HasSubstr("variable 8888 left out, since there is none")));
-    EXPECT_THAT(notes(), Contains(HasSubstr("report 140 (NothingReport): left out")));
+    EXPECT_THAT(notes(), Contains(AllOf(HasSubstr("report 140 "), HasSubstr("no variable"))));
 }
 
 TEST_F(Sedd, DefinesReportsThatAreMarkedOrLinked) {
@@ -178,20 +187,23 @@ TEST_F(Sedd, KeepsALongAlarmTextWhole) {
 }
 
 TEST_F(Sedd, LeavesOutValuesThatAreNone) {
-    change({"UPDATE secs_cusvar SET var_max = 'many' WHERE var_id = 112"});
-    EXPECT_THAT(texts(dictionary(), "//StatusVariable[SVID='112']/MaxValue"), IsEmpty());
+    addVariable900();
+    change({"UPDATE secs_cusvar SET var_max = 'many' WHERE var_id = 900"});
+    EXPECT_THAT(texts(dictionary(), "//StatusVariable[SVID='900']/MaxValue"), IsEmpty());
     EXPECT_THAT(notes(), Contains(HasSubstr("MaxValue left out, since many is no I4")));
 }
 
 TEST_F(Sedd, GivesFormatsThatAreNoneAsAny) {
-    change({"UPDATE secs_cusvar SET var_format = 'X9' WHERE var_id = 112"});
-    EXPECT_THAT(texts(dictionary(), "//StatusVariable[SVID='112']/Format"), ElementsAre("ANY"));
+    addVariable900();
+    change({"UPDATE secs_cusvar SET var_format = 'X9' WHERE var_id = 900"});
+    EXPECT_THAT(texts(dictionary(), "//StatusVariable[SVID='900']/Format"), ElementsAre("ANY"));
     EXPECT_THAT(breachesOf(document_), IsEmpty());
 }
 
 TEST_F(Sedd, ReplacesWhatXmlCannotHold) {
-    change({"UPDATE secs_cusvar SET var_desc = 'bell\x07line\r\nend' WHERE var_id = 112"});
-    EXPECT_THAT(texts(dictionary(), "//StatusVariable[SVID='112']/Description"),
+    addVariable900();
+    change({"UPDATE secs_cusvar SET var_desc = 'bell\x07line\r\nend' WHERE var_id = 900"});
+    EXPECT_THAT(texts(dictionary(), "//StatusVariable[SVID='900']/Description"),
                 ElementsAre("bell\xEF\xBF\xBDline\nend"));
     EXPECT_THAT(notes(), Contains(HasSubstr("holds characters that XML cannot")));
 }
@@ -242,6 +254,7 @@ TEST_F(Sedd, RefusesAHeaderThatCannotStand) {
 
 /// The rules themselves: each of these dictionaries breaks one.
 TEST_F(Sedd, IsNotTakenForRightWhereItBreaksARule) {
+    addVariable900();
     dictionary();
     const std::string right = run_.out;
     const auto breachesWith = [&](const std::string& old, const std::string& now) {
@@ -253,8 +266,8 @@ TEST_F(Sedd, IsNotTakenForRightWhereItBreaksARule) {
         EXPECT_TRUE(changed.load_string(text.c_str()));
         return breachesOf(changed).size();
     };
-    EXPECT_GT(breachesWith("<SVID>112</SVID>", "<SVID>113</SVID>"), 0U);
-    EXPECT_GT(breachesWith("<SVID>112</SVID>", "<SVID>-1</SVID>"), 0U);
+    EXPECT_GT(breachesWith("<SVID>900</SVID>", "<SVID>1</SVID>"), 0U);
+    EXPECT_GT(breachesWith("<SVID>900</SVID>", "<SVID>-1</SVID>"), 0U);
     EXPECT_GT(breachesWith("<Format>I4</Format>", "<Format>I5</Format>"), 0U);
     EXPECT_GT(breachesWith("<FormatName>I4</FormatName>", "<FormatName>I2</FormatName>"), 0U);
     EXPECT_GT(breachesWith("<ALCD>0</ALCD>", ""), 0U);

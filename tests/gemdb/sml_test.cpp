@@ -229,6 +229,15 @@ TEST_F(Sml, EndsListsThatNestWithoutEnd) {
     EXPECT_THAT(sml().err, HasSubstr("its children nest too deeply"));
 }
 
+TEST_F(Sml, LeavesOutVariablesThatAreNoneOfSecs) {
+    makeModel({{"U1", "5"}, {"U1", "6"}});
+    change({"UPDATE secs_cusvar SET var_type = 'XX' WHERE var_id = 202"});
+    const ProgramRun run = sml();
+    EXPECT_THAT(run.out, Not(HasSubstr("<U4 202>")));
+    EXPECT_THAT(run.err, HasSubstr("variable 202 (V): left out, since its type is none of"));
+    EXPECT_THAT(run.err, HasSubstr("report 7 (R): variable 202 left out, since it is"));
+}
+
 TEST_F(Sml, TellsAnIdentifierThatTwoShareOnce) {
     makeModel({{"U1", "5"}});
     change({"INSERT INTO secs_gemevent (evt_id, evt_name, evt_enable) VALUES (101, 'G', 0)"});

@@ -104,6 +104,7 @@ std::filesystem::path withHardValues(const ScratchDir& scratch) {
         {"B", "7"},
         {"B", "256"},
         {"BL", "true"},
+        {"BL", "False"},
         {"BL", "yes"},
         {"F4", "3.4e38"},
         {"F4", "1e-40"},

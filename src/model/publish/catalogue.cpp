@@ -96,6 +96,11 @@ std::optional<std::int64_t> targetOf(const Item& link) {
     return link.number(factsOf(link.part).target);
 }
 
+std::string leftOut(const Item& link, const Relation& targets) {
+    const bool known = CrossReference::first(targets, targetOf(link)).has_value();
+    return targetText(link) + " left out, since " + (known ? "it is" : "there is none");
+}
+
 void addReports(Catalogue& catalogue, const CrossReference& references, Notes& notes) {
     for (const Item& item : firstOfEach(references.reports(), notes)) {
         Catalogue::Report report{item, {}};
@@ -103,7 +108,7 @@ void addReports(Catalogue& catalogue, const CrossReference& references, Notes& n
             if (const Item* variable = catalogue.findVariable(targetOf(link)))
                 report.variables.push_back(*variable);
             else
-                notes.add(item, "variable " + targetText(link) + " left out, since there is none");
+                notes.add(item, "variable " + leftOut(link, references.variables()));
         }
         if (report.variables.empty())
             notes.add(item, "left out, since it carries no variable");
@@ -119,10 +124,7 @@ void addEvents(Catalogue& catalogue, const CrossReference& references, Notes& no
             if (const Catalogue::Report* report = find(catalogue.reports, targetOf(link))) {
                 event.reports.push_back(report);
             } else {
-                const bool known =
-                    CrossReference::first(references.reports(), targetOf(link)).has_value();
-                notes.add(item, "report " + targetText(link) + " left out, since " +
-                                    (known ? "it is" : "there is none"));
+                notes.add(item, "report " + leftOut(link, references.reports()));
             }
         }
         catalogue.events.push_back(std::move(event));

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "model/publish/manual.h"
+
 namespace stelvan::gemdb {
 
 inline constexpr int kDone = 0;
@@ -39,5 +41,10 @@ int checkCommand(const std::filesystem::path& file, bool strict);
 /// Starts a model of one's own: a copy of the shipped template in `folder` (made if need be), with
 /// the settings that name files pointing there. Never replaces a model.
 int newCommand(const std::filesystem::path& folder, bool demo);
+
+/// Writes the equipment's interface manual, one page, to `out`, which is replaced whole or stays as
+/// it was.
+int docCommand(const std::filesystem::path& file, const std::filesystem::path& out,
+               const model::ManualOptions& options);
 
 }  // namespace stelvan::gemdb

@@ -40,7 +40,7 @@ constexpr SettingMeaning kMeanings[] = {
     {"T4Timeout", "Time-outs", "T4, between two blocks of a message (SECS-I).", "s"},
     {"T5Timeout", "Time-outs", "T5, between two attempts to connect (HSMS).", "s"},
     {"T6Timeout", "Time-outs", "T6, until the reply to a control message (HSMS).", "s"},
-    {"T7Timeout", "Time-outs", "T7, for which a connection may stay without a session (HSMS).", "s"},
+    {"T7Timeout", "Time-outs", "T7, how long a connection may be without a session (HSMS).", "s"},
     {"T8Timeout", "Time-outs", "T8, between two characters of a message (HSMS).", "s"},
     {"EventEnableAll", "Reporting", "One switch over the reporting of all events."},
     {"AlarmEnableAll", "Reporting", "One switch over the reporting of all alarms."},

@@ -88,8 +88,8 @@ void writeTopics(Page& page) {
 void writeFormats(Page& page) {
     Html& html = page.html;
     html.open("h3").attribute("id", "about-formats").text("Formats").close();
-    constexpr std::array kColumns = {Column{"Format", "format"}, Column{"SECS-II item", "format"},
-                                     Column{"Code, octal", "format"}, Column{"Holds", "meaning"}};
+    constexpr std::array kColumns = {Column{"Format", "code"}, Column{"SECS-II item", "code"},
+                                     Column{"Code, octal", "code"}, Column{"Holds", "meaning"}};
     page.table("Formats", "plain", kColumns, kFormats.size(), [&](std::size_t number) {
         const FormatFacts& format = kFormats[number];
         html.open("tr").open("th").attribute("scope", "row").text(format.code).close();

@@ -9,7 +9,7 @@
 namespace stelvan::model::manual {
 namespace {
 
-constexpr std::size_t kRowsOfSheet = 100;
+constexpr std::size_t kRowsOfSheet = 250;
 constexpr std::size_t kMostLinksAtOnce = 12;
 
 /// The letter with which places of a kind of item begin.

@@ -98,13 +98,27 @@
     count.textContent = found + " found";
     show(best.length > 0);
   }
-  // Twice, since what lies between is laid out only when it comes near.
+  // What lies on the way to a place is laid out only when it comes near, and then moves the place:
+  // it is sought again until it stays.
+  function settle(id, frames = 12) {
+    const target = document.getElementById(id);
+    if (!target) return;
+    const before = target.getBoundingClientRect().top;
+    target.scrollIntoView();
+    const moved = Math.abs(target.getBoundingClientRect().top - before) > 1;
+    if (frames > 0 && (moved || frames > 9)) requestAnimationFrame(() => settle(id, frames - 1));
+  }
   function go(item) {
     show(false);
     location.hash = item.dataset.target;
-    const target = document.getElementById(item.dataset.target);
-    requestAnimationFrame(() => requestAnimationFrame(() => target.scrollIntoView()));
+    settle(item.dataset.target);
   }
+  document.addEventListener("click", (event) => {
+    const link = event.target.closest("a[href^='#']");
+    if (link) requestAnimationFrame(() => settle(link.getAttribute("href").slice(1)));
+  });
+  if (location.hash) requestAnimationFrame(() => settle(location.hash.slice(1)));
+
 
   input.addEventListener("input", search);
   input.addEventListener("focus", () => show(list.children.length > 0));

@@ -1,5 +1,6 @@
 #include "model/check/links.h"
 
+#include <array>
 #include <set>
 #include <tuple>
 
@@ -11,22 +12,23 @@
 namespace stelvan::model {
 namespace {
 
-/// What the two columns of a link part lead to.
-struct EndFacts {
-    std::string_view rule;  // where it does not exist
-    std::string_view noun;
-};
-constexpr EndFacts kEvent{"dangling-event", "event"};
-constexpr EndFacts kReport{"dangling-report", "report"};
-constexpr EndFacts kVariable{"dangling-variable", "variable"};
+/// Owner and target of event-report links, then of report-variable links.
+constexpr std::array<LinkEnd, 2> kEventEnds = {{
+    {"dangling-event", "event", gem::schema::event_report::kEventId},
+    {"dangling-report", "report", gem::schema::event_report::kReportId},
+}};
+constexpr std::array<LinkEnd, 2> kReportEnds = {{
+    {"dangling-report", "report", gem::schema::report_variable::kReportId},
+    {"dangling-variable", "variable", gem::schema::report_variable::kVariableId},
+}};
 
-void reportDangling(Survey& survey, const Item& link, const EndFacts& end,
-                    std::string_view column) {
-    const std::string id = link.text(column);
-    survey.add(link, {Severity::Error, end.rule, column,
-                      id.empty() ? "The link names no " + std::string(end.noun) + "."
-                                 : "There is no " + std::string(end.noun) + " " + id + ".",
-                      "Remove the link (check --fix), or add the " + std::string(end.noun) + "."});
+void reportDangling(Survey& survey, const Item& link, const LinkEnd& end) {
+    const std::string id = link.text(end.column);
+    const std::string noun(end.noun);
+    survey.add(link, {Severity::Error, end.rule, end.column,
+                      id.empty() ? "The link names no " + noun + " (Null)."
+                                 : "There is no " + noun + " " + id + ".",
+                      "Remove the link (check --fix), or add the " + noun + "."});
 }
 
 std::string ordersOf(std::span<const Item> items, std::string_view column) {
@@ -44,13 +46,8 @@ void checkPart(Survey& survey, Part part) {
     if (!survey.model[part].present) return;
     tell(survey.progress, "checking links", 0, survey.model[part].rows.size());
     const LinkView view(survey.model, survey.references, part);
-    const bool ofEvents = part == Part::EventReports;
-    for (const Item& link : view.all()) {
-        const LinkEnds ends = view.endsOf(link);
-        if (!ends.owner) reportDangling(survey, link, ofEvents ? kEvent : kReport, facts.id);
-        if (!ends.target)
-            reportDangling(survey, link, ofEvents ? kReport : kVariable, facts.target);
-    }
+    for (const Item& link : view.all())
+        for (const LinkEnd& end : view.missingEnds(link)) reportDangling(survey, link, end);
     for (const OwnersLinks& links : view.byOwner()) {
         for (const Item& link : links.doubled)
             survey.add(link, {Severity::Warning, "duplicate-link", facts.target,
@@ -76,9 +73,16 @@ LinkView::LinkView(const Model& model, const CrossReference& references, Part pa
       links_(part == Part::EventReports ? references.reportsOfEvent()
                                         : references.variablesOfReport()) {}
 
-LinkEnds LinkView::endsOf(const Item& link) const {
-    return {CrossReference::first(owners_, link.id()).has_value(),
-            CrossReference::first(targets_, link.number(factsOf(part_).target)).has_value()};
+std::optional<Item> LinkView::ownerOf(const Item& link) const {
+    return CrossReference::first(owners_, link.id());
+}
+
+std::vector<LinkEnd> LinkView::missingEnds(const Item& link) const {
+    const auto& [owner, target] = part_ == Part::EventReports ? kEventEnds : kReportEnds;
+    std::vector<LinkEnd> missing;
+    if (!ownerOf(link)) missing.push_back(owner);
+    if (!CrossReference::first(targets_, link.number(target.column))) missing.push_back(target);
+    return missing;
 }
 
 std::vector<OwnersLinks> LinkView::byOwner() const {

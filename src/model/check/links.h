@@ -18,10 +18,11 @@ struct OwnersLinks {
     std::vector<Item> doubled;
 };
 
-/// Whether owner and target of a link row exist.
-struct LinkEnds {
-    bool owner = false;
-    bool target = false;
+/// What one end of a link row leads to: "dangling-report" is the rule where it does not exist.
+struct LinkEnd {
+    std::string_view rule;
+    std::string_view noun;
+    std::string_view column;
 };
 
 class LinkView {
@@ -29,7 +30,9 @@ public:
     /// `part` is one of link rows; both must outlive the object.
     LinkView(const Model& model, const CrossReference& references, Part part);
 
-    [[nodiscard]] LinkEnds endsOf(const Item& link) const;
+    /// The ends of a link row that do not exist, the owner's first.
+    [[nodiscard]] std::vector<LinkEnd> missingEnds(const Item& link) const;
+    [[nodiscard]] std::optional<Item> ownerOf(const Item& link) const;
     /// Of all owners that exist, in their order; links whose target does not exist among them.
     [[nodiscard]] std::vector<OwnersLinks> byOwner() const;
     /// Every row, those without an owner too.

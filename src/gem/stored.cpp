@@ -56,13 +56,6 @@ std::string storedText(const Record& record, const FieldFacts& field) {
     return text;
 }
 
-/// Whether the user can ever change the field in this category.
-bool mayChange(std::int16_t category, const FieldFacts& field) {
-    const Access access = accessIn(category, field);
-    return access != Access::Closed && access != Access::ClosedWhole &&
-           access != Access::ClosedAsIs;
-}
-
 bool isAbsent(std::string_view text, bool zeroToo) {
     return saysNull(text) || (zeroToo && base::trimBlanks(text) == kZero);
 }

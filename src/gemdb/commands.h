@@ -50,9 +50,13 @@ int checkCommand(const std::filesystem::path& file, const CheckRequest& request)
 /// the settings that name files pointing there. Never replaces a model.
 int newCommand(const std::filesystem::path& folder, bool demo);
 
-/// Writes the equipment's interface manual, one page, to `out`, which is replaced whole or stays as
-/// it was.
-int docCommand(const std::filesystem::path& file, const std::filesystem::path& out,
-               const model::ManualOptions& options);
+struct DocRequest {
+    std::filesystem::path out;
+    model::ManualOptions manual;
+    bool findings = true;  // as an annex
+};
+/// Writes the equipment's interface manual, one page, to `request.out`, which is replaced whole or
+/// stays as it was.
+int docCommand(const std::filesystem::path& file, const DocRequest& request);
 
 }  // namespace stelvan::gemdb

@@ -8,8 +8,7 @@ namespace {
 
 struct DocArguments {
     std::string file;
-    std::string out;
-    model::ManualOptions options;
+    DocRequest request;
 };
 
 constexpr VerbText kDoc = {
@@ -19,16 +18,17 @@ constexpr VerbText kDoc = {
 
 void addDoc(CLI::App& app, int& status) {
     const auto arguments = std::make_shared<DocArguments>();
-    model::ManualOptions& options = arguments->options;
+    DocRequest& request = arguments->request;
+    model::ManualOptions& manual = request.manual;
     CLI::App* doc = addVerb(app, kDoc, arguments->file);
-    doc->add_option("-o,--output", arguments->out, "The page to write")->required();
-    doc->add_option("--title", options.title, "Title; else made of the equipment's name");
-    doc->add_option("--maker", options.maker, "Who makes the equipment");
-    doc->add_option("--model", options.model, "Name of the equipment; else its MDLN");
-    doc->add_option("--version", options.version, "Version of the equipment");
-    doc->add_option("--date", options.date, "Date on the cover; else none");
-    act(doc, status,
-        [=] { return docCommand(arguments->file, arguments->out, arguments->options); });
+    doc->add_option("-o,--output", request.out, "The page to write")->required();
+    doc->add_option("--title", manual.title, "Title; else made of the equipment's name");
+    doc->add_option("--maker", manual.maker, "Who makes the equipment");
+    doc->add_option("--model", manual.model, "Name of the equipment; else its MDLN");
+    doc->add_option("--version", manual.version, "Version of the equipment");
+    doc->add_option("--date", manual.date, "Date on the cover; else none");
+    doc->add_flag("!--no-findings", request.findings, "Leave out the annex with check's findings");
+    act(doc, status, [=] { return docCommand(arguments->file, arguments->request); });
 }
 
 }  // namespace

@@ -44,14 +44,13 @@ void writeHead(Page& page) {
     html.element("title", title);
     html.open("style").markup("\n").markup(kManualStyle);
     writePrintHeads(page, title);
-    html.close().close().markup("\n");
+    html.close();
+    html.element("script", "document.documentElement.className='finds'");
+    html.close().markup("\n");
 }
 
 void writeFindBox(Html& html) {
-    html.open("div")
-        .attribute("id", "find")
-        .attribute("role", "search")
-        .attribute("hidden", "hidden");
+    html.open("div").attribute("id", "find").attribute("role", "search");
     html.open("input").attribute("id", "find-text").attribute("type", "search");
     html.attribute("role", "combobox").attribute("aria-label", "Find an item");
     html.attribute("aria-expanded", "false").attribute("aria-controls", "find-list");

@@ -9,8 +9,7 @@
 
 namespace stelvan::model::manual {
 
-/// What the equipment calls itself, for the title; may be empty.
-[[nodiscard]] std::string equipmentName(const Model& model, const ManualOptions& options);
+/// The title as it was given, or made of what the equipment is called; one line.
 [[nodiscard]] std::string titleOf(const Model& model, const ManualOptions& options);
 
 void writeCover(Page& page);

@@ -58,14 +58,10 @@ void fact(Page& page, std::string_view term, const std::string& value) {
 
 }  // namespace
 
-std::string equipmentName(const Model& model, const ManualOptions& options) {
-    return options.model.empty() ? valueOfVariable(model, "MDLN") : options.model;
-}
-
 std::string titleOf(const Model& model, const ManualOptions& options) {
-    if (!options.title.empty()) return options.title;
-    const std::string name = equipmentName(model, options);
-    return name.empty() ? "GEM interface manual" : name + ": GEM interface manual";
+    if (!options.title.empty()) return base::onOneLine(options.title);
+    const std::string name = options.model.empty() ? valueOfVariable(model, "MDLN") : options.model;
+    return name.empty() ? "GEM interface manual" : base::onOneLine(name) + ": GEM interface manual";
 }
 
 void writeCover(Page& page) {

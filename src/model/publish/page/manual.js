@@ -145,7 +145,6 @@
     input.focus();
     input.select();
   });
-  box.hidden = false;
   gatherInQuietTimes();
 
   // The chapter that is read now.

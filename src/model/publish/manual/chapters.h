@@ -2,9 +2,8 @@
 // and the next.
 #pragma once
 
-#include <span>
+#include <string>
 
-#include "model/check/finding.h"
 #include "model/publish/manual/page.h"
 
 namespace stelvan::model::manual {
@@ -21,6 +20,6 @@ void writeEvents(Page& page, const Section& section);
 void writeReports(Page& page, const Chapter& chapter, const Section& section);
 void writeAlarms(Page& page, const Chapter& chapter, const Section& section);
 void writeLimits(Page& page, const Chapter& chapter, const Section& section);
-void writeFindings(Page& page, std::span<const Finding> findings);
+void writeFindings(Page& page);
 
 }  // namespace stelvan::model::manual

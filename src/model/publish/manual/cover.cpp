@@ -96,7 +96,8 @@ void writeContents(Page& page) {
     };
     for (const Chapter& chapter : page.chapters) {
         html.open("li");
-        entry(chapter.id, chapter.number, chapter.title, chapter.items());
+        entry(chapter.id, chapter.number, chapter.title,
+              chapter.content == Content::Findings ? page.findings.size() : chapter.items());
         if (chapter.sections.size() > 1) {
             html.open("ol");
             for (const Section& section : chapter.sections) {

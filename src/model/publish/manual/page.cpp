@@ -116,7 +116,7 @@ void Page::links(std::string_view label, std::span<const Item> items) {
     if (folded) {
         html.element("summary", std::string(label) + " (" + std::to_string(items.size()) + ")");
     } else {
-        html.element("span", label).text(" ");
+        html.element("span", std::string(label) + ":").text(" ");
     }
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (i > 0) html.text(", ");

@@ -5,6 +5,7 @@
 #include <pugixml.hpp>
 #include <set>
 
+#include "model/core/cross_reference.h"
 #include "model/core/model.h"
 #include "tests/gemdb/command_test.h"
 #include "tests/support/model_names.h"

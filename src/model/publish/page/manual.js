@@ -125,7 +125,7 @@
   input.addEventListener("keydown", (event) => {
     if (event.key === "ArrowDown") select(selected + 1);
     else if (event.key === "ArrowUp") select(selected - 1);
-    else if (event.key === "Enter" && list.children.length) go(list.children[Math.max(selected, 0)]);
+    else if (event.key === "Enter" && list.firstChild) go(list.children[Math.max(selected, 0)]);
     else if (event.key === "Escape" && !list.hidden) show(false);
     else return;
     event.preventDefault();

@@ -1,5 +1,8 @@
 // The interface manual as the program writes it: a sound page, every item once, every reference
 // leading somewhere, and nothing written where there is no model.
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <fstream>
 #include <pugixml.hpp>
@@ -152,6 +155,18 @@ TEST_F(DocTest, WhereThereIsNoModelTheOldPageStays) {
     for (const char* kind : {"damaged_catalogue", "access2007", "wrong_signature", "access97",
                              "truncated", "text_file", "zero_length"})
         refuses(model("refused/" + std::string(kind) + "/gem.mdb"));
+}
+
+TEST_F(DocTest, AFileThatSomebodyWritesIsWaitedForAndThenLeftAlone) {
+    std::ofstream(out_) << "as it was";
+    const int held = ::open(file_.c_str(), O_RDWR | O_CLOEXEC);
+    struct flock whole = {};
+    whole.l_type = F_WRLCK;
+    whole.l_whence = SEEK_SET;
+    ASSERT_EQ(::fcntl(held, F_OFD_SETLK, &whole), 0);
+    expectFailure({"doc", file_, "-o", out_}, "in use");
+    EXPECT_EQ(readFile(out_), "as it was");
+    ::close(held);
 }
 
 TEST_F(DocTest, APlaceThatCannotBeWrittenIsOneLine) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "model/core/sink.h"
+#include "model/publish/manual.h"
 #include "model/publish/sedd.h"
 
 namespace stelvan::gemdb {
@@ -31,15 +32,25 @@ private:
 
 /// The rows of the user tables (or of one named table) as JSON lines.
 int dumpCommand(const std::filesystem::path& file, const std::string& table);
+/// What the file is, who uses it, how many rows each category holds, and how it is set to talk.
+int infoCommand(const std::filesystem::path& file, bool json);
 /// The names of the user tables, one on each line.
 int tablesCommand(const std::filesystem::path& file);
 /// Columns, indexes and relationships as JSON lines.
 int schemaCommand(const std::filesystem::path& file, const std::string& table);
 /// Runs statements as one unit of work; rows of a SELECT as JSON lines.
 int sqlCommand(const std::filesystem::path& file, const std::vector<std::string>& statements);
-/// Checks the file's structure: a line for each fault, kFaultsFound where there is any. A strict
-/// check counts harmless deviations that the Access engine leaves behind too.
-int checkCommand(const std::filesystem::path& file, bool strict);
+struct CheckRequest {
+    bool structure = true;
+    bool model = true;
+    bool json = false;
+    bool fix = false;
+    bool dryRun = false;  // says what fix would do
+    bool strict = false;  // counts harmless deviations that the Access engine leaves behind too
+};
+/// Checks structure and model: a line for each finding, kFaultsFound from a warning upwards. The
+/// structure alone gives its faults as they always were, "page N: ...", and no count.
+int checkCommand(const std::filesystem::path& file, const CheckRequest& request);
 /// Starts a model of one's own: a copy of the shipped template in `folder` (made if need be), with
 /// the settings that name files pointing there. Never replaces a model.
 int newCommand(const std::filesystem::path& folder, bool demo);
@@ -56,5 +67,13 @@ int seddCommand(const std::filesystem::path& file, const std::string& out,
                 model::SeddHeader header);
 /// The model as SECS messages in SML.
 int smlCommand(const std::filesystem::path& file, const std::string& out);
+struct DocRequest {
+    std::filesystem::path out;
+    model::ManualOptions manual;
+    bool findings = true;  // as an annex
+};
+/// Writes the equipment's interface manual, one page, to `request.out`, which is replaced whole or
+/// stays as it was.
+int docCommand(const std::filesystem::path& file, const DocRequest& request);
 
 }  // namespace stelvan::gemdb

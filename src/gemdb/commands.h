@@ -3,9 +3,13 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "model/core/sink.h"
+#include "model/publish/sedd.h"
 
 namespace stelvan::gemdb {
 
@@ -49,5 +53,18 @@ int checkCommand(const std::filesystem::path& file, const CheckRequest& request)
 /// Starts a model of one's own: a copy of the shipped template in `folder` (made if need be), with
 /// the settings that name files pointing there. Never replaces a model.
 int newCommand(const std::filesystem::path& folder, bool demo);
+
+/// Hands a way to write to `write`: the file `out`, whole or not at all, or standard output where
+/// it is empty or "-". Refuses an `out` that is the model itself.
+void publishTo(const std::string& out, const std::filesystem::path& file,
+               const std::function<void(const model::Sink&)>& write);
+/// One line on standard error for each; they change no exit status.
+void printNotes(const std::vector<std::string>& notes);
+
+/// The model as equipment data dictionary. An empty date in the header is today.
+int seddCommand(const std::filesystem::path& file, const std::string& out,
+                model::SeddHeader header);
+/// The model as SECS messages in SML.
+int smlCommand(const std::filesystem::path& file, const std::string& out);
 
 }  // namespace stelvan::gemdb

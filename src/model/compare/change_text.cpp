@@ -118,6 +118,17 @@ std::string itemText(const ItemChange& change) {
     return withName(noun + ' ' + idText(change.id), change.name) + table;
 }
 
+std::string itemText(Part part, const Table& table, const Row& row) {
+    const PartFacts& facts = factsOf(part);
+    ItemChange change;
+    change.part = part;
+    change.id = table.value(row, facts.id);
+    if (part == Part::Limits) change.place = table.value(row, facts.order);
+    change.name = table.text(row, facts.name);
+    change.table = table.name;
+    return itemText(change);
+}
+
 std::string targetText(const LinkChange& link) {
     const std::string noun(factsOf(targetsOf(link.part).front()).noun);
     return withName(noun + ' ' + idText(link.target), link.targetName);

@@ -17,6 +17,7 @@ namespace stelvan::model {
 
 /// Which item it is, in words: "variable 101 ChamberPressure (secs_cusvar)".
 [[nodiscard]] std::string itemText(const ItemChange& change);
+[[nodiscard]] std::string itemText(Part part, const Table& table, const Row& row);
 /// Where a link leads: "report 12 Temperatures".
 [[nodiscard]] std::string targetText(const LinkChange& link);
 /// A value as people read it: texts in quotes, all on one line, null for none.

@@ -158,14 +158,6 @@ public:
 private:
     using List = std::span<const KeyedRow>;
 
-    static List takeOwner(List& rows, const Key& owner) {
-        const auto end =
-            std::ranges::find_if(rows, [&](const KeyedRow& row) { return row.id != owner; });
-        const List taken = rows.first(static_cast<std::size_t>(end - rows.begin()));
-        rows = rows.subspan(taken.size());
-        return taken;
-    }
-
     static std::vector<Key> targets(List rows, std::optional<std::size_t> column) {
         std::vector<Key> keys;
         for (const KeyedRow& row : rows) keys.push_back(keyOf(valueAt(row.row, column)));

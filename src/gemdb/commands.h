@@ -36,6 +36,12 @@ int sqlCommand(const std::filesystem::path& file, const std::vector<std::string>
 /// Checks the file's structure: a line for each fault, kFaultsFound where there is any. A strict
 /// check counts harmless deviations that the Access engine leaves behind too.
 int checkCommand(const std::filesystem::path& file, bool strict);
+/// What differs between two models: for people, or as JSON lines; kFaultsFound where anything does.
+struct DiffOptions {
+    bool json = false;
+};
+int diffCommand(const std::filesystem::path& before, const std::filesystem::path& after,
+                const DiffOptions& options);
 /// Starts a model of one's own: a copy of the shipped template in `folder` (made if need be), with
 /// the settings that name files pointing there. Never replaces a model.
 int newCommand(const std::filesystem::path& folder, bool demo);

@@ -45,6 +45,7 @@ int main(int argc, char** argv) {
     int status = kDone;
     addFileVerbs(app, status);
     addModelVerbs(app, status);
+    addCompareVerbs(app, status);
     addPublishVerbs(app, status);
     try {
         app.parse(argc, argv);

@@ -21,6 +21,11 @@ std::vector<FieldChange> fieldChanges(std::span<const ColumnPair> columns, const
     return changes;
 }
 
+/// As the second side spells it, if it has the table.
+const std::string& tableName(const Table& before, const Table& after) {
+    return after.present ? after.name : before.name;
+}
+
 /// An item and what became of its links.
 struct ItemState {
     RowPair rows;
@@ -64,7 +69,8 @@ public:
             const bool isLimit = part_ == Part::Limits;
             changes.push_back({change, part_, value(item.rows, factsOf(part_).id),
                                isLimit ? value(item.rows, factsOf(part_).order) : jet::Value(),
-                               nameOf(item.rows), std::move(fields), std::move(item.links)});
+                               nameOf(item.rows), std::move(fields), std::move(item.links),
+                               tableName(*before_, *after_)});
         }
     }
 
@@ -138,20 +144,19 @@ public:
             const jet::Value& id = after.empty()
                                        ? before_.value(*before.front().row, factsOf(part_).id)
                                        : after_.value(*after.front().row, factsOf(part_).id);
-            changes.push_back({Change::Changed, part_, id, {}, {}, {}, std::move(links)});
+            changes.push_back({Change::Changed,
+                               part_,
+                               id,
+                               {},
+                               {},
+                               {},
+                               std::move(links),
+                               tableName(before_, after_)});
         }
     }
 
 private:
     using List = std::span<const KeyedRow>;
-
-    static List takeOwner(List& rows, const Key& owner) {
-        const auto end =
-            std::ranges::find_if(rows, [&](const KeyedRow& row) { return row.id != owner; });
-        const List taken = rows.first(static_cast<std::size_t>(end - rows.begin()));
-        rows = rows.subspan(taken.size());
-        return taken;
-    }
 
     static std::vector<Key> targets(List rows, std::optional<std::size_t> column) {
         std::vector<Key> keys;

@@ -46,6 +46,7 @@ struct ItemChange {
     std::string name;                   // the new one where it changed
     std::vector<FieldChange> fields;    // of an added or removed item, all that it holds but Nulls
     std::vector<LinkChange> links;      // removed ones in their old order, then all else in the new
+    std::string table;                  // as the file spells it
 };
 
 /// In the order of parts and identifiers; empty where the models say the same. The rows of both

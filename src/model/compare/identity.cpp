@@ -96,6 +96,14 @@ std::vector<KeyedRow> keyedRows(Part part, const Table& table) {
     return rows;
 }
 
+std::span<const KeyedRow> takeOwner(std::span<const KeyedRow>& rows, const Key& owner) {
+    const auto end =
+        std::ranges::find_if(rows, [&](const KeyedRow& row) { return row.id != owner; });
+    const auto taken = rows.first(static_cast<std::size_t>(end - rows.begin()));
+    rows = rows.subspan(taken.size());
+    return taken;
+}
+
 std::vector<ColumnPair> columnPairs(const Table& before, const Table& after) {
     std::vector<ColumnPair> pairs;
     for (std::size_t at = 0; at < before.columns.size(); ++at) {

@@ -39,6 +39,10 @@ struct KeyedRow {
 /// The rows of a part in the order of their keys, doubles as they stand. They point into `table`.
 [[nodiscard]] std::vector<KeyedRow> keyedRows(Part part, const Table& table);
 
+/// Takes the rows of one owner from the front of link rows, none where others stand there.
+[[nodiscard]] std::span<const KeyedRow> takeOwner(std::span<const KeyedRow>& rows,
+                                                  const Key& owner);
+
 /// A column by where it stands on either side.
 struct ColumnPair {
     std::string name;  // as the second side spells it, if it has it

@@ -17,7 +17,7 @@ void addDiff(CLI::App& app, int& status) {
     };
     const auto arguments = std::make_shared<Arguments>();
     CLI::App* diff = addVerb(app, kDiff);
-    diff->add_option("A", arguments->before, "A model: gem.mdb")->required();
+    diff->add_option("A", arguments->before, "A model: gem.mdb, or a folder of texts")->required();
     diff->add_option("B", arguments->after, "The one that it is compared with")->required();
     diff->add_flag("--json", arguments->options.json, "One JSON object for each item");
     act(diff, status,

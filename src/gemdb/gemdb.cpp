@@ -46,6 +46,7 @@ int main(int argc, char** argv) {
     addFileVerbs(app, status);
     addModelVerbs(app, status);
     addCompareVerbs(app, status);
+    addTextVerbs(app, status);
     addPublishVerbs(app, status);
     try {
         app.parse(argc, argv);

@@ -2,10 +2,13 @@
 
 #include <stdexcept>
 
+#include "model/text/read_text.h"
+
 namespace stelvan::gemdb {
 
 model::Model readModel(const std::filesystem::path& path) {
     try {
+        if (std::filesystem::is_directory(path)) return model::readText(path).model;
         return model::read(path);
     } catch (const std::exception& failure) {
         const std::string text = failure.what();

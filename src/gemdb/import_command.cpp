@@ -47,6 +47,20 @@ model::WritePlan run(const fs::path& file, model::ModelText text, bool dryRun) {
     return plan;
 }
 
+/// Each change as it is found, and the summary.
+void printChanges(const model::WritePlan& plan, bool dryRun, Output& output) {
+    const bool coloured = wantsColours();
+    std::vector<model::ItemChange> counted;  // without what they say
+    if (plan.rows() != model::Written{}) {
+        model::differences(plan.before, plan.after, [&](model::ItemChange&& change) {
+            model::writeChanges({&change, 1}, coloured,
+                                [&](std::string_view text) { output.write(text); });
+            counted.push_back({.change = change.change, .part = change.part});
+        });
+    }
+    output.write(model::summaryOf(counted, dryRun) + "\n");
+}
+
 }  // namespace
 
 int importCommand(const fs::path& folder, const fs::path& file, bool dryRun) {
@@ -54,11 +68,8 @@ int importCommand(const fs::path& folder, const fs::path& file, bool dryRun) {
     model::WritePlan plan =
         aboutFile(file, folder, [&] { return run(file, std::move(text), dryRun); });
     model::sortRows(plan.after);
-    const auto changes = model::differences(plan.before, plan.after);
     Output output;
-    model::writeChanges(changes, wantsColours(),
-                        [&](std::string_view piece) { output.write(piece); });
-    output.write(model::summaryOf(changes, dryRun) + "\n");
+    printChanges(plan, dryRun, output);
     output.finish();
     return kDone;
 }

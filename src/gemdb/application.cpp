@@ -18,6 +18,8 @@ std::unique_ptr<CLI::App> makeApplication(int& status) {
     app->require_subcommand(1);
     addFileVerbs(*app, status);
     addModelVerbs(*app, status);
+    addCompareVerbs(*app, status);
+    addTextVerbs(*app, status);
     addPublishVerbs(*app, status);
     return app;
 }

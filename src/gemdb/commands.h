@@ -51,6 +51,19 @@ struct CheckRequest {
 /// Checks structure and model: a line for each finding, kFaultsFound from a warning upwards. The
 /// structure alone gives its faults as they always were, "page N: ...", and no count.
 int checkCommand(const std::filesystem::path& file, const CheckRequest& request);
+/// What differs between two models: for people, or as JSON lines; kFaultsFound where anything does.
+struct DiffOptions {
+    bool json = false;
+};
+int diffCommand(const std::filesystem::path& before, const std::filesystem::path& after,
+                const DiffOptions& options);
+/// The model as texts, one file for each kind of item, into a folder.
+int exportCommand(const std::filesystem::path& file, const std::filesystem::path& folder);
+/// Makes a file equal to such texts and prints each change; with `dryRun` nothing is written.
+int importCommand(const std::filesystem::path& folder, const std::filesystem::path& file,
+                  bool dryRun);
+/// The same texts as one stream.
+int textCommand(const std::filesystem::path& file);
 /// Starts a model of one's own: a copy of the shipped template in `folder` (made if need be), with
 /// the settings that name files pointing there. Never replaces a model.
 int newCommand(const std::filesystem::path& folder, bool demo);

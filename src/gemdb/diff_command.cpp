@@ -1,0 +1,25 @@
+#include "gemdb/change_json.h"
+#include "gemdb/commands.h"
+#include "gemdb/model_source.h"
+#include "gemdb/terminal.h"
+#include "model/compare/change_text.h"
+
+namespace stelvan::gemdb {
+
+int diffCommand(const std::filesystem::path& before, const std::filesystem::path& after,
+                const DiffOptions& options) {
+    const std::vector<model::ItemChange> changes =
+        model::differences(readModel(before), readModel(after));
+    Output output;
+    const model::Sink sink = [&](std::string_view text) { output.write(text); };
+    if (options.json) {
+        for (const model::ItemChange& change : changes) sink(changeJson(change));
+    } else {
+        model::writeChanges(changes, wantsColours(), sink);
+        if (!changes.empty()) sink(model::summaryOf(changes) + "\n");
+    }
+    output.finish();
+    return changes.empty() ? kDone : kFaultsFound;
+}
+
+}  // namespace stelvan::gemdb

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "model/publish/manual.h"
+
 namespace stelvan::gemdb {
 
 inline constexpr int kDone = 0;
@@ -33,9 +35,17 @@ int tablesCommand(const std::filesystem::path& file);
 int schemaCommand(const std::filesystem::path& file, const std::string& table);
 /// Runs statements as one unit of work; rows of a SELECT as JSON lines.
 int sqlCommand(const std::filesystem::path& file, const std::vector<std::string>& statements);
-/// Checks the file's structure: a line for each fault, kFaultsFound where there is any. A strict
-/// check counts harmless deviations that the Access engine leaves behind too.
-int checkCommand(const std::filesystem::path& file, bool strict);
+struct CheckRequest {
+    bool structure = true;
+    bool model = true;
+    bool json = false;
+    bool fix = false;
+    bool dryRun = false;  // says what fix would do
+    bool strict = false;  // counts harmless deviations that the Access engine leaves behind too
+};
+/// Checks structure and model: a line for each finding, kFaultsFound from a warning upwards. The
+/// structure alone gives its faults as they always were, "page N: ...", and no count.
+int checkCommand(const std::filesystem::path& file, const CheckRequest& request);
 /// What differs between two models: for people, or as JSON lines; kFaultsFound where anything does.
 struct DiffOptions {
     bool json = false;
@@ -45,5 +55,10 @@ int diffCommand(const std::filesystem::path& before, const std::filesystem::path
 /// Starts a model of one's own: a copy of the shipped template in `folder` (made if need be), with
 /// the settings that name files pointing there. Never replaces a model.
 int newCommand(const std::filesystem::path& folder, bool demo);
+
+/// Writes the equipment's interface manual, one page, to `out`, which is replaced whole or stays as
+/// it was.
+int docCommand(const std::filesystem::path& file, const std::filesystem::path& out,
+               const model::ManualOptions& options);
 
 }  // namespace stelvan::gemdb

@@ -95,7 +95,9 @@ private:
             try {
                 gem::judge(record, field->control, gem::Moment::Saving, others);
             } catch (const base::RunTimeError& failure) {
-                if (isItsOwn(record, *field)) report(item, *field, "invalid-field", failure.what());
+                if (!isItsOwn(record, *field)) continue;
+                record[field->control].fault = gem::NO_EXCEPTION;
+                report(item, *field, "invalid-field", failure.what());
             }
         }
         for (const gem::FieldFacts* field : verified_) {
@@ -109,9 +111,8 @@ private:
 
     /// A parent that is not there, or that leads back, is a fault of its own.
     [[nodiscard]] bool isHeld(const Item& item) const {
-        const auto parent = item.number(gem::schema::variable::kParentKey);
-        return parent != item.id() &&
-               CrossReference::first(survey_.references.variables(), parent).has_value();
+        const Held held = survey_.held[static_cast<std::size_t>(item.row - table_.rows.data())];
+        return held == Held::InList || held == Held::NoList;
     }
 
     /// Whether a field that could not be judged is itself too large: limits are compared with each

@@ -115,11 +115,10 @@ std::vector<ListsChildren> childrenByList(const CrossReference& references) {
 void checkLists(Survey& survey) {
     const Table& table = survey.model[Part::CustomVariables];
     tell(survey.progress, "checking lists", 0, table.rows.size());
-    const std::vector<Held> held = holdings(survey.model, survey.references);
     const auto format = table.find(variable::kFormat);
-    for (std::size_t at = 0; at < held.size(); ++at) {
+    for (std::size_t at = 0; at < survey.held.size(); ++at) {
         const Item item{Part::CustomVariables, &table, &table.rows[at]};
-        report(survey, item, held[at]);
+        report(survey, item, survey.held[at]);
         const auto id = item.id();
         if (format && id && gem::isList(item.text(variable::kFormat)) &&
             survey.references.childrenOfList().of(*id).empty())

@@ -8,7 +8,11 @@
 namespace stelvan::model {
 
 Survey::Survey(const Model& whole, const Progress& tellProgress)
-    : model(whole), references(whole), progress(tellProgress), catalogue_(gem::lInitErrInfo()) {}
+    : model(whole),
+      references(whole),
+      held(holdings(model, references)),
+      progress(tellProgress),
+      catalogue_(gem::lInitErrInfo()) {}
 
 void Survey::add(const Item& item, const Says& says) {
     const Table& table = *item.table;

@@ -8,6 +8,7 @@
 
 #include "gem/error_catalogue.h"
 #include "model/check/finding.h"
+#include "model/check/lists.h"
 #include "model/core/cross_reference.h"
 #include "model/core/progress.h"
 
@@ -20,6 +21,7 @@ public:
 
     const Model& model;
     const CrossReference references;
+    const std::vector<Held> held;  // how each custom variable is held
     const Progress& progress;
 
     /// What a finding says, beside where.

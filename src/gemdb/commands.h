@@ -46,10 +46,12 @@ struct CheckRequest {
 /// Checks structure and model: a line for each finding, kFaultsFound from a warning upwards. The
 /// structure alone gives its faults as they always were, "page N: ...", and no count.
 int checkCommand(const std::filesystem::path& file, const CheckRequest& request);
-/// What differs between two models: for people, or as JSON lines; kFaultsFound where anything does.
 struct DiffOptions {
     bool json = false;
+    std::filesystem::path html = {};  // a page to write; empty: none
 };
+/// What differs between two models (files, or folders of texts): for people, as JSON lines, or as a
+/// page; kFaultsFound where anything does.
 int diffCommand(const std::filesystem::path& before, const std::filesystem::path& after,
                 const DiffOptions& options);
 /// Starts a model of one's own: a copy of the shipped template in `folder` (made if need be), with

@@ -8,7 +8,8 @@ namespace {
 
 constexpr VerbText kDiff = {"diff", "Print what differs between two models, item by item",
                             "  gemdb diff old/gem.mdb gem.mdb\n"
-                            "  gemdb diff old/gem.mdb gem.mdb --json"};
+                            "  gemdb diff texts gem.mdb --json\n"
+                            "  gemdb diff old/gem.mdb gem.mdb --html changes.html"};
 
 void addDiff(CLI::App& app, int& status) {
     struct Arguments {
@@ -17,9 +18,11 @@ void addDiff(CLI::App& app, int& status) {
     };
     const auto arguments = std::make_shared<Arguments>();
     CLI::App* diff = addVerb(app, kDiff);
-    diff->add_option("A", arguments->before, "A model: gem.mdb")->required();
+    diff->add_option("A", arguments->before, "A model: gem.mdb, or a folder of texts")->required();
     diff->add_option("B", arguments->after, "The one that it is compared with")->required();
-    diff->add_flag("--json", arguments->options.json, "One JSON object for each item");
+    CLI::Option* json =
+        diff->add_flag("--json", arguments->options.json, "One JSON object for each item");
+    diff->add_option("--html", arguments->options.html, "Write a page instead")->excludes(json);
     act(diff, status,
         [=] { return diffCommand(arguments->before, arguments->after, arguments->options); });
 }

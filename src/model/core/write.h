@@ -28,6 +28,10 @@ struct Written {
     friend bool operator==(const Written&, const Written&) = default;
 };
 
+/// Names a row of the wanted model in messages, for whoever can say where it comes from
+/// ("events.toml:12"); empty where nobody can.
+using Whence = std::function<std::string(Part part, std::size_t row)>;
+
 /// What a write does.
 struct WritePlan {
     struct Change {
@@ -45,15 +49,12 @@ struct WritePlan {
     Model after;   // as it will be: all columns of the file, values of their types; in the order of
                    // the wanted rows
     std::array<PartPlan, kParts> parts;
+    Whence whence;
 
     [[nodiscard]] const PartPlan& operator[](Part part) const { return parts[indexOf(part)]; }
     /// Rows, links included.
     [[nodiscard]] Written rows() const;
 };
-
-/// Names a row of the wanted model in messages, for whoever can say where it comes from
-/// ("events.toml:12"); empty where nobody can.
-using Whence = std::function<std::string(Part part, std::size_t row)>;
 
 /// Finds out what has to change, and whether it can. Throws Refusal with one line for each table,
 /// column and value that the file cannot hold (type, size, a missing or empty value that a column

@@ -3,10 +3,12 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "model/compare/merge_lists.h"
 #include "model/publish/manual.h"
 
 namespace stelvan::gemdb {
@@ -54,6 +56,17 @@ struct DiffOptions {
 /// page; kFaultsFound where anything does.
 int diffCommand(const std::filesystem::path& before, const std::filesystem::path& after,
                 const DiffOptions& options);
+struct MergeFiles {
+    std::filesystem::path base, ours, theirs;  // base and theirs may be folders of texts
+    std::filesystem::path out;                 // may be ours
+};
+struct MergeOptions {
+    std::optional<model::Side> decide = {};  // who is right in a conflict
+    bool dryRun = false;                     // says what would be done
+};
+/// Writes what both sides made of the base into a copy of ours, and prints what that changes in
+/// ours; kFaultsFound, and nothing written, where there are conflicts that nobody decides.
+int mergeCommand(const MergeFiles& files, const MergeOptions& options);
 /// Starts a model of one's own: a copy of the shipped template in `folder` (made if need be), with
 /// the settings that name files pointing there. Never replaces a model.
 int newCommand(const std::filesystem::path& folder, bool demo);

@@ -67,6 +67,13 @@ struct MergeOptions {
 /// Writes what both sides made of the base into a copy of ours, and prints what that changes in
 /// ours; kFaultsFound, and nothing written, where there are conflicts that nobody decides.
 int mergeCommand(const MergeFiles& files, const MergeOptions& options);
+/// The model as texts, one file for each kind of item, into a folder.
+int exportCommand(const std::filesystem::path& file, const std::filesystem::path& folder);
+/// Makes a file equal to such texts and prints each change; with `dryRun` nothing is written.
+int importCommand(const std::filesystem::path& folder, const std::filesystem::path& file,
+                  bool dryRun);
+/// The same texts as one stream.
+int textCommand(const std::filesystem::path& file);
 /// Starts a model of one's own: a copy of the shipped template in `folder` (made if need be), with
 /// the settings that name files pointing there. Never replaces a model.
 int newCommand(const std::filesystem::path& folder, bool demo);

@@ -56,6 +56,7 @@ int main(int argc, char** argv) {
     addFileVerbs(app, status);
     addModelVerbs(app, status);
     addCompareVerbs(app, status);
+    addTextVerbs(app, status);
     addPublishVerbs(app, status);
     try {
         app.parse(argc, argv);

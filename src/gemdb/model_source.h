@@ -7,9 +7,9 @@
 
 namespace stelvan::gemdb {
 
-/// The model in a file, or in a folder that a model was exported to. Throws jet::Error,
-/// model::Refusal or std::runtime_error, the text beginning with the path that was named: verbs
-/// with several of them could not be told apart otherwise.
+/// The model in a file, or in a folder of texts. Throws jet::Error, model::Refusal or
+/// std::runtime_error, the text beginning with the path that was named: verbs with several of them
+/// could not be told apart otherwise.
 [[nodiscard]] model::Model readModel(const std::filesystem::path& path);
 
 }  // namespace stelvan::gemdb

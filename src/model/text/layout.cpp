@@ -1,5 +1,6 @@
 #include "model/text/layout.h"
 
+#include <algorithm>
 #include <array>
 
 namespace stelvan::model {
@@ -25,6 +26,12 @@ constexpr std::array<TextFile, 6> kFiles = {{
 
 std::span<const TextFile> textFiles() {
     return kFiles;
+}
+
+const TextFile& fileOf(Part part) {
+    return *std::ranges::find_if(kFiles, [part](const TextFile& file) {
+        return std::ranges::count(file.items, part) > 0 || file.links == part;
+    });
 }
 
 std::string_view sectionOf(Part part) {

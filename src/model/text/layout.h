@@ -38,6 +38,9 @@ struct TextFile {
 /// In the order in which a stream of all of them is written.
 [[nodiscard]] std::span<const TextFile> textFiles();
 
+/// The file in which a part stands.
+[[nodiscard]] const TextFile& fileOf(Part part);
+
 /// The table in which a file lists columns.
 inline constexpr std::string_view kColumnsSection = "columns";
 

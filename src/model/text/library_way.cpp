@@ -22,8 +22,9 @@ public:
     void read(const toml::table& root) {
         if (root.size() != 1)
             throw TomlFault(before_ + 1, "the section holds tables of another name");
-        const auto& [key, node] = *root.begin();
-        section_->name = kept(key.str());
+        const auto only = root.begin();  // keeps what the next lines look at
+        section_->name = kept(only->first.str());
+        const toml::node& node = only->second;
         const toml::array* entries = node.as_array();
         section_->isArray = entries != nullptr;
         const toml::table* table =

@@ -276,16 +276,10 @@ void sortWithLines(ModelText& text) {
     }
 }
 
-std::string_view fileOf(Part part) {
-    for (const TextFile& file : textFiles())
-        if (std::ranges::count(file.items, part) > 0 || file.links == part) return file.name;
-    return {};
-}
-
 }  // namespace
 
 std::string ModelText::where(Part part, std::size_t row) const {
-    return (folder / fileOf(part)).string() + ":" + std::to_string(lines[indexOf(part)][row]);
+    return (folder / fileOf(part).name).string() + ":" + std::to_string(lines[indexOf(part)][row]);
 }
 
 ModelText readText(const std::filesystem::path& folder, const Progress& progress) {

@@ -23,13 +23,12 @@ int fail(const std::string& text) {
 
 /// The paths that the verb was given, that of its file first.
 std::vector<std::string> pathsOf(const CLI::App& app) {
-    std::vector<std::string> paths;
+    std::vector<std::string> paths, others;
     for (const CLI::App* verb : app.get_subcommands())
         for (const CLI::Option* option : verb->get_options())
-            if (option->get_items_expected_max() > 0 && option->count() > 0) {
-                const auto at = option->get_positional() ? paths.begin() : paths.end();
-                paths.insert(at, option->results().front());
-            }
+            if (option->get_items_expected_max() > 0 && option->count() > 0)
+                (option->get_positional() ? paths : others).push_back(option->results().front());
+    paths.insert(paths.end(), others.begin(), others.end());
     return paths;
 }
 

@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "jet/database.h"
+#include "model/core/about_file.h"
 #include "model/core/sink.h"
 #include "model/core/write.h"
 
@@ -46,11 +47,14 @@ private:
     std::string path_;
 };
 
+jet::Database openToWrite(const fs::path& file) {
+    return jet::Database::open(file, jet::Access::ReadWrite);
+}
+
 /// The writers' turn at a file that is about to be replaced.
 class Turn {
 public:
-    explicit Turn(const fs::path& file)
-        : database_(jet::Database::open(file, jet::Access::ReadWrite)), unit_(database_) {}
+    explicit Turn(const fs::path& file) : database_(openToWrite(file)), unit_(database_) {}
 
 private:
     jet::Database database_;
@@ -58,7 +62,7 @@ private:
 };
 
 void changeInPlace(const fs::path& file, const Rewriting& change) {
-    jet::Database database = jet::Database::open(file, jet::Access::ReadWrite);
+    jet::Database database = openToWrite(file);
     jet::UnitOfWork unit(database);
     std::optional<Model> wanted = change(read(database));
     if (!wanted) return;
@@ -68,21 +72,22 @@ void changeInPlace(const fs::path& file, const Rewriting& change) {
 
 void changeCopy(const fs::path& source, const fs::path& out, const Rewriting& change) {
     std::optional<Turn> turn;
-    if (fs::exists(out)) turn.emplace(out);
-    const auto copied = [&](const fs::path& draft) -> std::optional<Model> {
+    aboutFile(out, [&] {
+        if (fs::exists(out)) turn.emplace(out);
+    });
+    Draft draft(out);
+    std::optional<Model> wanted = aboutFile(source, [&] {
         jet::Database database = jet::Database::open(source, jet::Access::ReadOnly);
         const auto unchanged = database.beginRead();
-        std::optional<Model> wanted = change(read(database));
-        if (wanted) copyWhole(source, draft);
-        return wanted;
-    };
-    Draft draft(out);
-    std::optional<Model> wanted = copied(draft.path());
+        std::optional<Model> made = change(read(database));
+        if (made) copyWhole(source, draft.path());
+        return made;
+    });
     if (!wanted) return;
-    {
-        jet::Database database = jet::Database::open(draft.path(), jet::Access::ReadWrite);
+    aboutFile(out, [&] {
+        jet::Database database = openToWrite(draft.path());
         write(database, *std::move(wanted));
-    }
+    });
     draft.finish();
 }
 
@@ -91,7 +96,7 @@ void changeCopy(const fs::path& source, const fs::path& out, const Rewriting& ch
 void rewrite(const fs::path& source, const fs::path& out, const Rewriting& change) {
     std::error_code none;
     if (fs::equivalent(source, out, none))
-        changeInPlace(source, change);
+        aboutFile(source, [&] { changeInPlace(source, change); });
     else
         changeCopy(source, out, change);
 }

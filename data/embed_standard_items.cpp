@@ -8,7 +8,7 @@
 
 namespace {
 
-using namespace stelvan::model;
+using namespace stelvan::data;
 
 /// As a string literal: every byte that is not plain ASCII as three octal digits.
 std::string literal(const std::string& text) {

@@ -83,4 +83,14 @@ if(Python3_FOUND AND EXISTS ${CMAKE_SOURCE_DIR}/tests/architecture/check_layers.
     add_test(NAME architecture.every_rule_is_where_its_index_says
              COMMAND ${Python3_EXECUTABLE} ${CMAKE_SOURCE_DIR}/tests/architecture/check_rules.py
                      ${CMAKE_SOURCE_DIR})
+    add_test(NAME architecture.no_link_of_the_documents_is_dead
+             COMMAND ${Python3_EXECUTABLE} ${CMAKE_SOURCE_DIR}/tests/architecture/check_links.py
+                     ${CMAKE_SOURCE_DIR})
 endif()
+
+# What is installed is enough to build with.
+add_test(NAME packaging.the_installed_library_builds_its_example
+         COMMAND ${CMAKE_COMMAND} -DBUILD=${CMAKE_BINARY_DIR} -DSOURCE=${CMAKE_SOURCE_DIR}
+                 -DFOLDER=${CMAKE_BINARY_DIR}/tests/installed_library
+                 -DFLAGS=$<$<BOOL:${STELVAN_SANITIZE}>:-fsanitize=address,undefined>
+                 -P ${CMAKE_SOURCE_DIR}/tests/packaging/installed_library.cmake)

@@ -93,8 +93,14 @@ void writeFixes(const std::filesystem::path& file, const CheckRequest& request, 
     const bool done = !request.dryRun;
     for (const model::Fix& fix : result.fixes)
         output.write(request.json ? jsonLine(fix, done) : plainLine(fix, done));
-    if (!result.copy.empty() && !request.json)
+    if (result.copy.empty()) return;
+    if (request.json) {
+        JsonLine line;
+        line.open('{').member("copy").text(result.copy.string());
+        output.write(line.close('}').take());
+    } else {
         output.write("the file as it was: " + result.copy.string() + "\n");
+    }
 }
 
 /// Scripts read the lines of a check of the structure alone: the faults, and nothing else.

@@ -31,6 +31,8 @@ private:
 
 /// The rows of the user tables (or of one named table) as JSON lines.
 int dumpCommand(const std::filesystem::path& file, const std::string& table);
+/// What the file is, who uses it, how many rows each category holds, and how it is set to talk.
+int infoCommand(const std::filesystem::path& file, bool json);
 /// The names of the user tables, one on each line.
 int tablesCommand(const std::filesystem::path& file);
 /// Columns, indexes and relationships as JSON lines.

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "base/text.h"
+#include "gemdb/application.h"
 #include "gemdb/commands.h"
-#include "gemdb/verbs.h"
 #include "model/core/refusal.h"
 
 namespace {
@@ -43,20 +43,9 @@ std::string withFile(const std::string& text, const std::vector<std::string>& pa
 }  // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app{"Looks into a GEM database, and changes it, from the command line.", "gemdb"};
-    app.set_version_flag("--version", std::to_string(STELVAN_VERSION_MAJOR) + "." +
-                                          std::to_string(STELVAN_VERSION_MINOR) + "." +
-                                          std::to_string(STELVAN_VERSION_PATCH));
-    app.footer(
-        "Exit status: 0 fine, 1 findings or differences, 2 it could not be done.\n"
-        "gemdb VERB --help shows the options of a verb, and examples.");
-    app.require_subcommand(1);
     int status = kDone;
-    addFileVerbs(app, status);
-    addModelVerbs(app, status);
-    addCompareVerbs(app, status);
-    addTextVerbs(app, status);
-    addPublishVerbs(app, status);
+    const auto application = makeApplication(status);
+    CLI::App& app = *application;
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& request) {

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 
+#include "gem/kinds.h"
 #include "jet/check/check.h"
-#include "model/check/record_reader.h"
+#include "model/check/links.h"
 #include "model/check/survey.h"
 
 namespace stelvan::model {
@@ -40,9 +41,11 @@ void checkTables(Survey& survey) {
 
 std::vector<Finding> check(const Model& model, const CheckOptions& options) {
     Survey survey(model, options.progress);
-    for (const auto& rules : {checkTables, checkFields, checkIdentities, checkLinks, checkReports,
-                              checkLists, checkAlarms, checkSettings, checkStandard})
+    for (const auto& rules :
+         {checkTables, checkFields, checkIdentities, checkSettings, checkStandard})
         rules(survey);
+    if (canFollow(model))
+        for (const auto& rules : {checkLinks, checkReports, checkLists, checkAlarms}) rules(survey);
     return survey.take();
 }
 

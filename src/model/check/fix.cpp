@@ -82,7 +82,6 @@ private:
 
     void mendLinks(Part part) {
         const PartFacts& facts = factsOf(part);
-        if (!model_[part].present) return;
         const LinkView view(model_, references_, part);
         for (const Item& link : view.all())
             if (const std::vector<LinkEnd> missing = view.missingEnds(link); !missing.empty())
@@ -152,6 +151,9 @@ void requireSound(const fs::path& file) {
 }  // namespace
 
 std::vector<Fix> fixesFor(const Model& model) {
+    if (!canFollow(model))
+        throw Refusal(
+            "tables or columns are missing, see check --model; nothing can be mended without them");
     return Plan(model).make();
 }
 

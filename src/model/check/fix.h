@@ -28,6 +28,7 @@ struct Fix {
 };
 
 /// What there is to mend, by part and identifier; the model must have been read from a file.
+/// Throws Refusal where tables or columns are missing: all links would seem to lead nowhere.
 [[nodiscard]] std::vector<Fix> fixesFor(const Model& model);
 
 struct FixResult {
@@ -37,8 +38,8 @@ struct FixResult {
 
 /// Mends the file in one unit of work, after it was copied beside itself under a name that is free
 /// ("gem.mdb.before-fix-20260314-091500"). Nothing is written where there is nothing to mend.
-/// Throws Refusal for a file whose structure is damaged, jet::Error and std::runtime_error; the
-/// file is then as before.
+/// Throws Refusal for a file that is damaged or lacks tables, jet::Error and std::runtime_error;
+/// the file is then as before.
 FixResult fix(const std::filesystem::path& file);
 
 }  // namespace stelvan::model

@@ -120,7 +120,7 @@ void checkReserved(Survey& survey, Part part) {
         survey.add(item, {Severity::Warning, "reserved-id", factsOf(part).id,
                           "The identifiers 0 to 100 belong to the items of the standard.",
                           "Add the " + std::string(factsOf(part).noun) +
-                              " again with an identifier from 101, and delete this one."});
+                              " again with an identifier from 101 in its place."});
     }
 }
 

@@ -1,5 +1,6 @@
 #include "model/check/links.h"
 
+#include <algorithm>
 #include <array>
 #include <set>
 #include <tuple>
@@ -64,6 +65,19 @@ void checkPart(Survey& survey, Part part) {
 }
 
 }  // namespace
+
+bool canFollow(const Model& model) {
+    return std::ranges::all_of(parts(), [&](const PartFacts& facts) {
+        const bool leads = isLinks(facts.part) || facts.kind == gem::Kind::Variable ||
+                           facts.kind == gem::Kind::CollectionEvent ||
+                           facts.kind == gem::Kind::Report;
+        const Table& table = model[facts.part];
+        const auto has = [&](std::string_view column) {
+            return column.empty() || table.find(column).has_value();
+        };
+        return !leads || (table.present && has(facts.id) && has(facts.target) && has(facts.order));
+    });
+}
 
 LinkView::LinkView(const Model& model, const CrossReference& references, Part part)
     : part_(part),

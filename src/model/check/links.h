@@ -18,6 +18,10 @@ struct OwnersLinks {
     std::vector<Item> doubled;
 };
 
+/// Whether the tables and columns are there through which links, lists and alarms lead to items.
+/// Without them everything would seem to lead nowhere.
+[[nodiscard]] bool canFollow(const Model& model);
+
 /// What one end of a link row leads to: "dangling-report" is the rule where it does not exist.
 struct LinkEnd {
     std::string_view rule;

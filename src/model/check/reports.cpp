@@ -1,4 +1,5 @@
 // Reports that carry nothing or that nobody sends, and events that send nothing.
+#include "gem/ids_and_names.h"
 #include "gem/links.h"
 #include "model/check/survey.h"
 
@@ -16,8 +17,11 @@ bool carriesVariable(const Survey& survey, std::int64_t report) {
 void checkReport(Survey& survey, const Item& report, std::int64_t id) {
     if (!carriesVariable(survey, id))
         survey.add(report, {Severity::Error, "empty-report", "", std::string(gem::kMustContainItem),
-                            "Open the report with \"Edit\" and choose its variables, or delete "
-                            "it."});
+                            gem::isReservedReport(report.idText())
+                                ? "Take its variables over from the shipped template; the editor "
+                                  "does not change reports of the standard."
+                                : "Open the report with \"Edit\" and choose its variables, or "
+                                  "delete it."});
     if (survey.references.eventsOfReport().of(id).empty())
         survey.add(report, {Severity::Note, "unused-report", "", "No event sends the report.",
                             "Choose it for an event, or leave that to the host."});

@@ -4,10 +4,12 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "model/compare/merge_lists.h"
 #include "model/core/sink.h"
 #include "model/publish/manual.h"
 #include "model/publish/sedd.h"
@@ -51,12 +53,25 @@ struct CheckRequest {
 /// Checks structure and model: a line for each finding, kFaultsFound from a warning upwards. The
 /// structure alone gives its faults as they always were, "page N: ...", and no count.
 int checkCommand(const std::filesystem::path& file, const CheckRequest& request);
-/// What differs between two models: for people, or as JSON lines; kFaultsFound where anything does.
 struct DiffOptions {
     bool json = false;
+    std::filesystem::path html = {};  // a page to write; empty: none
 };
+/// What differs between two models (files, or folders of texts): for people, as JSON lines, or as a
+/// page; kFaultsFound where anything does.
 int diffCommand(const std::filesystem::path& before, const std::filesystem::path& after,
                 const DiffOptions& options);
+struct MergeFiles {
+    std::filesystem::path base, ours, theirs;  // base and theirs may be folders of texts
+    std::filesystem::path out;                 // may be ours
+};
+struct MergeOptions {
+    std::optional<model::Side> decide = {};  // who is right in a conflict
+    bool dryRun = false;                     // says what would be done
+};
+/// Writes what both sides made of the base into a copy of ours, and prints what that changes in
+/// ours; kFaultsFound, and nothing written, where there are conflicts that nobody decides.
+int mergeCommand(const MergeFiles& files, const MergeOptions& options);
 /// The model as texts, one file for each kind of item, into a folder.
 int exportCommand(const std::filesystem::path& file, const std::filesystem::path& folder);
 /// Makes a file equal to such texts and prints each change; with `dryRun` nothing is written.

@@ -55,7 +55,9 @@ void printChanges(const model::WritePlan& plan, bool dryRun, Output& output) {
         model::differences(plan.before, plan.after, [&](model::ItemChange&& change) {
             model::writeChanges({&change, 1}, coloured,
                                 [&](std::string_view text) { output.write(text); });
-            counted.push_back({.change = change.change, .part = change.part});
+            model::ItemChange& kind = counted.emplace_back();
+            kind.change = change.change;
+            kind.part = change.part;
         });
     }
     output.write(model::summaryOf(counted, dryRun) + "\n");

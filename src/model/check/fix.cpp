@@ -142,17 +142,6 @@ fs::path freeName(const fs::path& file) {
     }
 }
 
-void copyTo(const fs::path& copy, const fs::path& file) {
-    writeWhole(copy, [&](const Sink& write) {
-        std::ifstream stream(file, std::ios::binary);
-        std::array<char, 1 << 16> piece;
-        while (stream.read(piece.data(), piece.size()), stream.gcount() > 0)
-            write({piece.data(), static_cast<std::size_t>(stream.gcount())});
-        if (stream.bad() || !stream.eof())
-            throw std::runtime_error(file.string() + ": could not be copied");
-    });
-}
-
 void requireSound(const fs::path& file) {
     if (needsAction(checkStructure(file)))
         throw Refusal(file.string() +
@@ -176,7 +165,7 @@ FixResult fix(const fs::path& file) {
     FixResult result{fixesFor(read(database)), {}};
     if (result.fixes.empty()) return result;
     result.copy = freeName(database.path());
-    copyTo(result.copy, database.path());
+    copyWhole(database.path(), result.copy);
     try {
         carryOut(database, result.fixes);
         unit.commit();

@@ -1,4 +1,4 @@
-// Style sheet and script of the manual, made of the files in page/ when the program is built.
+// Style sheets and scripts of the pages, made of the files in page/ when the program is built.
 #pragma once
 
 #include <string_view>
@@ -7,5 +7,6 @@ namespace stelvan::model {
 
 extern const std::string_view kManualStyle;
 extern const std::string_view kManualScript;
+extern const std::string_view kChangesStyle;
 
 }  // namespace stelvan::model

@@ -8,8 +8,11 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "base/run_time_error.h"
+#include "form/fault_mark.h"
 #include "form/inputs.h"
 #include "form/text.h"
+#include "gem/error_catalogue.h"
 
 namespace stelvan::form {
 namespace {
@@ -47,6 +50,17 @@ QString rawText(const TextBox& box) {
     return raw;
 }
 
+/// What the catalogue says of a marker; one that is no code of it is a message itself.
+QString messageOf(const QString& marker) {
+    static const gem::ErrorCatalogue catalogue = gem::lInitErrInfo();
+    try {
+        const std::string& message = gem::entryOfMarker(catalogue, toUtf8(marker)).message;
+        return message.empty() ? marker : toQt(message).trimmed();
+    } catch (const base::RunTimeError&) {
+        return marker;
+    }
+}
+
 QString withStoredBreaks(const QString& text) {
     QString stored = text;
     return stored.replace(QStringLiteral("\n"), QStringLiteral("\r\n"));
@@ -66,7 +80,8 @@ qsizetype storedLengthOf(const QString& stored, qsizetype shown) {
 
 }  // namespace
 
-Field::Field(QWidget* widget) : QObject(widget), widget_(widget), kind_(kindOf(widget)) {
+Field::Field(QWidget* widget)
+    : QObject(widget), widget_(widget), mark_(new FaultMark(*widget)), kind_(kindOf(widget)) {
     widget_->setProperty(kTag, QStringLiteral("0"));
     widget_->installEventFilter(this);
     switch (kind_) {
@@ -244,6 +259,7 @@ void Field::setLocked(bool locked) {
             setEnabled(!locked);
             break;
     }
+    applyMark();
 }
 
 bool Field::isEnabled() const {
@@ -252,6 +268,7 @@ bool Field::isEnabled() const {
 
 void Field::setEnabled(bool enabled) {
     widget_->setEnabled(enabled);
+    applyMark();
 }
 
 void Field::setColour(Colour colour) {
@@ -275,6 +292,16 @@ QString Field::marker() const {
 
 void Field::setMarker(const QString& code) {
     widget_->setProperty(kTag, code);
+    applyMark();
+}
+
+QString Field::faultShown() const {
+    return mark_->message();
+}
+
+void Field::applyMark() {
+    // A closed field cannot be mended, and keeps its marker until the next edit begins.
+    mark_->setMessage(hasException() && isOpen() ? messageOf(marker()) : QString());
 }
 
 void Field::setMaxLength(int characters) {

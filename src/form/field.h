@@ -15,6 +15,8 @@ class QWidget;
 
 namespace stelvan::form {
 
+class FaultMark;
+
 class Field : public QObject {
     Q_OBJECT
 public:
@@ -49,9 +51,13 @@ public:
     void setColour(Colour colour);
 
     /// The exception marker, the widget's property "Tag": a catalogue code as text, "0" when valid.
+    /// While the field is open, one that is not "0" shows as a mark with the catalogue's message
+    /// (or the marker itself, where it is no code).
     [[nodiscard]] QString marker() const;
     void setMarker(const QString& code);
     [[nodiscard]] bool hasException() const { return marker() != QStringLiteral("0"); }
+    /// What the mark says; empty while there is none.
+    [[nodiscard]] QString faultShown() const;
 
     /// Limits typing and pasting only.
     void setMaxLength(int characters);
@@ -85,6 +91,7 @@ private:
     void connectLine();
     void connectCombo();
     void applyLook();
+    void applyMark();
     void noteUserChange();
     void cleanInsertedBlanks();
     void keepLimit();
@@ -93,6 +100,7 @@ private:
     void showMultiLine(const QString& text);
 
     QWidget* widget_;
+    FaultMark* mark_;
     Kind kind_;
     Colour colour_ = Colour::WindowBackground;
     bool locked_ = false;

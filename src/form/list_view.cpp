@@ -13,7 +13,7 @@
 namespace stelvan::form {
 namespace {
 
-constexpr int kColumnMargin = 4;  // digits of room around a column of fixed width
+constexpr int kColumnMargin = 2;  // digits of room around a text
 
 /// Narrows to rows that hold a text in a column that is seen.
 class ShownRows : public QSortFilterProxyModel {
@@ -63,9 +63,32 @@ ListView::ListView(QWidget* parent)
 bool ListView::eventFilter(QObject* watched, QEvent* event) {
     if (watched == header()->viewport()) {
         if (event->type() == QEvent::MouseButtonPress) headerPressed_ = true;
-        if (event->type() == QEvent::MouseButtonRelease) headerPressed_ = false;
+        if (event->type() == QEvent::MouseButtonRelease) {
+            headerPressed_ = false;
+            if (dragged_) noteDrag();
+        }
     }
     return QTreeView::eventFilter(watched, event);
+}
+
+QString ListView::headersKey() const {
+    return rows_->headers().join(QLatin1Char(','));
+}
+
+void ListView::noteDrag() {
+    QVariantList widths;
+    for (int c = 0; c < rows_->columnCount(); ++c) widths << columnWidth(c);
+    draggedWidths_.insert(headersKey(), widths);
+}
+
+void ListView::showDragged() {
+    const QVariantList widths = draggedWidths_.value(headersKey()).toList();
+    dragged_ = widths.size() == rows_->columnCount();
+    for (int c = 0; dragged_ && c < rows_->columnCount(); ++c) {
+        setColumnHidden(c, widths_[static_cast<std::size_t>(c)] == 0);
+        if (!isColumnHidden(c))
+            setColumnWidth(c, std::max(widths[c].toInt(), header()->minimumSectionSize()));
+    }
 }
 
 void ListView::setHeaders(const QStringList& headers) {
@@ -81,30 +104,35 @@ QStringList ListView::headers() const {
 void ListView::setWidths(const std::vector<int>& widths) {
     widths_ = widths;
     if (widths.empty()) widths_.assign(static_cast<std::size_t>(rows_->columnCount()), 1);
-    dragged_ = false;
+    widths_.resize(static_cast<std::size_t>(rows_->columnCount()), 1);
     header()->setStretchLastSection(false);  // it would compete with the shares
+    showDragged();
     shareWidth();
+}
+
+int ListView::neededWidth(int column, int mostDigits) const {
+    QString longest;
+    for (const ListRow& row : rows_->rows())
+        if (row.texts.value(column).size() > longest.size()) longest = row.texts.value(column);
+    const int digit = fontMetrics().horizontalAdvance(QLatin1Char('0'));
+    const int text = std::min(fontMetrics().horizontalAdvance(longest), mostDigits * digit);
+    return std::max(text + kColumnMargin * digit, header()->sectionSizeHint(column));
 }
 
 void ListView::shareWidth() {
     if (widths_.empty() || dragged_) return;
     const int columns = std::min(static_cast<int>(widths_.size()), rows_->columnCount());
-    const auto fixedWidth = [this](int column) {
-        const int digits = fontMetrics().horizontalAdvance(QLatin1Char('0'));
-        const int share = widths_[static_cast<std::size_t>(column)];
-        return std::max((kColumnMargin - share) * digits, header()->sectionSizeHint(column));
-    };
     int room = viewport()->width();
     int shares = 0;
     for (int c = 0; c < columns; ++c) {
         const int share = widths_[static_cast<std::size_t>(c)];
-        if (share < 0) room -= fixedWidth(c);
+        setColumnHidden(c, share == 0);
+        if (share < 0) setColumnWidth(c, neededWidth(c, -share));
+        if (share < 0) room -= columnWidth(c);
         shares += std::max(share, 0);
     }
     for (int c = 0; c < columns; ++c) {
         const int share = widths_[static_cast<std::size_t>(c)];
-        setColumnHidden(c, share == 0);
-        if (share < 0) setColumnWidth(c, fixedWidth(c));
         if (share > 0)
             setColumnWidth(c, std::max(room * share / shares, header()->sectionSizeHint(c)));
     }
@@ -124,10 +152,12 @@ void ListView::clearRows() {
 
 void ListView::appendRow(const ListRow& row) {
     rows_->appendRow(row);
+    shareWidth();
 }
 
 void ListView::setRows(const std::vector<ListRow>& rows) {
     rows_->setRows(rows);
+    shareWidth();
     selectRow(rows.empty() ? -1 : 0);
 }
 

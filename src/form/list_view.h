@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTreeView>
+#include <QVariantMap>
 #include <vector>
 
 #include "form/look.h"
@@ -32,9 +33,13 @@ public:
     [[nodiscard]] QStringList headers() const;
 
     /// How the columns share the width, until the user drags one: a positive number is a share, 0
-    /// hides the column, -n gives it the width of n digits (or of its header). None at all: they
-    /// share it alike.
+    /// hides the column, -n gives it what its longest text needs, up to n digits (or its header).
+    /// None at all: they share it alike. Columns that the user has dragged are as he left them.
     void setWidths(const std::vector<int>& widths);
+
+    /// The widths that the user gave to columns by dragging, by their headers; for a later start.
+    [[nodiscard]] QVariantMap draggedWidths() const { return draggedWidths_; }
+    void setDraggedWidths(const QVariantMap& widths) { draggedWidths_ = widths; }
 
     /// Whether rows show a check box in their first column.
     void setCheckable(bool checkable);
@@ -89,6 +94,10 @@ protected:
 
 private:
     void shareWidth();
+    [[nodiscard]] int neededWidth(int column, int mostDigits) const;
+    [[nodiscard]] QString headersKey() const;
+    void noteDrag();
+    void showDragged();
     void applyLook();
     void scrollByKey(QKeyEvent* event);
 
@@ -99,6 +108,7 @@ private:
     std::vector<int> widths_;
     bool headerPressed_ = false;
     bool dragged_ = false;
+    QVariantMap draggedWidths_;
 };
 
 }  // namespace stelvan::form

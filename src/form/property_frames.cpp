@@ -17,7 +17,8 @@ constexpr int kNumberCharacters = 22;
 constexpr int kUnitCharacters = 16;
 constexpr int kGroupCharacters = 48;
 constexpr int kComboCharacters = 18;
-constexpr int kTextLines = 5;
+constexpr int kTextLines = 6;
+constexpr int kAlarmTextLines = 12;  // nothing below it needs the room
 
 QString tr(const char* text) {
     return QString::fromUtf8(text);
@@ -99,7 +100,7 @@ void buildAlmFrame(QGroupBox& frame, MainForm& form) {
     rows.line(txtAlmID, tr("&ID"), kIdCharacters);
     rows.endRow();
     rows.line(txtAlmGroup, tr("&Group"), kGroupCharacters);
-    rows.text(txtAlmText, tr("Alarm &text"), kTextLines);
+    rows.text(txtAlmText, tr("Alarm &text"), kAlarmTextLines);
     rows.check(chkAlmEnable, tr("Ena&bled"));
     rows.beginRow();
     rows.line(txtAlmSetCEName, tr("Set CE name"));
@@ -109,6 +110,7 @@ void buildAlmFrame(QGroupBox& frame, MainForm& form) {
     rows.line(txtAlmClrCEName, tr("Clear CE name"));
     rows.line(txtAlmClrCEID, tr("Clear CEID"), kIdCharacters);
     rows.endRow();
+    rows.fillUp();
 }
 
 void buildEvtFrame(QGroupBox& frame, MainForm& form) {

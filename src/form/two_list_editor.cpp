@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "form/form_rows.h"
 #include "form/text.h"
@@ -10,14 +11,34 @@
 namespace stelvan::form {
 namespace {
 
-constexpr int kLeastListRows = 5;
-constexpr int kStretchOfLists = 3;
+constexpr int kLeastListRows = 3;
+constexpr int kLeastListCharacters = 18;
+constexpr int kGap = 10;
+
+/// What the editor's parts lie on. It wants the room of all of them whether or not they are shown,
+/// so that beginning an edit moves and widens nothing around it.
+class EditorArea : public QWidget {
+public:
+    [[nodiscard]] QSize minimumSizeHint() const override {
+        int width = 0;
+        int height = 0;
+        for (const auto* button : findChildren<QPushButton*>(Qt::FindDirectChildrenOnly)) {
+            width = std::max(width, button->sizeHint().width());
+            height += button->sizeHint().height() + kGap;
+        }
+        const ListView* const list = findChild<ListView*>();
+        const int lists = list->minimumHeight() + 2 * kGap + 2 * fontMetrics().lineSpacing();
+        const QSize all(width + 2 * (list->minimumWidth() + kGap), std::max(height, lists));
+        return layout()->minimumSize().expandedTo(all);
+    }
+};
 
 ListView* list(gem::Control name, const QString& caption) {
     auto* view = new ListView;
     view->setObjectName(toQt(gem::nameOf(name)));
     view->setAccessibleName(QString(caption).remove(QLatin1Char(':')));
     view->setMinimumHeight((kLeastListRows + 1) * (view->fontMetrics().height() + 4));
+    view->setMinimumWidth(kLeastListCharacters * view->fontMetrics().averageCharWidth());
     return view;
 }
 
@@ -76,13 +97,13 @@ TwoListEditor buildEditor(const EditorNames& names) {
     auto* selectedSide = new QVBoxLayout;
     selectedSide->addWidget(editor.selectedLabel);
     selectedSide->addWidget(editor.selected, 1);
-    editor.area = new QWidget;
+    editor.area = new EditorArea;
     QSizePolicy tall(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    tall.setVerticalStretch(kStretchOfLists);
+    tall.setVerticalStretch(1);
     editor.area->setSizePolicy(tall);
     auto* sides = new QHBoxLayout(editor.area);
     sides->setContentsMargins(0, 0, 0, 0);
-    sides->setSpacing(10);
+    sides->setSpacing(kGap);
     sides->addLayout(poolSide);
     sides->addLayout(buttons);
     sides->addLayout(selectedSide);

@@ -66,6 +66,7 @@ void GridView::showGrid() {
     window_.form.showFrame(kGridFrame);
     // Only now it has its width.
     if (!gem::isVariable(window_.state.category)) form::fitColumns(*window_.form.DBGridGEM);
+    window_.form.gridColumns->apply();
     window_.form.nav.fraDBOperation->setEnabled(false);
 }
 

@@ -111,6 +111,7 @@ void buildFrames(MainForm& form) {
     buildSttFrame(*form.Frame[5], form);
     buildRptFrame(*form.Frame[6], form);
     form.DBGridGEM = buildGrid(*form.Frame[7]);
+    form.gridColumns = new DraggedColumns(*form.DBGridGEM->horizontalHeader());
     const char* const captions[] = {"",
                                     "Var Property",
                                     "Alarm Property",

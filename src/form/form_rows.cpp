@@ -20,7 +20,7 @@ constexpr int kInputColumn = 1;
 constexpr int kSecondLabelColumn = 2;
 constexpr int kSecondInputColumn = 3;
 constexpr int kColumns = 4;
-constexpr int kGapBetweenPairs = 10;
+constexpr int kGapBetweenPairs = 4;
 constexpr int kSpacing = 10;
 
 bool takesAllWidth(const QWidget& input) {

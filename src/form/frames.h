@@ -6,6 +6,7 @@
 #include <QString>
 #include <array>
 
+#include "form/dragged_columns.h"
 #include "form/error_area.h"
 #include "form/field.h"
 #include "form/frame_stack.h"
@@ -69,6 +70,7 @@ struct MainForm {
     FrameStack* frames = nullptr;
     std::array<QGroupBox*, kFrames> Frame{};  // objectName Frame0 to Frame7, pages of the stack
     QTableView* DBGridGEM = nullptr;
+    DraggedColumns* gridColumns = nullptr;
     QTabBar* tspData = nullptr;  // tab 0 "Properties" (index 1 of the rules), tab 1 "View All"
     QLabel* lblPropertyType = nullptr;
     QLabel* lblErrorLog = nullptr;

@@ -37,7 +37,10 @@ private:
 }  // namespace
 
 ListView::ListView(QWidget* parent)
-    : QTreeView(parent), rows_(new ListRows(this)), shown_(new ShownRows(*this)) {
+    : QTreeView(parent),
+      rows_(new ListRows(this)),
+      shown_(new ShownRows(*this)),
+      dragged_(new DraggedColumns(*header())) {
     shown_->setParent(this);
     shown_->setSourceModel(rows_);
     shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
@@ -53,42 +56,7 @@ ListView::ListView(QWidget* parent)
     connect(this, &QTreeView::doubleClicked, this, [this](const QModelIndex& index) {
         if (open_) emit rowActivated(shown_->mapToSource(index).row());
     });
-    connect(header(), &QHeaderView::sectionResized, this, [this] {
-        if (headerPressed_) dragged_ = true;
-    });
-    header()->viewport()->installEventFilter(this);
     applyLook();
-}
-
-bool ListView::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == header()->viewport()) {
-        if (event->type() == QEvent::MouseButtonPress) headerPressed_ = true;
-        if (event->type() == QEvent::MouseButtonRelease) {
-            headerPressed_ = false;
-            if (dragged_) noteDrag();
-        }
-    }
-    return QTreeView::eventFilter(watched, event);
-}
-
-QString ListView::headersKey() const {
-    return rows_->headers().join(QLatin1Char(','));
-}
-
-void ListView::noteDrag() {
-    QVariantList widths;
-    for (int c = 0; c < rows_->columnCount(); ++c) widths << columnWidth(c);
-    draggedWidths_.insert(headersKey(), widths);
-}
-
-void ListView::showDragged() {
-    const QVariantList widths = draggedWidths_.value(headersKey()).toList();
-    dragged_ = widths.size() == rows_->columnCount();
-    for (int c = 0; dragged_ && c < rows_->columnCount(); ++c) {
-        setColumnHidden(c, widths_[static_cast<std::size_t>(c)] == 0);
-        if (!isColumnHidden(c))
-            setColumnWidth(c, std::max(widths[c].toInt(), header()->minimumSectionSize()));
-    }
 }
 
 void ListView::setHeaders(const QStringList& headers) {
@@ -106,8 +74,8 @@ void ListView::setWidths(const std::vector<int>& widths) {
     if (widths.empty()) widths_.assign(static_cast<std::size_t>(rows_->columnCount()), 1);
     widths_.resize(static_cast<std::size_t>(rows_->columnCount()), 1);
     header()->setStretchLastSection(false);  // it would compete with the shares
-    showDragged();
     shareWidth();
+    dragged_->apply();
 }
 
 int ListView::neededWidth(int column, int mostDigits) const {
@@ -120,13 +88,14 @@ int ListView::neededWidth(int column, int mostDigits) const {
 }
 
 void ListView::shareWidth() {
-    if (widths_.empty() || dragged_) return;
+    if (widths_.empty()) return;
     const int columns = std::min(static_cast<int>(widths_.size()), rows_->columnCount());
+    for (int c = 0; c < columns; ++c) setColumnHidden(c, widths_[static_cast<std::size_t>(c)] == 0);
+    if (dragged_->any()) return;
     int room = viewport()->width();
     int shares = 0;
     for (int c = 0; c < columns; ++c) {
         const int share = widths_[static_cast<std::size_t>(c)];
-        setColumnHidden(c, share == 0);
         if (share < 0) setColumnWidth(c, neededWidth(c, -share));
         if (share < 0) room -= columnWidth(c);
         shares += std::max(share, 0);

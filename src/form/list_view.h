@@ -7,9 +7,9 @@
 #include <QString>
 #include <QStringList>
 #include <QTreeView>
-#include <QVariantMap>
 #include <vector>
 
+#include "form/dragged_columns.h"
 #include "form/look.h"
 
 class QSortFilterProxyModel;
@@ -37,9 +37,7 @@ public:
     /// None at all: they share it alike. Columns that the user has dragged are as he left them.
     void setWidths(const std::vector<int>& widths);
 
-    /// The widths that the user gave to columns by dragging, by their headers; for a later start.
-    [[nodiscard]] QVariantMap draggedWidths() const { return draggedWidths_; }
-    void setDraggedWidths(const QVariantMap& widths) { draggedWidths_ = widths; }
+    [[nodiscard]] DraggedColumns& draggedColumns() const { return *dragged_; }
 
     /// Whether rows show a check box in their first column.
     void setCheckable(bool checkable);
@@ -88,16 +86,12 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
 
 private:
     void shareWidth();
     [[nodiscard]] int neededWidth(int column, int mostDigits) const;
-    [[nodiscard]] QString headersKey() const;
-    void noteDrag();
-    void showDragged();
     void applyLook();
     void scrollByKey(QKeyEvent* event);
 
@@ -106,9 +100,7 @@ private:
     Colour colour_ = Colour::WindowBackground;
     bool open_ = true;
     std::vector<int> widths_;
-    bool headerPressed_ = false;
-    bool dragged_ = false;
-    QVariantMap draggedWidths_;
+    DraggedColumns* dragged_;
 };
 
 }  // namespace stelvan::form

@@ -8,45 +8,18 @@
 
 #include "form/inputs.h"
 #include "form/look.h"
+#include "form/pictures.h"
 #include "form/text.h"
 
 namespace stelvan::form {
 namespace {
 
 constexpr double kFrame = 2;
-constexpr int kPicture = 16;
 constexpr int kGap = 4;
 
 QLineEdit* lineIn(QWidget& widget) {
     if (auto* combo = qobject_cast<QComboBox*>(&widget)) return combo->lineEdit();
     return qobject_cast<QLineEdit*>(&widget);
-}
-
-/// A disc with an exclamation mark.
-void drawPicture(QPainter& painter, const QRectF& square, const QColor& colour) {
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(colour);
-    painter.drawEllipse(square.adjusted(1, 1, -1, -1));
-    const double unit = square.width() / kPicture;
-    const QPointF middle = square.center();
-    painter.setBrush(contrast(Qt::white, colour) > contrast(Qt::black, colour) ? Qt::white
-                                                                               : Qt::black);
-    painter.drawRect(QRectF(middle.x() - unit, middle.y() - 4.5 * unit, 2 * unit, 5.5 * unit));
-    painter.drawRect(QRectF(middle.x() - unit, middle.y() + 2.5 * unit, 2 * unit, 2 * unit));
-}
-
-QIcon pictureIn(const QColor& colour) {
-    QIcon icon;
-    for (int scale = 1; scale <= 4; ++scale) {
-        QPixmap pixmap(kPicture * scale, kPicture * scale);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        drawPicture(painter, pixmap.rect(), colour);
-        painter.end();
-        icon.addPixmap(pixmap);
-    }
-    return icon;
 }
 
 }  // namespace
@@ -61,18 +34,26 @@ FaultMark::FaultMark(QWidget& marked) : QWidget(&marked), marked_(marked), line_
 
 void FaultMark::setMessage(const QString& message) {
     if (message == message_) return;
-    if (message_.isEmpty()) {
-        formerToolTip_ = marked_.toolTip();
-        formerDescription_ = marked_.accessibleDescription();
-    }
+    if (message_.isEmpty()) formerToolTip_ = marked_.toolTip();
     message_ = message;
     const bool marks = !message.isEmpty();
     marked_.setToolTip(marks ? asToolTip(message) : formerToolTip_);
-    marked_.setAccessibleDescription(marks ? message : formerDescription_);
+    describe();
     showPicture();
     cover();
     setVisible(marks);
     raise();
+}
+
+void FaultMark::setDescription(const QString& description) {
+    description_ = description;
+    describe();
+}
+
+void FaultMark::describe() {
+    const bool both = !message_.isEmpty() && !description_.isEmpty();
+    marked_.setAccessibleDescription(message_ + (both ? QStringLiteral(" ") : QString()) +
+                                     description_);
 }
 
 void FaultMark::showPicture() {
@@ -83,11 +64,11 @@ void FaultMark::showPicture() {
             picture_->setObjectName(QStringLiteral("faultPicture"));
         }
         if (picture_ == nullptr) return;
-        if (marks) picture_->setIcon(pictureIn(faultColour(QGuiApplication::palette())));
+        if (marks) picture_->setIcon(faultIcon(faultColour(QGuiApplication::palette())));
         picture_->setToolTip(marked_.toolTip());
         picture_->setVisible(marks);
     } else if (auto* text = qobject_cast<TextBox*>(&marked_)) {
-        text->setRightMargin(marks ? kPicture + kGap : 0);
+        text->setRightMargin(marks ? kPictureSize + kGap : 0);
     }
 }
 
@@ -109,10 +90,10 @@ void FaultMark::paintEvent(QPaintEvent*) {
     constexpr double kHalf = kFrame / 2;
     painter.drawRoundedRect(QRectF(rect()).adjusted(kHalf, kHalf, -kHalf, -kHalf), 2, 2);
     if (const auto* text = qobject_cast<TextBox*>(&marked_))
-        drawPicture(
-            painter,
-            QRectF(text->viewport()->geometry().right() + kGap / 2, 2 * kFrame, kPicture, kPicture),
-            colour);
+        drawFault(painter,
+                  QRectF(text->viewport()->geometry().right() + kGap / 2, 2 * kFrame, kPictureSize,
+                         kPictureSize),
+                  colour);
 }
 
 }  // namespace stelvan::form

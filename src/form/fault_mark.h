@@ -22,6 +22,8 @@ public:
     /// were before.
     void setMessage(const QString& message);
     [[nodiscard]] const QString& message() const { return message_; }
+    /// What is said of the widget beside its fault.
+    void setDescription(const QString& description);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -29,6 +31,7 @@ protected:
 
 private:
     void showPicture();
+    void describe();
     void cover();
 
     QWidget& marked_;
@@ -36,7 +39,7 @@ private:
     QAction* picture_ = nullptr;  // in a line, which keeps its text away from it
     QString message_;
     QString formerToolTip_;
-    QString formerDescription_;
+    QString description_;
 };
 
 }  // namespace stelvan::form

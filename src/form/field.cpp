@@ -1,7 +1,9 @@
 #include "form/field.h"
 
+#include <QAction>
 #include <QCheckBox>
-#include <QEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <QTextDocument>
@@ -11,6 +13,7 @@
 #include "base/run_time_error.h"
 #include "form/fault_mark.h"
 #include "form/inputs.h"
+#include "form/pictures.h"
 #include "form/text.h"
 #include "gem/error_catalogue.h"
 
@@ -59,6 +62,12 @@ QString messageOf(const QString& marker) {
     } catch (const base::RunTimeError&) {
         return marker;
     }
+}
+
+bool asksForList(const QKeyEvent& event) {
+    return event.key() == Qt::Key_F4
+               ? event.modifiers() == Qt::NoModifier
+               : event.key() == Qt::Key_Down && event.modifiers().testFlag(Qt::AltModifier);
 }
 
 QString withStoredBreaks(const QString& text) {
@@ -277,6 +286,8 @@ void Field::setColour(Colour colour) {
 }
 
 void Field::applyLook() {
+    if (choice_ != nullptr)
+        choice_->setIcon(downArrow(QGuiApplication::palette().color(QPalette::Text)));
     if (kind_ == Kind::Check) {
         applyColour(*widget_, colour_, {QPalette::Window, QPalette::WindowText});
     } else if (kind_ == Kind::Combo && !comboOf(widget_)->isEditable()) {
@@ -302,6 +313,20 @@ QString Field::faultShown() const {
 void Field::applyMark() {
     // A closed field cannot be mended, and keeps its marker until the next edit begins.
     mark_->setMessage(hasException() && isOpen() ? messageOf(marker()) : QString());
+    if (choice_ != nullptr) choice_->setVisible(isOpen());
+}
+
+void Field::setDescription(const QString& text) {
+    mark_->setDescription(text);
+}
+
+void Field::offerChoice(const QString& what) {
+    choice_ = lineOf(widget_)->addAction(QIcon(), QLineEdit::TrailingPosition);
+    choice_->setObjectName(QStringLiteral("choice"));
+    choice_->setToolTip(what);
+    connect(choice_, &QAction::triggered, this, &Field::choiceWanted);
+    applyLook();
+    applyMark();
 }
 
 void Field::setMaxLength(int characters) {
@@ -354,6 +379,11 @@ void Field::leave() {
 }
 
 bool Field::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == widget_ && event->type() == QEvent::KeyPress && choice_ != nullptr && isOpen() &&
+        asksForList(static_cast<const QKeyEvent&>(*event))) {
+        emit choiceWanted();
+        return true;
+    }
     if (watched == widget_ && event->type() == QEvent::PaletteChange) applyLook();
     return QObject::eventFilter(watched, event);
 }

@@ -11,6 +11,7 @@
 
 #include "form/look.h"
 
+class QAction;
 class QWidget;
 
 namespace stelvan::form {
@@ -69,6 +70,13 @@ public:
     /// Greyed text shown while there is none: a stored text that a combo box does not offer.
     [[nodiscard]] QString hint() const;
 
+    /// What assistive tools say of it beside its name; a fault comes before it.
+    void setDescription(const QString& text);
+
+    /// Single-line: while it is open, F4, Alt+Down and a button in it ask for a list to choose
+    /// from. `what` is the button's tool tip.
+    void offerChoice(const QString& what);
+
     [[nodiscard]] bool isVisible() const;  // as its frame would show it
     void setVisible(bool visible);
     void setFocus();
@@ -83,6 +91,8 @@ signals:
     void chosen();
     /// The user took the focus to another control of the window (see FocusWatch).
     void lostFocus();
+    /// The user asked for the list that offerChoice() offers.
+    void choiceWanted();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -101,6 +111,7 @@ private:
 
     QWidget* widget_;
     FaultMark* mark_;
+    QAction* choice_ = nullptr;
     Kind kind_;
     Colour colour_ = Colour::WindowBackground;
     bool locked_ = false;

@@ -177,6 +177,10 @@ QHBoxLayout* FormRows::sharedRow(const QString& label, QWidget* buddy) {
     return row;
 }
 
+void FormRows::beside(QWidget* text) {
+    grid_->addWidget(text, next_++, kInputColumn, 1, kColumns - 1);
+}
+
 void FormRows::below(QWidget* area) {
     QSizePolicy kept = area->sizePolicy();
     kept.setRetainSizeWhenHidden(true);

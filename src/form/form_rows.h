@@ -36,6 +36,9 @@ public:
     /// A row of inputs of which one is shown at a time; the first is the label's buddy.
     QHBoxLayout* sharedRow(const QString& label, QWidget* buddy);
 
+    /// A text in the column of the inputs, in a row of its own.
+    void beside(QWidget* text);
+
     /// What the frame has below its inputs; takes the height that is left, which stays empty while
     /// the area is hidden, so that the inputs keep their places.
     void below(QWidget* area);

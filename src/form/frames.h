@@ -89,6 +89,8 @@ struct MainForm {
 
     QPushButton* cmdSttBrowse = nullptr;
     QPushButton* cmdSttDefBrowse = nullptr;
+    QLabel* lblSttRange = nullptr;    // what the setting takes, with its unit
+    QLabel* lblSttMeaning = nullptr;  // what it is for
 
     /// lvwItemSelection, lvwChildItems, lblExistingItems, lblChildItems, cmdSelect, cmdDeselect,
     /// cmdOrderUp, cmdOrderDown.

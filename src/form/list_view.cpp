@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "form/fault_mark.h"
 #include "form/list_rows.h"
 
 namespace stelvan::form {
@@ -40,7 +41,8 @@ ListView::ListView(QWidget* parent)
     : QTreeView(parent),
       rows_(new ListRows(this)),
       shown_(new ShownRows(*this)),
-      dragged_(new DraggedColumns(*header())) {
+      dragged_(new DraggedColumns(*header())),
+      mark_(new FaultMark(*this)) {
     shown_->setParent(this);
     shown_->setSourceModel(rows_);
     shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
@@ -182,7 +184,12 @@ void ListView::selectRow(int row) {
 void ListView::setOpen(bool open) {
     open_ = open;
     rows_->setOpen(open);
+    if (!open) setFault({});
     applyLook();
+}
+
+void ListView::setFault(const QString& message) {
+    mark_->setMessage(open_ ? message : QString());
 }
 
 void ListView::setColour(Colour colour) {

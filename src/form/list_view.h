@@ -16,6 +16,8 @@ class QSortFilterProxyModel;
 
 namespace stelvan::form {
 
+class FaultMark;
+
 struct ListRow {
     QStringList texts;  // column 1 to n
     bool checked = false;
@@ -62,12 +64,16 @@ public:
     [[nodiscard]] int selectedRow() const;
     void selectRow(int row);
 
-    /// Closed: can be scrolled, but nothing in it selected or checked by the user.
+    /// Closed: can be scrolled, but nothing in it selected or checked by the user, and no fault of
+    /// it shown.
     void setOpen(bool open);
     [[nodiscard]] bool isOpen() const { return open_; }
 
     [[nodiscard]] Colour colour() const { return colour_; }
     void setColour(Colour colour);
+
+    /// Marks the list with what is wrong with it; empty: nothing. An open one only.
+    void setFault(const QString& message);
 
     /// Narrows what is shown to rows holding `text` (letter case ignored); the rows stay what they
     /// are.
@@ -101,6 +107,7 @@ private:
     bool open_ = true;
     std::vector<int> widths_;
     DraggedColumns* dragged_;
+    FaultMark* mark_;
 };
 
 }  // namespace stelvan::form

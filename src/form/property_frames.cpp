@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 
 #include "form/form_rows.h"
@@ -32,6 +33,14 @@ QPushButton* browseButton(const char* name, const QString& what) {
     return button;
 }
 
+/// Beside or below the values: what the setting takes, what it means.
+QLabel* fact(const char* name) {
+    auto* label = new QLabel;
+    label->setObjectName(QLatin1String(name));
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
 /// The three alternatives of one settings value over each other, and its browse button.
 struct SettingInput {
     gem::Control text;
@@ -56,6 +65,7 @@ QPushButton* settingInput(FormRows& rows, MainForm& form, const SettingInput& na
         input->setVisible(name == names.text);
     }
     row->addWidget(browse);
+    if (names.text == txtSttValue) row->addWidget(form.lblSttRange = fact("lblSttRange"));
     row->addStretch(0);
     browse->hide();
     return browse;
@@ -151,6 +161,9 @@ void buildSttFrame(QGroupBox& frame, MainForm& form) {
     form.cmdSttDefBrowse = settingInput(
         rows, form, {txtSttDefValue, cmbSttDefValue, chkSttDefValue, "cmdSttDefBrowse"},
         tr("Defau&lt value"), tr("Default value"));
+    form.lblSttMeaning = fact("lblSttMeaning");
+    form.lblSttMeaning->setWordWrap(true);
+    rows.beside(form.lblSttMeaning);
     rows.fillUp();
 }
 

@@ -9,7 +9,7 @@ required_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libsqlite3-dev
 test_packages=(libgtest-dev libgmock-dev python3 gzip)
 bench_packages=(libbenchmark-dev)
 # Faster builds, independent readers for tests and benchmarks, a display for machines without one, fonts.
-helpful_packages=(ccache lld mdbtools xvfb xauth fonts-dejavu-core)
+helpful_packages=(ccache lld mdbtools xvfb xauth fonts-dejavu-core openbox imagemagick)
 
 say() { printf '%s\n' "$*" >&2; }
 

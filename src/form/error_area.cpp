@@ -5,6 +5,7 @@
 #include <QSplitter>
 #include <QTextBlock>
 #include <algorithm>
+#include <cmath>
 
 namespace stelvan::form {
 namespace {
@@ -21,8 +22,10 @@ ErrorLog::ErrorLog(QWidget* parent) : QPlainTextEdit(parent) {
 }
 
 int ErrorLog::heightOf(int lines) const {
-    const auto margin = static_cast<int>(document()->documentMargin());
-    return lines * fontMetrics().lineSpacing() + 2 * (margin + frameWidth()) + 1;
+    // A line is laid out a little higher than the rounded spacing of the font says.
+    const double line = std::ceil(QFontMetricsF(font()).lineSpacing());
+    const double margins = 2 * (document()->documentMargin() + frameWidth()) + 2;
+    return static_cast<int>(lines * line + margins);
 }
 
 int ErrorLog::wantedHeight() const {

@@ -2,6 +2,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -14,21 +15,28 @@ namespace {
 constexpr int kLeastListRows = 3;
 constexpr int kLeastListCharacters = 18;
 constexpr int kGap = 10;
+constexpr int kGapInButtons = 12;
 
 /// What the editor's parts lie on. It wants the room of all of them whether or not they are shown,
 /// so that beginning an edit moves and widens nothing around it.
 class EditorArea : public QWidget {
 public:
+    /// It grows from there; what its parts would like depends on which of them are shown.
+    [[nodiscard]] QSize sizeHint() const override { return minimumSizeHint(); }
+
     [[nodiscard]] QSize minimumSizeHint() const override {
+        const int spacing = style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing, nullptr, this);
         int width = 0;
-        int height = 0;
+        int buttons = kGapInButtons + spacing;
         for (const auto* button : findChildren<QPushButton*>(Qt::FindDirectChildrenOnly)) {
             width = std::max(width, button->sizeHint().width());
-            height += button->sizeHint().height() + kGap;
+            buttons += button->sizeHint().height() + spacing;
         }
         const ListView* const list = findChild<ListView*>();
-        const int lists = list->minimumHeight() + 2 * kGap + 2 * fontMetrics().lineSpacing();
-        const QSize all(width + 2 * (list->minimumWidth() + kGap), std::max(height, lists));
+        const int lists = findChild<QLabel*>()->sizeHint().height() +
+                          findChild<QLineEdit*>()->sizeHint().height() + list->minimumHeight() +
+                          2 * spacing;
+        const QSize all(width + 2 * (list->minimumWidth() + kGap), std::max(buttons, lists));
         return layout()->minimumSize().expandedTo(all);
     }
 };
@@ -83,7 +91,7 @@ TwoListEditor buildEditor(const EditorNames& names) {
     editor.deselect =
         button(names.deselect, QStringLiteral("← Deselect"),
                QStringLiteral("Remove the marked row from the list on the right"), buttons);
-    buttons->addSpacing(12);
+    buttons->addSpacing(kGapInButtons);
     editor.orderUp = button(names.orderUp, QStringLiteral("↑ Up"),
                             QStringLiteral("Move the marked row one place up"), buttons);
     editor.orderDown = button(names.orderDown, QStringLiteral("↓ Down"),

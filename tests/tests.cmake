@@ -57,7 +57,7 @@ if(STELVAN_WINDOW)
 endif()
 
 # These look at the shipped models, or run gemdb.
-foreach(suite data_tests model_tests gemdb_tests readers_tests gui_tests)
+foreach(suite data_tests model_tests gemdb_tests readers_tests app_tests gui_tests)
     if(TARGET ${suite})
         add_dependencies(${suite} gem_database)
     endif()

@@ -35,6 +35,7 @@ void Subsystems::connectAll() {
                      [this](int row) { links.listChildren.lvwChildItems_ItemCheck(row); });
     browser.tree.connectTree();
     checks.fields.connectFields();
+    checks.eventChoice.connectFields();
     settings.connectFields();
     links.selectionLists.connectControls();
     editing.focusChain.install();

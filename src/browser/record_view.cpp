@@ -1,6 +1,5 @@
 #include "browser/record_view.h"
 
-#include <QLabel>
 #include <limits>
 
 #include "db/value_text.h"
@@ -39,7 +38,7 @@ void RecordView::lUpdateNavigator() {
         } else {
             window_.showButtons();
         }
-        window_.form.nav.lblRecNumber->setText(QStringLiteral("%1 of %2").arg(position).arg(count));
+        window_.form.nav.showPlace(position, count);
     });
 }
 

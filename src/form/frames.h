@@ -6,6 +6,7 @@
 #include <QString>
 #include <array>
 
+#include "form/aids.h"
 #include "form/field.h"
 #include "form/frame_stack.h"
 #include "form/list_view.h"
@@ -91,6 +92,7 @@ struct MainForm {
     /// cmdRptOrderDown.
     TwoListEditor reports;
     Navigator nav;
+    Aids aids;
 
     std::array<Field*, gem::kControls> inputs{};  // by control; null for what is no input
 

@@ -55,7 +55,7 @@ void printChanges(const model::WritePlan& plan, bool dryRun, Output& output) {
         model::differences(plan.before, plan.after, [&](model::ItemChange&& change) {
             model::writeChanges({&change, 1}, coloured,
                                 [&](std::string_view text) { output.write(text); });
-            counted.push_back({.change = change.change, .part = change.part});
+            counted.emplace_back().change = change.change;
         });
     }
     output.write(model::summaryOf(counted, dryRun) + "\n");

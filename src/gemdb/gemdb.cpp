@@ -1,7 +1,10 @@
 // gemdb: looks into a GEM database, and changes it, from the command line.
 //
 // Exit status: 0 fine, 1 findings or differences, 2 it could not be done (standard error says why).
+#include <algorithm>
 #include <cstdio>
+#include <string>
+#include <vector>
 
 #include "base/text.h"
 #include "gemdb/commands.h"
@@ -18,17 +21,21 @@ int fail(const std::string& text) {
     return kFailed;
 }
 
-/// The file that the verb was given, for failures that do not name theirs.
-std::string fileOf(const CLI::App& app) {
+/// The files that the verb was given, for failures that do not name theirs.
+std::vector<std::string> filesOf(const CLI::App& app) {
+    std::vector<std::string> files;
     for (const CLI::App* verb : app.get_subcommands())
         for (const CLI::Option* option : verb->get_options())
-            if (option->get_positional() && option->count() > 0) return option->as<std::string>();
-    return {};
+            if (option->get_positional() && option->count() > 0)
+                files.push_back(option->results().front());
+    return files;
 }
 
-std::string withFile(const std::string& text, const std::string& file) {
-    const bool named = file.empty() || text.find(file) != std::string::npos;
-    return named ? text : file + ": " + text;
+std::string withFile(const std::string& text, const std::vector<std::string>& files) {
+    const bool named = files.empty() || std::ranges::any_of(files, [&](const std::string& file) {
+                           return text.find(file) != std::string::npos;
+                       });
+    return named ? text : files.front() + ": " + text;
 }
 
 }  // namespace
@@ -55,10 +62,10 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& mistake) {
         return fail(std::string(mistake.what()) + "; see gemdb --help");
     } catch (const stelvan::model::Refusal& refusal) {
-        for (const std::string& line : refusal.lines()) fail(withFile(line, fileOf(app)));
+        for (const std::string& line : refusal.lines()) fail(withFile(line, filesOf(app)));
         return kFailed;
     } catch (const std::exception& failure) {
-        return fail(withFile(failure.what(), fileOf(app)));
+        return fail(withFile(failure.what(), filesOf(app)));
     }
     return status;
 }

@@ -56,7 +56,9 @@ void printChanges(model::WritePlan plan, bool dryRun, Output& output) {
         model::differences(std::move(plan), [&](model::ItemChange&& change) {
             model::writeChanges({&change, 1}, coloured,
                                 [&](std::string_view text) { output.write(text); });
-            counted.emplace_back().change = change.change;
+            model::ItemChange& kind = counted.emplace_back();
+            kind.change = change.change;
+            kind.part = change.part;
         });
     }
     output.write(model::summaryOf(counted, dryRun) + "\n");

@@ -1,11 +1,13 @@
-#include <memory>
+#include <functional>
 #include <stdexcept>
 
 #include "gemdb/commands.h"
 #include "gemdb/terminal.h"
 #include "jet/database.h"
 #include "model/compare/change_text.h"
+#include "model/core/new_rows.h"
 #include "model/core/refusal.h"
+#include "model/text/import_sheet.h"
 #include "model/text/import_text.h"
 
 namespace stelvan::gemdb {
@@ -32,27 +34,24 @@ auto aboutFile(const fs::path& file, const fs::path& folder, const Body& body) {
     }
 }
 
+using Planning = std::function<model::WritePlan(jet::Database&)>;
+
 /// What would be done, or was done.
-model::WritePlan run(const fs::path& file, model::ModelText text, bool dryRun) {
+model::WritePlan run(const fs::path& file, const Planning& planned, bool dryRun) {
     jet::Database database =
         jet::Database::open(file, dryRun ? jet::Access::ReadOnly : jet::Access::ReadWrite);
     if (dryRun) {
         const auto unchanged = database.beginRead();
-        return model::planImport(database, std::move(text));
+        return planned(database);
     }
     jet::UnitOfWork unit(database);
-    model::WritePlan plan = model::planImport(database, std::move(text));
+    model::WritePlan plan = planned(database);
     model::apply(database, plan);
     unit.commit();
     return plan;
 }
 
-}  // namespace
-
-int importCommand(const fs::path& folder, const fs::path& file, bool dryRun) {
-    model::ModelText text = model::readText(folder);
-    model::WritePlan plan =
-        aboutFile(file, folder, [&] { return run(file, std::move(text), dryRun); });
+int printed(model::WritePlan plan, bool dryRun) {
     model::sortRows(plan.after);
     const auto changes = model::differences(plan.before, plan.after);
     Output output;
@@ -61,6 +60,29 @@ int importCommand(const fs::path& folder, const fs::path& file, bool dryRun) {
     output.write(model::summaryOf(changes, dryRun) + "\n");
     output.finish();
     return kDone;
+}
+
+}  // namespace
+
+int importCommand(const fs::path& folder, const fs::path& file, bool dryRun) {
+    model::ModelText text = model::readText(folder);
+    return printed(aboutFile(file, folder,
+                             [&] {
+                                 const auto planned = [&](jet::Database& database) {
+                                     return model::planImport(database, std::move(text));
+                                 };
+                                 return run(file, planned, dryRun);
+                             }),
+                   dryRun);
+}
+
+int importSheetCommand(const fs::path& sheet, const fs::path& file, bool dryRun) {
+    const auto planned = [&](jet::Database& database) {
+        model::Model wanted = model::withSheet(model::read(database), sheet);
+        model::switchOffUnsaidFlags(database, wanted);
+        return model::planWrite(database, std::move(wanted));
+    };
+    return printed(aboutFile(file, sheet, [&] { return run(file, planned, dryRun); }), dryRun);
 }
 
 }  // namespace stelvan::gemdb

@@ -3,13 +3,16 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "model/compare/merge_lists.h"
+#include "model/core/sink.h"
 #include "model/publish/manual.h"
+#include "model/publish/sedd.h"
 
 namespace stelvan::gemdb {
 
@@ -86,9 +89,25 @@ int textCommand(const std::filesystem::path& file);
 /// the settings that name files pointing there. Never replaces a model.
 int newCommand(const std::filesystem::path& folder, bool demo);
 
-/// Writes the equipment's interface manual, one page, to `out`, which is replaced whole or stays as
-/// it was.
-int docCommand(const std::filesystem::path& file, const std::filesystem::path& out,
-               const model::ManualOptions& options);
+/// Hands a way to write to `write`: the file `out`, whole or not at all, or standard output where
+/// it is empty or "-". Refuses an `out` that is the model itself.
+void publishTo(const std::string& out, const std::filesystem::path& file,
+               const std::function<void(const model::Sink&)>& write);
+/// One line on standard error for each; they change no exit status.
+void printNotes(const std::vector<std::string>& notes);
+
+/// The model as equipment data dictionary. An empty date in the header is today.
+int seddCommand(const std::filesystem::path& file, const std::string& out,
+                model::SeddHeader header);
+/// The model as SECS messages in SML.
+int smlCommand(const std::filesystem::path& file, const std::string& out);
+struct DocRequest {
+    std::filesystem::path out;
+    model::ManualOptions manual;
+    bool findings = true;  // as an annex
+};
+/// Writes the equipment's interface manual, one page, to `request.out`, which is replaced whole or
+/// stays as it was.
+int docCommand(const std::filesystem::path& file, const DocRequest& request);
 
 }  // namespace stelvan::gemdb

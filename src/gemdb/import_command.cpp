@@ -51,13 +51,26 @@ model::WritePlan run(const fs::path& file, const Planning& planned, bool dryRun)
     return plan;
 }
 
+/// Each change as it is found, and the summary.
+void printChanges(const model::WritePlan& plan, bool dryRun, Output& output) {
+    const bool coloured = wantsColours();
+    std::vector<model::ItemChange> counted;  // without what they say
+    if (plan.rows() != model::Written{}) {
+        model::differences(plan.before, plan.after, [&](model::ItemChange&& change) {
+            model::writeChanges({&change, 1}, coloured,
+                                [&](std::string_view text) { output.write(text); });
+            model::ItemChange& kind = counted.emplace_back();
+            kind.change = change.change;
+            kind.part = change.part;
+        });
+    }
+    output.write(model::summaryOf(counted, dryRun) + "\n");
+}
+
 int printed(model::WritePlan plan, bool dryRun) {
     model::sortRows(plan.after);
-    const auto changes = model::differences(plan.before, plan.after);
     Output output;
-    model::writeChanges(changes, wantsColours(),
-                        [&](std::string_view piece) { output.write(piece); });
-    output.write(model::summaryOf(changes, dryRun) + "\n");
+    printChanges(plan, dryRun, output);
     output.finish();
     return kDone;
 }

@@ -2,8 +2,10 @@
 // and leaves every file alone that it cannot mend.
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 
 #include "jet/database.h"
+#include "jet/disk/file_system.h"
 #include "tests/gemdb/command_test.h"
 
 namespace stelvan::test {
@@ -162,12 +164,34 @@ TEST_F(CheckFixTest, AFileThatAnotherIsWritingStaysAsItIs) {
     EXPECT_TRUE(copies().empty());
 }
 
+TEST_F(CheckFixTest, AFileThatIsOpenInAccessStaysAsItIs) {
+    seedAll();
+    const std::string before = readFile(file_);
+    const auto lockFile = jet::FileSystem::posix().open(fs::path(file_).replace_extension(".ldb"),
+                                                        jet::FileSystem::Mode::Create);
+    ASSERT_TRUE(lockFile->tryLock({0x10000001, 1}, jet::LockMode::Exclusive));
+    expectFailure({"check", "--fix", file_}, "open in another program");
+    expectUntouched(before);
+    EXPECT_EQ(runGemdb({"check", file_}).status, 1);
+}
+
 TEST_F(CheckFixTest, ADamagedFileStaysAsItIs) {
     const ScratchDir other;
     file_ = other.copyOf(model("refused/damaged_rows/gem.mdb"));
     const std::string before = readFile(file_);
     expectFailure({"check", "--fix", file_}, "damaged");
     EXPECT_EQ(readFile(file_), before);
+}
+
+TEST_F(CheckFixTest, ADamagedFileThatCanStillBeReadStaysAsItIs) {
+    seedAll();
+    std::string bytes = readFile(file_);
+    constexpr std::size_t kSecondCommitSlot = 0xE02;  // zero where writing was broken off
+    bytes[kSecondCommitSlot] = bytes[kSecondCommitSlot + 1] = 0;
+    std::ofstream(file_, std::ios::binary) << bytes;
+    EXPECT_EQ(runGemdb({"check", "--model", file_}).status, 1);
+    expectFailure({"check", "--fix", file_}, "structure is damaged");
+    expectUntouched(bytes);
 }
 
 TEST_F(CheckFixTest, NeedsTheModel) {

@@ -57,7 +57,7 @@ public:
     }
 
     /// Adds the changes of all items, and takes those of their links.
-    void report(std::vector<ItemChange>& changes) {
+    void report(const TakeChange& take) {
         for (ItemState& item : items_) {
             const auto& [id, place, before, after] = item.rows;
             std::vector<FieldChange> fields = fieldChanges(columns_, before, after);
@@ -67,10 +67,10 @@ public:
                                   : after != nullptr ? Change::Added
                                                      : Change::Removed;
             const bool isLimit = part_ == Part::Limits;
-            changes.push_back({change, part_, value(item.rows, factsOf(part_).id),
-                               isLimit ? value(item.rows, factsOf(part_).order) : jet::Value(),
-                               nameOf(item.rows), std::move(fields), std::move(item.links),
-                               tableName(*before_, *after_)});
+            take({change, part_, value(item.rows, factsOf(part_).id),
+                  isLimit ? value(item.rows, factsOf(part_).order) : jet::Value(),
+                  nameOf(item.rows), std::move(fields), std::move(item.links),
+                  tableName(*before_, *after_)});
         }
     }
 
@@ -229,7 +229,7 @@ private:
 
 }  // namespace
 
-std::vector<ItemChange> differences(const Model& before, const Model& after) {
+void differences(const Model& before, const Model& after, const TakeChange& take) {
     PartStates states;
     for (const PartFacts& facts : parts())
         if (!isLinks(facts.part))
@@ -237,9 +237,13 @@ std::vector<ItemChange> differences(const Model& before, const Model& after) {
     std::vector<ItemChange> ownerless;
     for (const Part part : {Part::EventReports, Part::ReportVariables})
         LinkLists(part, before, after, states).compare(ownerless);
+    for (PartState& state : states) state.report(take);
+    for (ItemChange& change : ownerless) take(std::move(change));
+}
+
+std::vector<ItemChange> differences(const Model& before, const Model& after) {
     std::vector<ItemChange> changes;
-    for (PartState& state : states) state.report(changes);
-    std::ranges::move(ownerless, std::back_inserter(changes));
+    differences(before, after, [&](ItemChange&& change) { changes.push_back(std::move(change)); });
     return changes;
 }
 

@@ -12,6 +12,7 @@
 // there are no differences exactly where both sides say the same.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -52,5 +53,9 @@ struct ItemChange {
 /// In the order of parts and identifiers; empty where the models say the same. The rows of both
 /// stand in their order (read, sortRows).
 [[nodiscard]] std::vector<ItemChange> differences(const Model& before, const Model& after);
+
+/// The same one after the other, for where all of them together would take too much memory.
+using TakeChange = std::function<void(ItemChange&&)>;
+void differences(const Model& before, const Model& after, const TakeChange& take);
 
 }  // namespace stelvan::model

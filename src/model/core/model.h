@@ -65,5 +65,7 @@ void sortRows(Model& model);
 /// The category in which the editor shows a row; NO_CATEGORY for a variable of no known type and
 /// for link rows.
 [[nodiscard]] std::int16_t categoryOf(Part part, const Table& table, const Row& row);
+/// The same by what var_type holds; it does not count for items without types.
+[[nodiscard]] std::int16_t categoryOf(Part part, std::string_view type);
 
 }  // namespace stelvan::model

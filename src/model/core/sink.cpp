@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 namespace stelvan::model {
@@ -93,7 +92,17 @@ std::string readWhole(const fs::path& file) {
     }
     std::ifstream stream(file, std::ios::binary);
     if (!stream) fail(file);
-    std::string text(std::istreambuf_iterator<char>(stream), {});
+    std::string text;
+    std::error_code unknown;
+    const auto size = fs::file_size(file, unknown);
+    if (!unknown) text.reserve(size + 1);
+    constexpr std::size_t kPiece = 1 << 16;
+    while (stream) {
+        const std::size_t before = text.size();
+        text.resize(before + kPiece);
+        stream.read(text.data() + before, kPiece);
+        text.resize(before + static_cast<std::size_t>(stream.gcount()));
+    }
     if (stream.bad()) fail(file);
     return text;
 }

@@ -92,7 +92,11 @@ private:
         if (at > 1) bottom_ += kReportGap;
         add(Kind::Report, link.text(gem::schema::event_report::kReportId), report);
         const int top = bottom_;
-        if (report) addVariables(*report, references_.variablesOfReport().of(*id));
+        if (report) {
+            const auto links = references_.variablesOfReport().of(*id);
+            if (links.size() == 1) bottom_ += (kBoxHeight - kRowHeight) / 2;
+            addVariables(*report, links);
+        }
         bottom_ = std::max(bottom_, top + kBoxHeight);
         picture_.boxes[at].y = (top + bottom_ - kBoxHeight) / 2;
     }

@@ -126,10 +126,6 @@ Html& Html::text(std::string_view text) {
     return *this;
 }
 
-Html& Html::text(std::int64_t number) {
-    return text(std::to_string(number));
-}
-
 Html& Html::markup(std::string_view own) {
     endTag();
     out_ += own;

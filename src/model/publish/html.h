@@ -36,7 +36,6 @@ public:
     Html& closeEmpty();
 
     Html& text(std::string_view text);
-    Html& text(std::int64_t number);
     /// A text of our own, as it is.
     Html& markup(std::string_view own);
 

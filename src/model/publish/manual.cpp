@@ -44,14 +44,13 @@ void writeHead(Page& page) {
     html.element("title", title);
     html.open("style").markup("\n").markup(kManualStyle);
     writePrintHeads(page, title);
-    html.close().close().markup("\n");
+    html.close();
+    html.element("script", "document.documentElement.className='finds'");
+    html.close().markup("\n");
 }
 
 void writeFindBox(Html& html) {
-    html.open("div")
-        .attribute("id", "find")
-        .attribute("role", "search")
-        .attribute("hidden", "hidden");
+    html.open("div").attribute("id", "find").attribute("role", "search");
     html.open("input").attribute("id", "find-text").attribute("type", "search");
     html.attribute("role", "combobox").attribute("aria-label", "Find an item");
     html.attribute("aria-expanded", "false").attribute("aria-controls", "find-list");
@@ -94,7 +93,7 @@ void writeSection(Page& page, const Chapter& chapter, const Section& section) {
     html.close();
 }
 
-void writeChapter(Page& page, const Chapter& chapter, std::span<const Finding> findings) {
+void writeChapter(Page& page, const Chapter& chapter) {
     Html& html = page.html;
     const std::string id(chapter.id);
     html.open("section").attribute("id", id).attribute("class", "chapter");
@@ -104,7 +103,7 @@ void writeChapter(Page& page, const Chapter& chapter, std::span<const Finding> f
     html.element("span", "no", chapter.number).text(" ").text(chapter.title).close();
     if (!chapter.lead.empty()) html.element("p", "lead", chapter.lead);
     if (chapter.content == Content::About) writeAbout(page);
-    if (chapter.content == Content::Findings) writeFindings(page, findings);
+    if (chapter.content == Content::Findings) writeFindings(page);
     const bool lists = chapter.content != Content::About && chapter.content != Content::Findings;
     if (lists && chapter.sections.empty())
         html.element("p", "The model holds no " + std::string(chapter.noun) + ".");
@@ -116,8 +115,8 @@ void writeChapter(Page& page, const Chapter& chapter, std::span<const Finding> f
 
 void writeManual(const Model& model, const std::optional<std::span<const Finding>>& findings,
                  const ManualOptions& options, const Sink& sink, const Progress& progress) {
-    const auto count = findings ? std::optional(findings->size()) : std::nullopt;
-    Page page(model, options, manual::outlineOf(model, count), sink, progress);
+    Page page(model, options, manual::outlineOf(model, findings.has_value()), sink, progress);
+    if (findings) page.findings = *findings;
     Html& html = page.html;
     html.markup("<!DOCTYPE html>\n").open("html").attribute("lang", "en").markup("\n");
     writeHead(page);
@@ -128,8 +127,7 @@ void writeManual(const Model& model, const std::optional<std::span<const Finding
     writeFindBox(html);
     writeContents(page);
     html.open("main").attribute("id", "content").markup("\n");
-    for (const Chapter& chapter : page.chapters)
-        writeChapter(page, chapter, findings.value_or(std::span<const Finding>()));
+    for (const Chapter& chapter : page.chapters) writeChapter(page, chapter);
     html.close();
     html.open("script").markup(kManualScript).close();
     html.close().close().markup("\n").finish();

@@ -18,11 +18,11 @@ namespace stelvan::model {
 
 /// What the cover says beside the model; empty: nothing.
 struct ManualOptions {
-    std::string title;  // empty: made of the equipment's name
-    std::string maker;
-    std::string model;    // of the equipment, as it is sold
-    std::string version;  // of the equipment's software, as it is sold
-    std::string date;     // any text; without it the page tells no date
+    std::string title = {};  // empty: made of the equipment's name
+    std::string maker = {};
+    std::string model = {};    // of the equipment, as it is sold
+    std::string version = {};  // of the equipment's software, as it is sold
+    std::string date = {};     // any text; without it the page tells no date
 };
 
 /// Writes the page to `sink` piece by piece. Without findings the annex about them is left out; an

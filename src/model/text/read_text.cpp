@@ -45,7 +45,6 @@ class Columns {
 public:
     explicit Columns(const Table& table) : table_(&table) {}
 
-    void restart() { next_ = 0; }
     [[nodiscard]] std::optional<std::size_t> find(std::string_view key) {
         for (std::size_t at = next_; at < table_->columns.size(); ++at)
             if (table_->columns[at] == key) return found(at);
@@ -126,7 +125,7 @@ private:
         return std::nullopt;
     }
 
-    void take(const TomlSection& section) {
+    void take(TomlSection& section) {
         if (section.name == kColumnsSection && !section.isArray) return takeColumns(section);
         const auto part = partOf(section.name);
         const std::string name(section.name);
@@ -173,14 +172,14 @@ private:
         return std::string(sectionOf(part)) + (id.empty() ? "" : " ") + id + ": ";
     }
 
-    void takeItem(Part part, Table& table, const TomlSection& section) {
+    void takeItem(Part part, Table& table, TomlSection& section) {
         Row row = emptyRow(table);
         const bool holdsLinks = layout_->links && part != *layout_->links;
         const std::string linkKey = holdsLinks ? linkKeyOf(*layout_, table) : std::string();
-        const TomlField* links = nullptr;
+        TomlField* links = nullptr;
         Columns columns(table);
         std::vector<std::pair<std::size_t, std::string>> wrong;
-        for (const TomlField& field : section.fields) {
+        for (TomlField& field : section.fields) {
             if (holdsLinks && field.key == linkKey) {
                 links = &field;
             } else if (const auto why = put(row, columns, field)) {
@@ -197,8 +196,8 @@ private:
         return {{}, std::vector<jet::Value>(table.columns.size())};
     }
 
-    /// Puts a value into its column, or says why not.
-    static std::optional<std::string> put(Row& row, Columns& columns, const TomlField& field) {
+    /// Moves a value into its column, or says why not.
+    static std::optional<std::string> put(Row& row, Columns& columns, TomlField& field) {
         const std::string key(field.key);
         const auto column = columns.find(field.key);
         if (!column)
@@ -206,7 +205,7 @@ private:
                    std::string(kColumnsSection) + "]";
         if (field.isList) return key + " takes one value, not a list";
         if (!jet::isNull(row.values[*column])) return key + " stands here twice";
-        row.values[*column] = field.value;
+        row.values[*column] = std::move(field.value);
         return std::nullopt;
     }
 
@@ -216,8 +215,7 @@ private:
         lines.push_back(static_cast<std::uint32_t>(line));
     }
 
-    void takeLinks(const TomlField& links, const std::string& item,
-                   std::optional<std::int64_t> owner) {
+    void takeLinks(TomlField& links, const std::string& item, std::optional<std::int64_t> owner) {
         const Part part = *layout_->links;
         Table& table = result_->model[part];
         const std::string key(links.key);
@@ -229,11 +227,10 @@ private:
             return add(links.line, item + key + " need an owner with a whole number");
         if (!links.isList) return add(links.line, item + key + " wants a list");
         std::int64_t place = 0;
-        for (const TomlEntry& entry : links.list)
-            takeLink(part, table, entry, item, *owner, ++place);
+        for (TomlEntry& entry : links.list) takeLink(part, table, entry, item, *owner, ++place);
     }
 
-    void takeLink(Part part, Table& table, const TomlEntry& entry, const std::string& item,
+    void takeLink(Part part, Table& table, TomlEntry& entry, const std::string& item,
                   std::int64_t owner, std::int64_t place) {
         const PartFacts& facts = factsOf(part);
         const auto target = table.find(facts.target);
@@ -246,7 +243,7 @@ private:
             row.values[*target] = entry.value;
         }
         row.values[*table.find(facts.id)] = wholeValue(owner);
-        for (const TomlField& field : entry.fields)
+        for (TomlField& field : entry.fields)
             if (const auto why = put(row, columns, field)) add(field.line, item + *why);
         if (order && jet::isNull(row.values[*order])) row.values[*order] = wholeValue(place);
         addRow(part, entry.line, std::move(row));

@@ -2,15 +2,13 @@
 // and the next.
 #pragma once
 
-#include <span>
+#include <string>
 
-#include "model/check/finding.h"
 #include "model/publish/manual/page.h"
 
 namespace stelvan::model::manual {
 
-/// What the equipment calls itself, for the title; may be empty.
-[[nodiscard]] std::string equipmentName(const Model& model, const ManualOptions& options);
+/// The title as it was given, or made of what the equipment is called; one line.
 [[nodiscard]] std::string titleOf(const Model& model, const ManualOptions& options);
 
 void writeCover(Page& page);
@@ -22,6 +20,6 @@ void writeEvents(Page& page, const Section& section);
 void writeReports(Page& page, const Chapter& chapter, const Section& section);
 void writeAlarms(Page& page, const Chapter& chapter, const Section& section);
 void writeLimits(Page& page, const Chapter& chapter, const Section& section);
-void writeFindings(Page& page, std::span<const Finding> findings);
+void writeFindings(Page& page);
 
 }  // namespace stelvan::model::manual

@@ -58,14 +58,10 @@ void fact(Page& page, std::string_view term, const std::string& value) {
 
 }  // namespace
 
-std::string equipmentName(const Model& model, const ManualOptions& options) {
-    return options.model.empty() ? valueOfVariable(model, "MDLN") : options.model;
-}
-
 std::string titleOf(const Model& model, const ManualOptions& options) {
-    if (!options.title.empty()) return options.title;
-    const std::string name = equipmentName(model, options);
-    return name.empty() ? "GEM interface manual" : name + ": GEM interface manual";
+    if (!options.title.empty()) return base::onOneLine(options.title);
+    const std::string name = options.model.empty() ? valueOfVariable(model, "MDLN") : options.model;
+    return name.empty() ? "GEM interface manual" : base::onOneLine(name) + ": GEM interface manual";
 }
 
 void writeCover(Page& page) {
@@ -100,7 +96,8 @@ void writeContents(Page& page) {
     };
     for (const Chapter& chapter : page.chapters) {
         html.open("li");
-        entry(chapter.id, chapter.number, chapter.title, chapter.items());
+        entry(chapter.id, chapter.number, chapter.title,
+              chapter.content == Content::Findings ? page.findings.size() : chapter.items());
         if (chapter.sections.size() > 1) {
             html.open("ol");
             for (const Section& section : chapter.sections) {

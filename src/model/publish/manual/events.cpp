@@ -14,8 +14,7 @@ std::vector<Item> alarmsOf(const Relation& relation, std::int64_t event) {
     return alarms;
 }
 
-void writePicture(Page& page, const Item& event) {
-    const EventPicture picture = pictureOf(event, page.references);
+void writePicture(Page& page, const EventPicture& picture) {
     if (picture.reports == 0) {
         page.html.element("p", "use", "Sends no report.");
         return;
@@ -28,16 +27,17 @@ void writePicture(Page& page, const Item& event) {
 void writeEvent(Page& page, const Item& event) {
     Html& html = page.html;
     const gem::Record texts = textsOf(event);
+    const EventPicture picture = pictureOf(event, page.references);
     html.open("article");
     page.markItem(event);
-    html.attribute("style", "--rows:" + std::to_string(pictureOf(event, page.references).height));
+    html.attribute("style", "--height:" + std::to_string(picture.height));
     html.open("h4").element("span", "id", event.idText()).text(" ");
     html.element("b", texts[txtEvtName].text);
     if (!texts[txtEvtGroup].text.empty()) html.text(" ").element("i", texts[txtEvtGroup].text);
     html.close();
     if (texts[chkEvtEnable].text == "0") html.element("p", "off", "Not reported.");
     if (!texts[txtEvtDesc].text.empty()) html.element("p", texts[txtEvtDesc].text);
-    writePicture(page, event);
+    writePicture(page, picture);
     if (const auto id = event.id()) {
         page.links("Sets alarms", alarmsOf(page.references.alarmsSetBy(), *id));
         page.links("Clears alarms", alarmsOf(page.references.alarmsClearedBy(), *id));

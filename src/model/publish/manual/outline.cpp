@@ -104,7 +104,7 @@ std::size_t Chapter::items() const {
     return count;
 }
 
-std::vector<Chapter> outlineOf(const Model& model, std::optional<std::size_t> findings) {
+std::vector<Chapter> outlineOf(const Model& model, bool findings) {
     ByCategory items = byCategory(model);
     std::vector<Chapter> chapters = emptyChapters();
     const auto chapter = [&](std::string_view id) -> Chapter& {

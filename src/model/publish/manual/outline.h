@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,8 +44,7 @@ struct Chapter {
 
 /// All chapters in their order. Each item of the model is in exactly one; chapters without items
 /// are there, too, except for variables of no known type and for the findings, which come last and
-/// only where `findings` are given.
-[[nodiscard]] std::vector<Chapter> outlineOf(const Model& model,
-                                             std::optional<std::size_t> findings);
+/// only where they are wanted.
+[[nodiscard]] std::vector<Chapter> outlineOf(const Model& model, bool findings);
 
 }  // namespace stelvan::model::manual

@@ -76,12 +76,15 @@ std::string Page::anchorOf(const Item& item) const {
 }
 
 std::optional<Item> Page::itemOf(std::string_view table, const jet::Value& id) const {
-    const auto facts = std::ranges::find_if(parts(), [&](const PartFacts& one) {
-        return !isLinks(one.part) && base::sameWord(model[one.part].name, table);
-    });
+    const auto facts = std::ranges::find_if(
+        parts(), [&](const PartFacts& one) { return base::sameWord(model[one.part].name, table); });
     if (facts == parts().end()) return std::nullopt;
+    const auto number = wholeNumber(id);
+    if (facts->part == Part::EventReports)
+        return CrossReference::first(references.events(), number);
+    if (facts->part == Part::ReportVariables)
+        return CrossReference::first(references.reports(), number);
     if (const Relation* relation = relationOf(facts->kind)) {
-        const auto number = wholeNumber(id);
         if (!number) return std::nullopt;
         for (const auto& entry : relation->of(*number))
             if (entry.item.part == facts->part) return entry.item;
@@ -113,7 +116,7 @@ void Page::links(std::string_view label, std::span<const Item> items) {
     if (folded) {
         html.element("summary", std::string(label) + " (" + std::to_string(items.size()) + ")");
     } else {
-        html.element("span", label).text(" ");
+        html.element("span", std::string(label) + ":").text(" ");
     }
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (i > 0) html.text(", ");

@@ -32,14 +32,15 @@ public:
     const ManualOptions& options;
     const CrossReference references;
     const std::vector<Chapter> chapters;
+    std::span<const Finding> findings;
     Html html;
 
     /// Where an item stands on the page: one place for each item, whatever identifiers are missing
     /// or doubled.
     [[nodiscard]] std::string anchorOf(const Item& item) const;
 
-    /// The first item with an identifier in a table, whose name is in any letter case; nothing for
-    /// link rows and for what is not there.
+    /// The first item with an identifier in a table, whose name is in any letter case; of link rows
+    /// the item that owns them. Nothing where there is none.
     [[nodiscard]] std::optional<Item> itemOf(std::string_view table, const jet::Value& id) const;
 
     /// "101 LotStarted", leading there.

@@ -57,7 +57,7 @@ void writeUses(Page& page, const Item& item, bool isList) {
     if (isList) page.links("Holds", itemsOf(references.childrenOfList().of(*id)));
     const auto list = item.number(schema::variable::kParentKey).value_or(0);
     if (item.part == Part::CustomVariables && list != 0) {
-        page.html.open("p").attribute("class", "use").element("span", "Held by").text(" ");
+        page.html.open("p").attribute("class", "use").element("span", "Held by:").text(" ");
         page.link(references.variables(), std::to_string(list));
         page.html.close();
     }
@@ -68,7 +68,7 @@ void writeUses(Page& page, const Item& item, bool isList) {
         page.links("Sent with", eventsOf(page, reports));
     const auto limits = references.limitsOfVariable().of(*id);
     if (limits.empty()) return;
-    page.html.open("p").attribute("class", "use").element("span", "Limits");
+    page.html.open("p").attribute("class", "use").element("span", "Limits:");
     for (const auto& limit : limits) {
         page.html.text(" ").open("a").attribute("href", "#" + page.anchorOf(limit.item));
         page.html.text(limit.item.text(schema::limit::kId)).close();

@@ -125,7 +125,7 @@
   input.addEventListener("keydown", (event) => {
     if (event.key === "ArrowDown") select(selected + 1);
     else if (event.key === "ArrowUp") select(selected - 1);
-    else if (event.key === "Enter" && list.children.length) go(list.children[Math.max(selected, 0)]);
+    else if (event.key === "Enter" && list.firstChild) go(list.children[Math.max(selected, 0)]);
     else if (event.key === "Escape" && !list.hidden) show(false);
     else return;
     event.preventDefault();
@@ -145,7 +145,6 @@
     input.focus();
     input.select();
   });
-  box.hidden = false;
   gatherInQuietTimes();
 
   // The chapter that is read now.

@@ -5,6 +5,7 @@
 #include "gemdb/terminal.h"
 #include "jet/database.h"
 #include "model/compare/change_text.h"
+#include "model/compare/plan_differences.h"
 #include "model/core/new_rows.h"
 #include "model/core/refusal.h"
 #include "model/text/import_sheet.h"
@@ -52,11 +53,11 @@ model::WritePlan run(const fs::path& file, const Planning& planned, bool dryRun)
 }
 
 /// Each change as it is found, and the summary.
-void printChanges(const model::WritePlan& plan, bool dryRun, Output& output) {
+void printChanges(model::WritePlan plan, bool dryRun, Output& output) {
     const bool coloured = wantsColours();
     std::vector<model::ItemChange> counted;  // without what they say
     if (plan.rows() != model::Written{}) {
-        model::differences(plan.before, plan.after, [&](model::ItemChange&& change) {
+        model::differences(std::move(plan), [&](model::ItemChange&& change) {
             model::writeChanges({&change, 1}, coloured,
                                 [&](std::string_view text) { output.write(text); });
             model::ItemChange& kind = counted.emplace_back();
@@ -68,9 +69,8 @@ void printChanges(const model::WritePlan& plan, bool dryRun, Output& output) {
 }
 
 int printed(model::WritePlan plan, bool dryRun) {
-    model::sortRows(plan.after);
     Output output;
-    printChanges(plan, dryRun, output);
+    printChanges(std::move(plan), dryRun, output);
     output.finish();
     return kDone;
 }

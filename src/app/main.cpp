@@ -10,7 +10,8 @@ int main(int argc, char** argv) {
     QApplication::setDesktopFileName(QStringLiteral("stelvan"));
     stelvan::app::SingleInstance instance(stelvan::app::folderOfUser());
     stelvan::form::QtDialogs dialogs;
-    stelvan::app::FrmMain window(dialogs, QApplication::applicationDirPath());
+    stelvan::app::FrmMain window(dialogs, QApplication::applicationDirPath(),
+                                 stelvan::app::UserPlaces::ofUser());
     if (!window.Form_Load([&instance] { return instance.acquire(); })) return 0;
     dialogs.setParent(&window);
     window.show();

@@ -38,6 +38,7 @@ void Subsystems::connectAll() {
     browser.tree.connectTree();
     browser.connectAids();
     checks.fields.connectFields();
+    checks.eventChoice.connectFields();
     settings.connectFields();
     links.selectionLists.connectControls();
     editing.focusChain.install();

@@ -10,6 +10,7 @@
 
 #include "base/text.h"
 #include "browser/records_model.h"
+#include "form/column_widths.h"
 #include "form/text.h"
 #include "gem/categories.h"
 
@@ -63,6 +64,9 @@ void GridView::showGrid() {
     attach();
     if (gem::isVariable(window_.state.category)) shapeVariableColumns();
     window_.form.showFrame(kGridFrame);
+    // Only now it has its width.
+    if (!gem::isVariable(window_.state.category)) form::fitColumns(*window_.form.DBGridGEM);
+    window_.form.gridColumns->apply();
     window_.form.nav.fraDBOperation->setEnabled(false);
     selectShown();
 }

@@ -40,7 +40,7 @@ void RecordView::lUpdateNavigator() {
         } else {
             window_.showButtons();
         }
-        window_.form.nav.lblRecNumber->setText(QStringLiteral("%1 of %2").arg(position).arg(count));
+        window_.form.nav.showPlace(position, count);
     });
 }
 

@@ -18,7 +18,7 @@ namespace variable = gem::schema::variable;
 
 constexpr int kIdColumn = 1;
 constexpr int kOrderColumn = 4;
-const std::vector<int> kPoolWidths = {4, 2, 1, 1};
+const std::vector<int> kPoolWidths = {1, -10, -6, -3};
 
 /// Both variable tables, the standard's first, and what their rows say under "GEM".
 constexpr std::pair<gem::Origin, const char*> kOrigins[] = {{gem::Origin::Standard, "Y"},

@@ -39,13 +39,16 @@ Table readTable(jet::Table& source) {
     return table;
 }
 
-/// The columns by which the rows of a part are put in order, the most important first.
+/// The columns by which the rows of a part are put in order, the most important first; the others
+/// decide where these leave it open, so that the order does not depend on where rows are stored.
 std::vector<std::size_t> sortColumns(const PartFacts& facts, const Table& table) {
     std::vector<std::size_t> columns;
     for (const std::string_view column : {facts.id, facts.order, facts.target, facts.name}) {
         if (column.empty()) continue;
         if (const auto at = table.find(column)) columns.push_back(*at);
     }
+    for (std::size_t at = 0; at < table.columns.size(); ++at)
+        if (std::ranges::count(columns, at) == 0) columns.push_back(at);
     return columns;
 }
 

@@ -50,8 +50,8 @@ struct Model {
 };
 
 /// Reads every part at one moment of the file. Rows stand in ascending order of identifier (of the
-/// owner, for link rows and limits), then of place, target and name, then as they are stored; what
-/// has no identifier comes first. A file that lacks tables gives a model that lacks them. Throws
+/// owner, for link rows and limits), then of place, target, name and all other columns; what has no
+/// identifier comes first. A file that lacks tables gives a model that lacks them. Throws
 /// jet::Error.
 [[nodiscard]] Model read(jet::Database& database);
 [[nodiscard]] Model read(const std::filesystem::path& file);

@@ -11,7 +11,7 @@
 namespace stelvan::form {
 namespace {
 
-constexpr int kFrameWidth = 2;  // a line, and as much room within it
+constexpr int kFrameWidth = 2;  // a line, and as much of the ground within it
 
 /// A rectangle on whole pixels of the device, and the size of one such pixel.
 struct Snapped {
@@ -49,10 +49,11 @@ QColor edgeColour(const QPalette& palette, QPalette::ColorGroup group, double sh
 }
 
 void drawFrame(const QStyleOption& option, QPainter& painter) {
-    constexpr double kShare = 0.4;
+    constexpr double kShare = 0.28;
     const bool focused = (option.state & QStyle::State_HasFocus) != 0;
     const QColor colour = focused ? option.palette.color(QPalette::Active, QPalette::Highlight)
                                   : edgeColour(option.palette, QPalette::Active, kShare);
+    painter.fillRect(option.rect, option.palette.brush(QPalette::Base));
     drawEdges(painter, snapped(option.rect, painter), colour);
 }
 

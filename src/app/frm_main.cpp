@@ -101,6 +101,7 @@ void FrmMain::browseNothing() {
 void FrmMain::forgetRecords() {
     subsystems_->browser.grid.reset();
     window_.state.current.drop();
+    subsystems_->browser.forgetAids();
 }
 
 void FrmMain::mnuFileDB_Click() {

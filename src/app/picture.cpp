@@ -30,6 +30,7 @@ public:
     }
     bool confirm(const QString&, const QString&) override { return false; }
     QString openFile(const QString&, const QString&, const QString&) override { return {}; }
+    QString saveFile(const QString&, const QString&, const QString&) override { return {}; }
     QString openFolder(const QString&, const QString&) override { return {}; }
     [[nodiscard]] int shown() const { return shown_; }
 

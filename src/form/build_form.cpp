@@ -12,6 +12,7 @@
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTableView>
+#include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -189,6 +190,7 @@ QWidget* buildRecordArea(MainForm& form) {
     head->addWidget(form.lblPropertyType, 1);
     head->addWidget(form.tspData);
     column->addLayout(head);
+    column->addWidget(form.aids.lblUsedIn);
     column->addWidget(form.frames, 1);
     column->addWidget(form.nav.fraDBOperation);
     return area;
@@ -225,6 +227,8 @@ void buildStatusBar(QMainWindow& window, MainForm& form) {
     form.StatusBar1 = named(window.statusBar(), "StatusBar1");
     form.statusPanel = named(new QLabel, "StatusBar1Panel1");
     form.StatusBar1->addWidget(form.statusPanel, 1);
+    form.StatusBar1->addWidget(form.aids.lblNotice);
+    form.aids.lblNotice->hide();
     form.databasePanel = named(new QLabel, "StatusBar1Panel2");
     form.databasePanel->setTextFormat(Qt::PlainText);
     form.StatusBar1->addPermanentWidget(form.databasePanel);
@@ -264,7 +268,7 @@ QWidget* buildSplitters(MainForm& form, QSize size) {
     new GrowWithText(*rightSide, *form.txtErrLog);
     auto* whole = named(new QSplitter(Qt::Horizontal), "splTree");
     whole->setChildrenCollapsible(false);
-    whole->addWidget(form.tvwSECSItem);
+    whole->addWidget(buildTreeSide(form.aids, form.tvwSECSItem));
     whole->addWidget(rightSide);
     whole->setStretchFactor(1, 1);
     const int nodes = treeWidth(*form.tvwSECSItem);
@@ -281,6 +285,7 @@ MainForm buildForm(QMainWindow& window) {
     keepGreyedReadable();
     MainForm form;
     buildMenus(window, form);
+    form.aids = buildAids(window);
     buildTree(form);
     buildFrames(form);
     buildNavigator(form);
@@ -291,6 +296,7 @@ MainForm buildForm(QMainWindow& window) {
     window.setCentralWidget(central);
     buildStatusBar(window, form);
     QWidget::setTabOrder(form.tvwSECSItem, form.tspData);
+    form.tvwSECSItem->setFocus();  // and not the find box above it
     closeInputs(form);
     form.showFrame(0);
     window.resize(first);

@@ -6,6 +6,7 @@
 #include <QString>
 #include <array>
 
+#include "form/aids.h"
 #include "form/dragged_columns.h"
 #include "form/error_area.h"
 #include "form/field.h"
@@ -102,6 +103,7 @@ struct MainForm {
     /// cmdRptOrderDown.
     TwoListEditor reports;
     Navigator nav;
+    Aids aids;
 
     std::array<Field*, gem::kControls> inputs{};  // by control; null for what is no input
 

@@ -72,6 +72,7 @@ void Window::showButtons(std::int16_t category, bool editing) const {
     nav.cmdUpdate->setEnabled(open.edit);
     nav.cmdDelete->setEnabled(open.remove);
     showMoveButtons(open.previous, open.next);
+    onButtons(editing);
 }
 
 void Window::showMoveButtons(bool previous, bool next) const {

@@ -96,6 +96,10 @@ void ReportVariables::beginEditing() {
     const std::string id = form::toUtf8(window_.form[gem::Control::txtRptID].text());
     if (filled_ && base::isNumeric(id))
         shown_ = linkRowsOf(window_.operations, gem::kReportVariables, id);
+    sortByNumber();
+}
+
+void ReportVariables::sortByNumber() {
     form::ListView& selected = *window_.form.variables.selected;
     std::vector<form::ListRow> rows = selected.rows();
     std::stable_sort(rows.begin(), rows.end(), comesBefore);

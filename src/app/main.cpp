@@ -2,10 +2,12 @@
 
 #include "app/frm_main.h"
 #include "app/single_instance.h"
+#include "form/crisp_style.h"
 #include "form/dialogs.h"
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
+    QApplication::setStyle(new stelvan::form::CrispStyle);
     QApplication::setApplicationName(QStringLiteral("Stelvan"));
     QApplication::setDesktopFileName(QStringLiteral("stelvan"));
     stelvan::app::SingleInstance instance(stelvan::app::folderOfUser());

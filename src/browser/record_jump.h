@@ -31,6 +31,9 @@ public:
     /// says, or its category could not be loaded, which has been reported.
     bool show(const RecordAddress& address);
 
+    /// The same after its category was loaded anew, which shows what the file holds now.
+    bool showAnew(const RecordAddress& address);
+
     /// The record on screen; nothing where none is, or one that is being added.
     [[nodiscard]] std::optional<RecordAddress> shown() const;
 

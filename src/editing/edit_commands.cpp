@@ -175,6 +175,7 @@ void EditCommands::cmdCancel_Click() {
     window_.errors.handle("cmdCancel_Click", [&] { closeEdit(); });
     state.editMode = EditMode::Browsing;
     state.checksEnabled = true;
+    window_.showButtons();  // the tools ask whether the edit has ended
     access_.focusBrowsing();
 }
 

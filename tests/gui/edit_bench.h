@@ -46,6 +46,11 @@ protected:
         dialogs.answers.push_back(true);
         press(nav().cmdDelete);
     }
+    /// Reports up to 100 belong to the standard.
+    void showReport(const QString& id) {
+        clickCategory(gem::CSTRPT);
+        goTo("txtRptID", id);
+    }
     /// Steps to the n-th record.
     void goToNumber(int number) {
         while (state().current.position < number) press(nav().cmdNext);

@@ -186,7 +186,46 @@ protected:
         dialogs.answers.push_back(yes);
         press(form().nav.cmdDelete);
         dialogs.answers.clear();
-        if (yes && !reserved) model_->remove(kind(), id);
+        if (!yes || reserved) return;
+        const Before before = present();
+        model_->remove(kind(), id);
+        noteUnit(before);
+    }
+
+    /// What the model was before a unit, and which of its records could be foretold.
+    struct Before {
+        WalkModel model;
+        QStringList walked;
+        int idle = 0;  // units since that left the content as it was
+    };
+    std::vector<Before> units_;
+    int undone_ = 0;
+    [[nodiscard]] Before present() const { return {*model_, walked_}; }
+    void noteUnit(const Before& before) {
+        if (before.model.content() != model_->content()) {
+            units_.push_back(before);
+        } else if (!units_.empty()) {
+            ++units_.back().idle;
+        }
+    }
+    void stepUndo() {
+        for (int n = 1 + pick(3); n > 0; --n) undoOne();
+    }
+    void undoOne() {
+        QAction* const action = form().aids.tlbModel->action(form::Tool::Undo);
+        if (!action->isEnabled() || units_.empty()) return;
+        action->trigger();
+        Before& last = units_.back();
+        // A unit that changed nothing may be kept for undo or not.
+        if (last.idle > 0 && WalkModel(file()).content() == model_->content()) {
+            --last.idle;
+            return;
+        }
+        *model_ = last.model;
+        walked_ = last.walked;
+        units_.pop_back();
+        ++undone_;
+        expectSameFile();
     }
 
     /// Fields as the user leaves them; `wrong` is set when a save must be refused.
@@ -431,9 +470,11 @@ protected:
             return;
         }
         ASSERT_FALSE(wrong_) << kind().table << ' ' << id.toStdString();
+        const Before former = present();
         take(adding, before, id);
         if (kind().category == 6 || kind().category == 11) model_->relink(kind(), id, links);
         if (isList) model_->rechild(id, links);
+        noteUnit(former);
         walked_ << kind().table + id;
     }
     /// The save succeeded: the model takes over what was typed.
@@ -481,6 +522,8 @@ protected:
             stepBackOrForward();
         } else if (what < 66) {
             stepDuplicate();
+        } else if (what < 70) {
+            stepUndo();
         } else {
             stepChange();
         }
@@ -508,6 +551,7 @@ TEST_F(RandomWalk, NeverLetsScreenRecordSetAndFileDiffer) {
         }
     }
     expectSameFile();
+    EXPECT_GT(undone_, steps / 100);
     EXPECT_FALSE(jet::anyFault(jet::check(path)));
 }
 

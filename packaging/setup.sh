@@ -10,7 +10,7 @@ test_packages=(libgtest-dev libgmock-dev python3 gzip)
 bench_packages=(libbenchmark-dev)
 package_packages=(debhelper dpkg-dev fakeroot lintian xz-utils python3)
 # They judge what is installed beside the programs; the tests of it are skipped without them.
-checker_packages=(desktop-file-utils appstream mandoc zsh fish)
+checker_packages=(desktop-file-utils appstream mandoc zsh fish x11-utils)
 # Faster builds, independent readers for tests and benchmarks, a display for machines without one, fonts.
 helpful_packages=(ccache lld mdbtools libxml2-utils xvfb xauth fonts-dejavu-core
                   pngquant)

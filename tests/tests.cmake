@@ -108,3 +108,8 @@ foreach(shell bash fish)
              ${shell} ${CMAKE_BINARY_DIR} ${CMAKE_BINARY_DIR}/tests/models/gem.mdb)
     set_tests_properties(packaging.${shell}_completes PROPERTIES SKIP_RETURN_CODE 77)
 endforeach()
+if(TARGET stelvan)
+    add_test(NAME packaging.the_window_belongs_to_its_desktop_entry
+             COMMAND ${CMAKE_SOURCE_DIR}/tests/packaging/window_class.sh ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR})
+    set_tests_properties(packaging.the_window_belongs_to_its_desktop_entry PROPERTIES SKIP_RETURN_CODE 77)
+endif()

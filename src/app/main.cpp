@@ -5,6 +5,7 @@
 #include "app/command_line_reader.h"
 #include "app/frm_main.h"
 #include "app/single_instance.h"
+#include "form/crisp_style.h"
 #include "form/dialogs.h"
 
 namespace {
@@ -20,6 +21,7 @@ int print(const CommandLine& given) {
 }
 
 int openWindow(const QString& file) {
+    QApplication::setStyle(new stelvan::form::CrispStyle);
     stelvan::app::SingleInstance instance(stelvan::app::folderOfUser());
     stelvan::form::QtDialogs dialogs;
     stelvan::app::FrmMain window(dialogs, QApplication::applicationDirPath(),

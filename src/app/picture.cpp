@@ -15,6 +15,7 @@
 #include "app/frm_keys.h"
 #include "app/frm_main.h"
 #include "app/subsystems.h"
+#include "form/crisp_style.h"
 #include "form/dialogs.h"
 
 namespace {
@@ -83,8 +84,9 @@ void addOptions(QCommandLineParser& options) {
 }
 
 void setLook(const QCommandLineParser& options) {
-    if (!options.isSet(QStringLiteral("desktop")))
-        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    const bool desktop = options.isSet(QStringLiteral("desktop"));
+    QStyle* const toolkits = desktop ? nullptr : QStyleFactory::create(QStringLiteral("Fusion"));
+    QApplication::setStyle(new stelvan::form::CrispStyle(toolkits));
     if (options.isSet(QStringLiteral("dark"))) QApplication::setPalette(darkPalette());
     if (const int points = options.value(QStringLiteral("font")).toInt(); points > 0) {
         QFont font = QApplication::font();

@@ -109,6 +109,8 @@ foreach(shell bash fish)
     set_tests_properties(packaging.${shell}_completes PROPERTIES SKIP_RETURN_CODE 77)
 endforeach()
 if(TARGET stelvan)
+    add_test(NAME packaging.the_pictures_are_drawn_by_their_script
+             COMMAND ${CMAKE_SOURCE_DIR}/tests/packaging/guide_pictures.sh ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR})
     add_test(NAME packaging.the_window_belongs_to_its_desktop_entry
              COMMAND ${CMAKE_SOURCE_DIR}/tests/packaging/window_class.sh ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR})
     set_tests_properties(packaging.the_window_belongs_to_its_desktop_entry PROPERTIES SKIP_RETURN_CODE 77)

@@ -21,7 +21,7 @@ cd "$scratch" # the pictures show the path by which the model was opened
 draw() {
     local picture=$folder/$1.png
     shift
-    "$build/stelvan-picture" --size 960x660 "$@" wet-bench/gem.mdb "$picture"
+    "$build/stelvan-picture" --size 960x700 "$@" wet-bench/gem.mdb "$picture"
     if command -v pngquant >/dev/null; then
         pngquant --force --skip-if-larger --quality 70-100 --strip --output "$picture" "$picture" ||
             [ $? -ge 98 ] # not worth it: the picture stays as it is

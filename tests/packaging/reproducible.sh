@@ -17,12 +17,12 @@ else
 fi
 commit=$(git -C "$root" rev-parse HEAD)
 
-# make_in NAME: the packages of the commit, built in FOLDER/NAME; no object of another build is taken for one.
+# make_in NAME: the packages of the commit, built in FOLDER/NAME.
 make_in() {
     rm -rf "${folder:?}/$1"
     git clone -q --no-hardlinks "$root" "$folder/$1"
     git -C "$folder/$1" checkout -q "$commit"
-    (cd "$folder/$1" && CCACHE_DISABLE=1 ./package)
+    (cd "$folder/$1" && ./package)
 }
 
 # sums NAME: of what was made there.

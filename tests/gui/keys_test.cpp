@@ -224,6 +224,7 @@ TEST_F(Keys, InViewAll) {
 TEST_F(Keys, InTheLists) {
     open();
     clickCategory(gem::CSTRPT);
+    goTo("txtRptID", "101");
     edit();
     form::ListView* const selected = form().variables.selected;
     const int rows = selected->rowCount();
@@ -254,7 +255,7 @@ TEST_F(Keys, EachShortcutThatActsIsOnThePage) {
     QStringList named;
     for (const Line& line : linesOfPage()) named << line.key;
     int seen = 0;
-    for (const QAction* action : window->findChildren<QAction*>()) {
+    for (const QAction* action : window->findChildren<QAction*>() + window->actions()) {
         if (!action->isEnabled() || action->shortcut().isEmpty()) continue;
         ++seen;
         EXPECT_TRUE(named.contains(action->shortcut().toString(QKeySequence::PortableText)))

@@ -1,5 +1,7 @@
 #include "browser/browser.h"
 
+#include <QTabBar>
+
 #include "form/tool_bar.h"
 
 namespace stelvan::browser {
@@ -18,10 +20,21 @@ void Browser::connectAids() {
         tools.follow(!editing);
     };
     tools.setHook(
-        form::Tool::Back, [this] { history.goBack(); }, [this] { return history.canGoBack(); });
+        form::Tool::Back,
+        [this, &tools] {
+            history.goBack();
+            tools.follow();
+        },
+        [this] { return history.canGoBack(); });
     tools.setHook(
-        form::Tool::Forward, [this] { history.goForward(); },
+        form::Tool::Forward,
+        [this, &tools] {
+            history.goForward();
+            tools.follow();
+        },
         [this] { return history.canGoForward(); });
+    QObject::connect(window.form.tspData, &QTabBar::currentChanged, &tools,
+                     [&tools] { tools.follow(); });
     find.connectControls();
     gridActions.connectGrid();
     keys.install();

@@ -71,8 +71,8 @@ void FindBox::lookIntoTexts() {
     if (moment_ != index_.moment()) return look();
     const std::size_t before = found_.size();
     try {
-        // A file that was changed a moment ago is looked through with the next key.
-        searchTexts(index_, query_, kMost, found_);
+        // A file that has changed meanwhile is looked through from the beginning.
+        if (!searchTexts(index_, query_, kMost, found_)) return look();
     } catch (const jet::Error& failure) {
         say(form::toQt(failure.what()));
     }

@@ -38,9 +38,12 @@ std::optional<RecordAddress> GoToId::find(const QString& typed) const {
     const auto id = model::wholeNumber(jet::Value(std::string(base::trimBlanks(text))));
     if (!id) return std::nullopt;
     index_.refresh(window_.operations.path());
-    auto item = index_.find(window_.state.category, *id);
-    for (std::int16_t category = 1; !item && category <= gem::kCategories; ++category)
-        item = index_.find(category, *id);
+    const std::int16_t present = window_.state.category;
+    auto item = index_.find(present, *id);
+    for (const bool sameKind : {true, false})
+        for (std::int16_t other = 1; !item && other <= gem::kCategories; ++other)
+            if ((gem::kindOf(other) == gem::kindOf(present)) == sameKind)
+                item = index_.find(other, *id);
     if (!item) return std::nullopt;
     return jump_.addressOf(index_.items()[*item]);
 }

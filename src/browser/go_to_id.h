@@ -1,5 +1,5 @@
 // "Go to ID": a small window that takes an identifier and shows the record that has it, of the
-// present category first, then of the others in the order of the tree.
+// present category first, then of its kind, then of any, in the order of the tree.
 #pragma once
 
 #include <QDialog>

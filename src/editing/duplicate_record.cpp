@@ -20,7 +20,7 @@ const form::TwoListEditor* copiedLinks(const form::MainForm& form, std::int16_t 
 
 bool EditCommands::mayDuplicate() const {
     const form::MainForm& form = window_.form;
-    return !window_.state.editing() && recordShown() && form.nav.cmdNew->isEnabled() &&
+    return recordShown() && form.nav.cmdNew->isEnabled() &&
            form.tspData->currentIndex() == browser::kPropertiesTab - 1;
 }
 
@@ -36,7 +36,7 @@ EditCommands::Original EditCommands::shownRecord() const {
 }
 
 void EditCommands::cmdDuplicate_Click() {
-    if (!mayDuplicate()) return;
+    if (window_.state.editing() || !mayDuplicate()) return;
     Original original;
     const bool read = window_.errors.handle("cmdDuplicate_Click", [&] {
         completeDisplay();

@@ -21,7 +21,7 @@ public:
     void cmdNew_Click();
     /// Begins a record filled from the one shown: all but the identifier, which is proposed anew,
     /// and the children of a list, which can be in one list only. The name is taken over, selected,
-    /// to be changed. Nothing unless mayDuplicate().
+    /// to be changed. Nothing while a record is added or edited, nor unless mayDuplicate().
     void cmdDuplicate_Click();
     /// Whether a record is shown, in "Properties", to whose kind one may be added now.
     [[nodiscard]] bool mayDuplicate() const;

@@ -77,6 +77,12 @@ int exportCommand(const std::filesystem::path& file, const std::filesystem::path
 /// Makes a file equal to such texts and prints each change; with `dryRun` nothing is written.
 int importCommand(const std::filesystem::path& folder, const std::filesystem::path& file,
                   bool dryRun);
+/// The model as tables for spreadsheets, one for each category, into a folder.
+int exportSheetsCommand(const std::filesystem::path& file, const std::filesystem::path& folder);
+/// Adds and changes the items of such a table and prints each change; with `dryRun` nothing is
+/// written.
+int importSheetCommand(const std::filesystem::path& sheet, const std::filesystem::path& file,
+                       bool dryRun);
 /// The same texts as one stream.
 int textCommand(const std::filesystem::path& file);
 /// Starts a model of one's own: a copy of the shipped template in `folder` (made if need be), with

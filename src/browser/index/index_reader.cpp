@@ -175,7 +175,7 @@ void IndexReader::refer(NumberPairs IndexReader::*users, NumberPairs IndexReader
 
 void IndexReader::readTexts(
     std::span<const IndexedItem> known,
-    const std::function<bool(std::size_t item, std::string_view text)>& look) {
+    const std::function<void(std::size_t item, std::string_view text)>& look) {
     std::string held;
     for (std::size_t at = 0; at < known.size();) {
         const Part part = known[at].part;
@@ -188,7 +188,7 @@ void IndexReader::readTexts(
         }
         // The same rows in the same order, since the file is as it was.
         for (const auto row = table->scan({text}); row->next(); ++at)
-            if (!look(at, textOf(*row, text, held))) return;
+            look(at, textOf(*row, text, held));
     }
 }
 

@@ -30,7 +30,7 @@ public:
 
     /// The descriptions of items that were read at the same moment.
     void readTexts(std::span<const IndexedItem> known,
-                   const std::function<bool(std::size_t item, std::string_view text)>& look);
+                   const std::function<void(std::size_t item, std::string_view text)>& look);
 
 private:
     [[nodiscard]] jet::Table* tableOf(model::Part part);

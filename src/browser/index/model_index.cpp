@@ -119,12 +119,13 @@ std::vector<Use> ModelIndex::usesOf(std::int16_t category, std::int64_t id) cons
     return uses;
 }
 
-void ModelIndex::eachText(
-    const std::function<bool(std::size_t item, std::string_view text)>& look) {
-    if (!database_) return;
+bool ModelIndex::eachText(
+    const std::function<void(std::size_t item, std::string_view text)>& look) {
+    if (!database_) return false;
     const auto unchanged = database_->beginRead();
-    if (database_->moment() != moment_) return;
+    if (database_->moment() != moment_) return false;
     IndexReader(*database_).readTexts(items_, look);
+    return true;
 }
 
 }  // namespace stelvan::browser

@@ -96,9 +96,10 @@ public:
     /// shown in no category are left out.
     [[nodiscard]] std::vector<Use> usesOf(std::int16_t category, std::int64_t id) const;
 
-    /// Reads the descriptions of all items, in the order of items(), until `look` gives false.
-    /// Reads nothing where the file is no longer as it was at refresh(). Throws jet::Error.
-    void eachText(const std::function<bool(std::size_t item, std::string_view text)>& look);
+    /// Reads the descriptions of all items, in the order of items(). False, and nothing is read,
+    /// where the file is not known to be as it was at refresh(). Throws jet::Error.
+    [[nodiscard]] bool eachText(
+        const std::function<void(std::size_t item, std::string_view text)>& look);
 
 private:
     /// The items of a part with an identifier; usually one.

@@ -89,17 +89,16 @@ std::vector<Match> search(const ModelIndex& index, const std::string& query, std
     return found;
 }
 
-void searchTexts(ModelIndex& index, const std::string& query, std::size_t most,
+bool searchTexts(ModelIndex& index, const std::string& query, std::size_t most,
                  std::vector<Match>& found) {
-    if (found.size() >= most) return;
+    if (found.size() >= most) return true;
     std::vector<bool> known(index.items().size());
     for (const Match& match : found) known[match.item] = true;
     TextSearch texts(query);
     const auto begin = static_cast<std::ptrdiff_t>(found.size());
-    index.eachText([&](std::size_t item, std::string_view text) {
+    const bool read = index.eachText([&](std::size_t item, std::string_view text) {
         const bool shown = index.items()[item].category != gem::NO_CATEGORY;
         if (shown && !known[item] && texts.finds(text)) found.push_back({item, Reason::Text});
-        return true;
     });
     const auto rank = [&](const Match& match) {
         return std::pair(index.items()[match.item].category, match.item);
@@ -107,6 +106,7 @@ void searchTexts(ModelIndex& index, const std::string& query, std::size_t most,
     std::ranges::sort(found.begin() + begin, found.end(), {}, rank);
     if (found.size() > most)
         found.erase(found.begin() + static_cast<std::ptrdiff_t>(most), found.end());
+    return read;
 }
 
 }  // namespace stelvan::browser

@@ -27,8 +27,9 @@ struct Match {
                                         std::size_t most);
 
 /// Adds records whose description holds the query and that were not found otherwise, until there
-/// are `most`. Throws jet::Error.
-void searchTexts(ModelIndex& index, const std::string& query, std::size_t most,
-                 std::vector<Match>& found);
+/// are `most`. False, and nothing is added, where the file is not known to be as the index has it.
+/// Throws jet::Error.
+[[nodiscard]] bool searchTexts(ModelIndex& index, const std::string& query, std::size_t most,
+                               std::vector<Match>& found);
 
 }  // namespace stelvan::browser

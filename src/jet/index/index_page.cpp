@@ -102,6 +102,15 @@ std::size_t IndexPage::startOf(std::size_t within) const {
     return word * kWordBits + kWordBits - 1 - static_cast<std::size_t>(std::countl_zero(bits));
 }
 
+std::size_t IndexPage::entryCount() const {
+    if (empty()) return 0;
+    std::size_t count = 0;
+    for (std::size_t word = 0; word < end_ / kWordBits; ++word)
+        count += static_cast<std::size_t>(std::popcount(maskWord(word)));
+    const std::uint64_t upToEnd = maskWord(end_ / kWordBits) << (kWordBits - 1 - end_ % kWordBits);
+    return count + static_cast<std::size_t>(std::popcount(upToEnd));
+}
+
 Bytes IndexPage::stored(std::size_t start) const {
     return entryArea().subspan(start, endOf(start) - start);
 }

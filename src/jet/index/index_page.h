@@ -89,6 +89,9 @@ public:
     [[nodiscard]] std::size_t startOf(std::size_t within) const;
     [[nodiscard]] std::size_t lastStart() const { return startOf(end_ - 1); }
 
+    /// How many entries the mask tells of.
+    [[nodiscard]] std::size_t entryCount() const;
+
     /// The bytes of an entry as they stand in the page, without the prefix unless it is the first.
     [[nodiscard]] Bytes stored(std::size_t start) const;
 

@@ -142,6 +142,39 @@ std::optional<RowId> IndexTree::find(Bytes key, IndexPlace& place) const {
     return rowUnder(key, *spot);
 }
 
+// Empty leaves may stand before the one that has it.
+std::optional<EntryBytes> IndexTree::lastBelow(Bytes bound) const {
+    PageNumber number = descend(bound);
+    std::size_t end = IndexPage(file_->read(number), number, definition_).lowerBound(bound);
+    for (PageNumber seen = 0; seen <= file_->pageCount(); ++seen) {
+        const IndexPage page(file_->read(number), number, definition_);
+        if (seen > 0) end = page.end();
+        if (end > 0) {
+            EntryBytes entry;
+            page.copyEntry(page.startOf(end - 1), entry);
+            return entry;
+        }
+        if (page.previous() == 0) return std::nullopt;
+        number = page.previous();
+    }
+    throwCorrupt(number, "the leaves of its index run in a circle.");
+}
+
+std::uint64_t IndexTree::countEntries(const std::function<void()>& afterPage) const {
+    std::uint64_t count = 0;
+    PageNumber number = descend({});
+    for (PageNumber seen = 0; seen <= file_->pageCount(); ++seen) {
+        const IndexPage page(file_->read(number), number, definition_);
+        if (!page.isLeaf()) throwCorrupt(number, "it should be a leaf of an index.");
+        count += page.entryCount();
+        const PageNumber next = page.next();
+        if (next == 0) return count;
+        number = next;
+        afterPage();
+    }
+    throwCorrupt(number, "the leaves of its index run in a circle.");
+}
+
 bool IndexTree::holdsOther(Bytes key, RowId self) const {
     std::optional<Spot> spot = locate(key);
     if (!spot) return false;

@@ -11,6 +11,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -88,6 +89,13 @@ public:
 
     /// The same; where there is none, `place` is where the key belongs.
     [[nodiscard]] std::optional<RowId> find(Bytes key, IndexPlace& place) const;
+
+    /// The last entry whose key is below `bound`: key and row pointer.
+    [[nodiscard]] std::optional<EntryBytes> lastBelow(Bytes bound) const;
+
+    /// How many entries there are. `afterPage` is called behind each leaf: nothing read before is
+    /// looked at again.
+    [[nodiscard]] std::uint64_t countEntries(const std::function<void()>& afterPage) const;
 
     /// Whether a row other than `self` stands under exactly this key.
     [[nodiscard]] bool holdsOther(Bytes key, RowId self) const;

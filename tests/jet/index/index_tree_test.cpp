@@ -65,6 +65,25 @@ TEST_F(IndexTreeTest, RangesBeginAndEndWhereTheyShould) {
     EXPECT_FALSE(tree_.startingAt(numberKey(99999)).next());
 }
 
+TEST_F(IndexTreeTest, CountsItsEntriesAndKnowsTheLastBelowAKey) {
+    const auto count = [&] { return tree_.countEntries([] {}); };
+    EXPECT_EQ(count(), 0u);
+    EXPECT_FALSE(tree_.lastBelow(numberKey(5)).has_value());
+    Random random(3);
+    for (std::uint32_t i = 0; i < 6000; ++i)
+        insert(numberKey(random() % 9000), {i, static_cast<std::uint8_t>(i)});
+    EXPECT_EQ(count(), model_.size());
+    for (std::uint32_t number = 0; number < 9100; number += 13) {
+        const Key bound = numberKey(number);
+        const auto next = model_.lower_bound({bound, RowId{}});
+        const auto found = tree_.lastBelow(bound);
+        ASSERT_EQ(found.has_value(), next != model_.begin()) << number;
+        if (found) {
+            EXPECT_EQ(rowOfEntry(*found), std::prev(next)->second) << number;
+        }
+    }
+}
+
 TEST_F(IndexTreeTest, KnowsWhetherAnotherRowHasTheKeyAcrossLeaves) {
     for (std::uint32_t i = 0; i < 2000; ++i) insert(numberKey(i / 2), {i + 1, 0});
     for (std::uint32_t i = 0; i < 2000; ++i) {

@@ -50,6 +50,7 @@ void printMemory() {
 
 std::vector<Question> questions() {
     return {{"read all rows", "mdb-export", 1.0 / 14, 0, kRows, "row"},
+            {"dump all rows, program and all", "mdb-export", 1.0 / 5, 0, kRows, "row"},
             {"insert rows in one unit", "SQLite", 1, 0, kInserted, "row"},
             {"find, change and sync one row", "SQLite", 1, 0, 1, ""},
             {"look up a row by id", "SQLite", 1, 10, 1, ""},

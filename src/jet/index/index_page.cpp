@@ -33,11 +33,9 @@ std::uint64_t sumOfQuarters(std::uint64_t quarters) {
 }  // namespace
 
 void makeEntry(Bytes key, RowId row, EntryBytes& entry) {
-    entry.assign(key.begin(), key.end());
-    entry.push_back(static_cast<std::uint8_t>(row.page >> 16));
-    entry.push_back(static_cast<std::uint8_t>(row.page >> 8));
-    entry.push_back(static_cast<std::uint8_t>(row.page));
-    entry.push_back(row.slot);
+    entry.resize(key.size() + index_page::kRowPointer);
+    std::ranges::copy(key, entry.begin());
+    putU32(entry, key.size(), __builtin_bswap32(row.page << 8 | row.slot));
 }
 
 RowId rowOfEntry(Bytes entry) {
@@ -89,7 +87,8 @@ IndexPage::IndexPage(PageBytes bytes, PageNumber number, PageNumber definition)
     }
     const bool marked = (maskWord(end_ / kWordBits) >> (end_ % kWordBits) & 1) != 0;
     if (!marked) damaged("its last entry does not end where its free space begins.");
-    if (prefix_ > endOf(0)) damaged("its entries share more bytes than the first one has.");
+    if (prefix_ != 0 && prefix_ > endOf(0))
+        damaged("its entries share more bytes than the first one has.");
 }
 
 // Positions are below the size of the entry area, so that the word lies within the page.
@@ -129,15 +128,13 @@ Bytes IndexPage::stored(std::size_t start) const {
     return entryArea().subspan(start, endOf(start) - start);
 }
 
-void IndexPage::copyEntry(std::size_t start, EntryBytes& entry) const {
+void IndexPage::appendEntry(std::size_t start, EntryBytes& entries) const {
     const Bytes bytes = stored(start);
-    entry.clear();
-    if (start != 0)
-        entry.assign(entryArea().begin(),
-                     entryArea().begin() + static_cast<std::ptrdiff_t>(prefix_));
-    entry.insert(entry.end(), bytes.begin(), bytes.end());
+    const Bytes shared = start == 0 ? Bytes() : sharedPrefix();
     const std::size_t least = index_page::kRowPointer + (leaf_ ? 0 : index_page::kChild);
-    if (entry.size() < least) damaged("an entry of its index is too short.");
+    if (shared.size() + bytes.size() < least) damaged("an entry of its index is too short.");
+    entries.insert(entries.end(), shared.begin(), shared.end());
+    entries.insert(entries.end(), bytes.begin(), bytes.end());
 }
 
 PageNumber IndexPage::child(std::size_t start) const {

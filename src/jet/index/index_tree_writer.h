@@ -18,14 +18,10 @@ namespace stelvan::jet {
 
 class IndexTreeWriter {
 public:
-    /// `place` is where the entry stands, or where it belongs.
+    /// `path` leads to where the entry stands, or where it belongs; it is used up.
     IndexTreeWriter(PageFile& file, PageNumber root, PageNumber definition, PageAllocator& pages,
-                    IndexPlace place)
-        : file_(file),
-          root_(root),
-          definition_(definition),
-          pages_(pages),
-          path_(std::move(place.steps)) {}
+                    std::vector<IndexPlace::Step>& path)
+        : file_(file), root_(root), definition_(definition), pages_(pages), path_(path) {}
 
     /// See IndexTree. Throws Misuse where the entry does not belong to the place.
     bool insert(Bytes entry);
@@ -68,7 +64,7 @@ private:
     PageNumber root_;
     PageNumber definition_;
     PageAllocator& pages_;
-    std::vector<Step> path_;
+    std::vector<Step>& path_;
 };
 
 /// The entry of a node that leads to `child`: the key and row pointer of `bound`, then the child's

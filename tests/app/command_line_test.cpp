@@ -11,6 +11,7 @@
 #include "base/version.h"
 #include "tests/support/qt_text.h"
 #include "tests/support/run_gemdb.h"
+#include "tests/support/scratch_dir.h"
 
 namespace stelvan::app {
 namespace {
@@ -20,6 +21,25 @@ using Wish = CommandLine::Wish;
 CommandLine read(const QStringList& arguments) {
     return readCommandLine(QStringList{"stelvan"} + arguments);
 }
+
+test::ProgramRun run(const char* option) {
+    return test::runProgram(STELVAN_BINARY_DIR "/stelvan", {option});
+}
+
+/// Sets a variable of the environment as long as the object lives.
+class Variable {
+public:
+    Variable(const char* name, const char* value) : name_(name), before_(qgetenv(name)) {
+        qputenv(name, value);
+    }
+    ~Variable() { qputenv(name_, before_); }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+
+private:
+    const char* name_;
+    QByteArray before_;
+};
 
 /// The words of a text, wherever its lines are broken.
 std::string words(const std::string& text) {
@@ -62,21 +82,23 @@ TEST(WindowCommandLine, WhatIsNotUnderstoodIsOneLine) {
 }
 
 TEST(WindowCommandLine, TheProgramAnswersWithoutADisplay) {
-    qputenv("QT_QPA_PLATFORM", "none of these");
-    const test::ProgramRun help = test::runProgram(STELVAN_BINARY_DIR "/stelvan", {"--help"});
-    const test::ProgramRun version = test::runProgram(STELVAN_BINARY_DIR "/stelvan", {"-v"});
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    EXPECT_EQ(help.status, 0);
-    EXPECT_EQ(help.err, "");
-    EXPECT_EQ(version.out, base::version() + "\n");
-    const test::ProgramRun mistake = test::runProgram(STELVAN_BINARY_DIR "/stelvan", {"--odd"});
+    const test::ScratchDir scratch;  // where there is no folder for it the toolkit complains
+    const Variable runtime("XDG_RUNTIME_DIR", scratch.path().c_str());
+    {
+        const Variable platform("QT_QPA_PLATFORM", "none of these");
+        const test::ProgramRun help = run("--help");
+        EXPECT_EQ(help.status, 0);
+        EXPECT_EQ(help.err, "");
+        EXPECT_EQ(run("-v").out, base::version() + "\n");
+    }
+    const test::ProgramRun mistake = run("--odd");
     EXPECT_EQ(mistake.status, 2);
     EXPECT_EQ(mistake.out, "");
     EXPECT_EQ(mistake.err, "stelvan: Unknown option 'odd'; see stelvan --help\n");
 }
 
 TEST(WindowCommandLine, HelpAndTheManualPageSayTheSame) {
-    const std::string help = words(test::runProgram(STELVAN_BINARY_DIR "/stelvan", {"--help"}).out);
+    const std::string help = words(run("--help").out);
     std::string page = words(test::readFile(STELVAN_BINARY_DIR "/texts/stelvan.1"));
     std::erase(page, '\\');
     for (const std::string& place : {help, page}) {

@@ -4,6 +4,7 @@
 #include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QStyleFactory>
 #include <QTabBar>
@@ -11,13 +12,16 @@
 #include <QTreeWidget>
 
 #include "app/frm_gem_database.h"
+#include "app/frm_keys.h"
 #include "app/frm_main.h"
 #include "app/subsystems.h"
+#include "form/crisp_style.h"
 #include "form/dialogs.h"
 
 namespace {
 
 using stelvan::app::FrmGEMDatabase;
+using stelvan::app::FrmKeys;
 using stelvan::app::FrmMain;
 
 /// Prints what a box would show; nobody is there to close one.
@@ -65,6 +69,7 @@ void addOptions(QCommandLineParser& options) {
     };
     add("category", "key of the category to show; empty for none", "key", "CSTVSV");
     add("record", "number of the record to show", "n", "1");
+    add("find", "what to look for in the find box", "text", "");
     add("font", "size of the font in points", "points", "");
     add("size", "size of the window", "size", "1100x760");
     options.addOption({QStringLiteral("all"), QStringLiteral("show the grid of all records")});
@@ -74,12 +79,14 @@ void addOptions(QCommandLineParser& options) {
     options.addOption({QStringLiteral("fault"), QStringLiteral("empty the name, so that it is at "
                                                                "fault")});
     options.addOption({QStringLiteral("first"), QStringLiteral("show the first dialog instead")});
+    options.addOption({QStringLiteral("keys"), QStringLiteral("show the page of keys instead")});
     options.addOption({QStringLiteral("desktop"), QStringLiteral("keep the desktop's own look")});
 }
 
 void setLook(const QCommandLineParser& options) {
-    if (!options.isSet(QStringLiteral("desktop")))
-        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    const bool desktop = options.isSet(QStringLiteral("desktop"));
+    QStyle* const toolkits = desktop ? nullptr : QStyleFactory::create(QStringLiteral("Fusion"));
+    QApplication::setStyle(new stelvan::form::CrispStyle(toolkits));
     if (options.isSet(QStringLiteral("dark"))) QApplication::setPalette(darkPalette());
     if (const int points = options.value(QStringLiteral("font")).toInt(); points > 0) {
         QFont font = QApplication::font();
@@ -107,19 +114,19 @@ void arrange(FrmMain& window, const QCommandLineParser& options) {
     }
     for (int n = options.value(QStringLiteral("record")).toInt(); n > 1; --n)
         window.window().form.nav.cmdNext->click();
+    if (const QString text = options.value(QStringLiteral("find")); !text.isEmpty())
+        window.window().form.aids.txtFind->setText(text);
     if (options.isSet(QStringLiteral("edit"))) window.window().form.nav.cmdUpdate->click();
     if (options.isSet(QStringLiteral("add"))) window.window().form.nav.cmdNew->click();
     if (options.isSet(QStringLiteral("fault"))) makeFaulty(window);
     if (options.isSet(QStringLiteral("all"))) window.window().form.tspData->setCurrentIndex(1);
 }
 
-/// Draws a window as it stands once everything that was put off is done. On a real display it is
-/// first given the time to come up.
+/// Draws a window as it stands once it has come up and everything that was put off is done.
 bool written(QWidget& window, const QString& picture) {
     constexpr int kPatience = 300;  // milliseconds
     window.show();
-    QDeadlineTimer patience(
-        QGuiApplication::platformName() == QLatin1String("offscreen") ? 0 : kPatience);
+    QDeadlineTimer patience(kPatience);
     do {
         QApplication::processEvents(QEventLoop::AllEvents, 20);
     } while (!patience.hasExpired());
@@ -144,6 +151,10 @@ int main(int argc, char** argv) {
     if (options.isSet(QStringLiteral("first"))) {
         FrmGEMDatabase dialog(window.window().errors, dialogs, QFileInfo(files[0]).path());
         return written(dialog, files[1]) ? 0 : 1;
+    }
+    if (options.isSet(QStringLiteral("keys"))) {
+        FrmKeys keys(nullptr);
+        return written(keys, files[1]) ? 0 : 1;
     }
     window.start(files[0]);
     const QStringList size = options.value(QStringLiteral("size")).split(QLatin1Char('x'));

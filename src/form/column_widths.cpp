@@ -19,6 +19,7 @@ constexpr int kCellMargin = 12;
 struct Column {
     int index = 0;
     int width = 0;
+    int wanted = 0;  // for its longest text
     bool holdsTexts = false;
 };
 
@@ -31,12 +32,15 @@ bool isNumberOrFlag(const QString& cell) {
 Column measured(const QTableView& grid, int index) {
     const QAbstractItemModel& model = *grid.model();
     const QFontMetrics font = grid.fontMetrics();
-    Column column{index, grid.horizontalHeader()->sectionSizeHint(index), false};
+    Column column;
+    column.index = index;
+    column.width = grid.horizontalHeader()->sectionSizeHint(index);
     const int most = kMostLetters * font.averageCharWidth();
     for (int row = 0; row < std::min(model.rowCount(), kRowsLookedAt); ++row) {
         const QString cell = model.index(row, index).data().toString();
-        const int needed = std::min(font.horizontalAdvance(cell), most) + kCellMargin;
-        column.width = std::max(column.width, needed);
+        const int whole = font.horizontalAdvance(cell) + kCellMargin;
+        column.width = std::max(column.width, std::min(whole, most));
+        column.wanted = std::max(column.wanted, whole);
         column.holdsTexts = column.holdsTexts || !isNumberOrFlag(cell);
     }
     return column;
@@ -51,6 +55,12 @@ void fitColumns(QTableView& grid) {
         if (grid.isColumnHidden(c)) continue;
         columns.push_back(measured(grid, c));
         room -= columns.back().width;
+    }
+    // Texts that are cut come first.
+    for (Column& column : columns) {
+        const int more = std::clamp(column.wanted - column.width, 0, std::max(room, 0));
+        column.width += more;
+        room -= more;
     }
     auto texts = static_cast<int>(std::count_if(columns.begin(), columns.end(),
                                                 [](const Column& c) { return c.holdsTexts; }));

@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "gemdb/commands.h"
 #include "gemdb/json_line.h"
+#include "gemdb/working.h"
 #include "jet/rows/value_text.h"
 #include "model/check/check.h"
 #include "model/check/fix.h"
@@ -21,7 +22,7 @@ std::vector<Finding> findingsOf(const std::filesystem::path& file, const CheckRe
     if (request.structure) findings = model::checkStructure(file, request.strict);
     if (!request.model) return findings;
     try {
-        std::vector<Finding> more = model::check(model::read(file));
+        std::vector<Finding> more = model::check(model::read(file), {Working::progress()});
         std::move(more.begin(), more.end(), std::back_inserter(findings));
     } catch (const jet::Error& error) {
         if (error.kind() != jet::ErrorKind::Corrupt || !model::needsAction(findings)) throw;

@@ -25,6 +25,9 @@ inline constexpr int kFailed = 2;
 class Output {
 public:
     void write(std::string_view text);
+    /// What is appended here is written too; call flushWhenFull() now and then.
+    [[nodiscard]] std::string& buffer() { return buffer_; }
+    void flushWhenFull();
     void finish();
 
 private:
@@ -77,6 +80,12 @@ int exportCommand(const std::filesystem::path& file, const std::filesystem::path
 /// Makes a file equal to such texts and prints each change; with `dryRun` nothing is written.
 int importCommand(const std::filesystem::path& folder, const std::filesystem::path& file,
                   bool dryRun);
+/// The model as tables for spreadsheets, one for each category, into a folder.
+int exportSheetsCommand(const std::filesystem::path& file, const std::filesystem::path& folder);
+/// Adds and changes the items of such a table and prints each change; with `dryRun` nothing is
+/// written.
+int importSheetCommand(const std::filesystem::path& sheet, const std::filesystem::path& file,
+                       bool dryRun);
 /// The same texts as one stream.
 int textCommand(const std::filesystem::path& file);
 /// Starts a model of one's own: a copy of the shipped template in `folder` (made if need be), with

@@ -1,4 +1,5 @@
 #include "gemdb/commands.h"
+#include "gemdb/working.h"
 #include "model/check/check.h"
 #include "model/core/refusal.h"
 #include "model/core/sink.h"
@@ -19,7 +20,7 @@ int docCommand(const std::filesystem::path& file, const DocRequest& request) {
     const model::Model whole = model::read(file);
     requireModel(whole);
     std::vector<model::Finding> findings;
-    if (request.findings) findings = model::check(whole);
+    if (request.findings) findings = model::check(whole, {Working::progress()});
     model::writeWhole(request.out, [&](const model::Sink& sink) {
         model::writeManual(whole,
                            request.findings

@@ -1,10 +1,16 @@
 #include "gemdb/commands.h"
 #include "model/text/export_text.h"
+#include "model/text/sheets.h"
 
 namespace stelvan::gemdb {
 
 int exportCommand(const std::filesystem::path& file, const std::filesystem::path& folder) {
     model::exportText(model::read(file), folder);
+    return kDone;
+}
+
+int exportSheetsCommand(const std::filesystem::path& file, const std::filesystem::path& folder) {
+    model::exportSheets(model::read(file), folder);
     return kDone;
 }
 

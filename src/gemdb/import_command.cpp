@@ -1,11 +1,14 @@
-#include <memory>
+#include <functional>
 #include <stdexcept>
 
 #include "gemdb/commands.h"
 #include "gemdb/terminal.h"
 #include "jet/database.h"
 #include "model/compare/change_text.h"
+#include "model/compare/plan_differences.h"
+#include "model/core/new_rows.h"
 #include "model/core/refusal.h"
+#include "model/text/import_sheet.h"
 #include "model/text/import_text.h"
 
 namespace stelvan::gemdb {
@@ -32,27 +35,29 @@ auto aboutFile(const fs::path& file, const fs::path& folder, const Body& body) {
     }
 }
 
+using Planning = std::function<model::WritePlan(jet::Database&)>;
+
 /// What would be done, or was done.
-model::WritePlan run(const fs::path& file, model::ModelText text, bool dryRun) {
+model::WritePlan run(const fs::path& file, const Planning& planned, bool dryRun) {
     jet::Database database =
         jet::Database::open(file, dryRun ? jet::Access::ReadOnly : jet::Access::ReadWrite);
     if (dryRun) {
         const auto unchanged = database.beginRead();
-        return model::planImport(database, std::move(text));
+        return planned(database);
     }
     jet::UnitOfWork unit(database);
-    model::WritePlan plan = model::planImport(database, std::move(text));
+    model::WritePlan plan = planned(database);
     model::apply(database, plan);
     unit.commit();
     return plan;
 }
 
 /// Each change as it is found, and the summary.
-void printChanges(const model::WritePlan& plan, bool dryRun, Output& output) {
+void printChanges(model::WritePlan plan, bool dryRun, Output& output) {
     const bool coloured = wantsColours();
     std::vector<model::ItemChange> counted;  // without what they say
     if (plan.rows() != model::Written{}) {
-        model::differences(plan.before, plan.after, [&](model::ItemChange&& change) {
+        model::differences(std::move(plan), [&](model::ItemChange&& change) {
             model::writeChanges({&change, 1}, coloured,
                                 [&](std::string_view text) { output.write(text); });
             model::ItemChange& kind = counted.emplace_back();
@@ -63,17 +68,34 @@ void printChanges(const model::WritePlan& plan, bool dryRun, Output& output) {
     output.write(model::summaryOf(counted, dryRun) + "\n");
 }
 
+int printed(model::WritePlan plan, bool dryRun) {
+    Output output;
+    printChanges(std::move(plan), dryRun, output);
+    output.finish();
+    return kDone;
+}
+
 }  // namespace
 
 int importCommand(const fs::path& folder, const fs::path& file, bool dryRun) {
     model::ModelText text = model::readText(folder);
-    model::WritePlan plan =
-        aboutFile(file, folder, [&] { return run(file, std::move(text), dryRun); });
-    model::sortRows(plan.after);
-    Output output;
-    printChanges(plan, dryRun, output);
-    output.finish();
-    return kDone;
+    return printed(aboutFile(file, folder,
+                             [&] {
+                                 const auto planned = [&](jet::Database& database) {
+                                     return model::planImport(database, std::move(text));
+                                 };
+                                 return run(file, planned, dryRun);
+                             }),
+                   dryRun);
+}
+
+int importSheetCommand(const fs::path& sheet, const fs::path& file, bool dryRun) {
+    const auto planned = [&](jet::Database& database) {
+        model::Model wanted = model::withSheet(model::read(database), sheet);
+        model::switchOffUnsaidFlags(database, wanted);
+        return model::planWrite(database, std::move(wanted));
+    };
+    return printed(aboutFile(file, sheet, [&] { return run(file, planned, dryRun); }), dryRun);
 }
 
 }  // namespace stelvan::gemdb

@@ -18,13 +18,13 @@ std::string conflictSummary(std::size_t count, std::optional<model::Side> decide
 }  // namespace
 
 int mergeCommand(const MergeFiles& files, const MergeOptions& options) {
-    const model::Model base = readModel(files.base);
-    const model::Model theirs = readModel(files.theirs);
+    model::Model base = readModel(files.base);
+    model::Model theirs = readModel(files.theirs);
     std::vector<model::Conflict> conflicts;
     std::vector<model::ItemChange> changes;
     bool undecided = false;
     const auto merged = [&](const model::Model& ours) -> std::optional<model::Model> {
-        model::Merge merge = model::merge(base, ours, theirs, options.decide);
+        model::Merge merge = model::merge(std::move(base), ours, std::move(theirs), options.decide);
         conflicts = std::move(merge.conflicts);
         undecided = !conflicts.empty() && !options.decide;
         changes = model::differences(ours, merge.merged);

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "gemdb/commands.h"
+#include "gemdb/working.h"
 
 namespace stelvan::gemdb {
 
@@ -13,6 +14,10 @@ constexpr std::size_t kBufferSize = 1 << 16;
 
 void Output::write(std::string_view text) {
     buffer_ += text;
+    flushWhenFull();
+}
+
+void Output::flushWhenFull() {
     if (buffer_.size() >= kBufferSize) flush();
 }
 
@@ -23,6 +28,7 @@ void Output::finish() {
 }
 
 void Output::flush() {
+    if (Working* const working = Working::current()) working->makeRoom();
     if (std::fwrite(buffer_.data(), 1, buffer_.size(), stdout) != buffer_.size()) {
         throw std::runtime_error(std::string("output: ") + std::strerror(errno));
     }

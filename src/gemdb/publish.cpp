@@ -3,6 +3,7 @@
 
 #include "base/text.h"
 #include "gemdb/commands.h"
+#include "gemdb/working.h"
 
 namespace stelvan::gemdb {
 
@@ -22,6 +23,7 @@ void publishTo(const std::string& out, const fs::path& file,
 }
 
 void printNotes(const std::vector<std::string>& notes) {
+    if (Working* const working = Working::current()) working->makeRoom();
     for (const std::string& note : notes)
         std::fprintf(stderr, "gemdb: note: %s\n", base::onOneLine(note).c_str());
 }

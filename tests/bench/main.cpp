@@ -50,9 +50,12 @@ void printMemory() {
 
 std::vector<Question> questions() {
     return {{"read all rows", "mdb-export", 1.0 / 14, 0, kRows, "row"},
+            {"dump all rows, program and all", "mdb-export", 1.0 / 5, 0, kRows, "row"},
             {"insert rows in one unit", "SQLite", 1, 0, kInserted, "row"},
             {"find, change and sync one row", "SQLite", 1, 0, 1, ""},
             {"look up a row by id", "SQLite", 1, 10, 1, ""},
+            {"count all rows", "SQLite", 1, 0, 1, ""},
+            {"the highest id", "SQLite", 1, 0, 1, ""},
             {"add an index entry, numbers as given out", "", 1, 1, kEntries, ""},
             {"add an index entry, names in any order", "", 1, 2, kEntries, ""},
             {"open, read one definition, close", "", 1, 200, 1, ""},

@@ -1,4 +1,5 @@
 #include <nlohmann/json.hpp>
+#include <pugixml.hpp>
 
 #include "tests/gemdb/command_test.h"
 
@@ -75,6 +76,50 @@ TEST_F(DiffTest, HasOneJsonObjectForEachItem) {
 TEST_F(DiffTest, HasNoColoursOutsideATerminal) {
     change({"UPDATE secs_cusvar SET var_unit = 'Pa' WHERE var_id = 101"});
     EXPECT_EQ(diff().out.find('\x1b'), std::string::npos);
+}
+
+TEST_F(DiffTest, ComparesExportedTexts) {
+    const std::string texts = folder_.path() / "texts";
+    ASSERT_EQ(runGemdb({"export", file_, texts}).status, 0);
+    EXPECT_EQ(runGemdb({"diff", texts, other_}).out, "");
+    change({"UPDATE secs_cusvar SET var_unit = 'Pa' WHERE var_id = 101"});
+    EXPECT_EQ(runGemdb({"diff", texts, other_}).out, diff().out);
+    EXPECT_EQ(runGemdb({"diff", other_, texts}).status, 1);
+}
+
+/// The page is well-formed XML but for its first line.
+TEST_F(DiffTest, WritesAPageThatNeedsNothingBesideIt) {
+    change({"UPDATE secs_cusvar SET var_desc = '<b>&\"' WHERE var_id = 101",
+            "UPDATE secs_cusevent SET evt_text = NULL WHERE evt_id = 102",
+            "DELETE FROM secs_alarm WHERE alm_id = 101",
+            "INSERT INTO secs_report (rpt_id, rpt_name) VALUES (9000, 'Fresh')",
+            "INSERT INTO secs_rpt_var (rpt_id, var_id, var_order) VALUES (9000, 101, 1)"});
+    const std::string out = folder_.path() / "changes.html";
+    const ProgramRun run = diff({"--html", out});
+    EXPECT_EQ(run.status, 1) << run.err;
+    EXPECT_EQ(run.out, "");
+    const std::string page = readFile(out);
+    pugi::xml_document document;
+    const auto parsed = document.load_string(page.substr(page.find("<html")).c_str());
+    ASSERT_TRUE(parsed) << parsed.description();
+    EXPECT_EQ(document.select_nodes("//article").size(), 4U);
+    EXPECT_EQ(document.select_nodes("//article[@class='added']//li[@class='added']").size(), 1U);
+    EXPECT_EQ(document.select_nodes("//table[@class='counts']/tbody/tr").size(), 4U);
+    EXPECT_STREQ(document.select_node("//td[.='<b>&\"']/@class").attribute().value(), "new");
+    EXPECT_EQ(document.select_nodes("//td[@class='new']/i[.='no value']").size(), 1U);
+    for (const auto& link : document.select_nodes("//a/@href")) {
+        const std::string target = link.attribute().value();
+        ASSERT_EQ(target[0], '#');
+        EXPECT_TRUE(document.select_node(("//*[@id='" + target.substr(1) + "']").c_str()));
+    }
+    for (const char* foreign : {"http:", "https:", "src=", "url(", "@import"})
+        EXPECT_EQ(page.find(foreign), std::string::npos) << foreign;
+    EXPECT_EQ(diff({"--html", out, "--json"}).status, 2);
+}
+
+TEST_F(DiffTest, APageThatCannotBeWrittenIsAFailure) {
+    expectFailure({"diff", file_, other_, "--html", folder_.path() / "no" / "page.html"},
+                  "/no/page.html");
 }
 
 TEST_F(DiffTest, WhatCannotBeReadIsNamedAndEndsWithTwo) {

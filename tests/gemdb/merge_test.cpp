@@ -89,6 +89,22 @@ TEST_F(MergeCommandTest, MayWriteIntoOurs) {
     EXPECT_EQ(filesLeft(), 3U);
 }
 
+TEST_F(MergeCommandTest, AddsItemsOfAModelWithFewerColumns) {
+    for (std::string* path : {&file_, &ours_, &theirs_}) {
+        const bool fewer = path == &theirs_;
+        fs::remove(*path);
+        *path = folder_.copyOf(model(fewer ? "gem_few_columns.mdb" : "gem.mdb"),
+                               fs::path(*path).filename());
+    }
+    sql(theirs_, {"INSERT INTO secs_cusvar (var_id, var_name, var_type, var_format) "
+                  "VALUES (9000, 'Fresh', 'SV', 'A')"});
+    const ProgramRun run = merge();
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(splitLines(run.out).back(), "1 item added");
+    EXPECT_EQ(runGemdb({"sql", out_, "SELECT var_canadd FROM secs_cusvar WHERE var_id = 9000"}).out,
+              "{\"var_canadd\":false}\n");
+}
+
 TEST_F(MergeCommandTest, ListsConflictsWithAllThreeValuesAndWritesNothing) {
     setUnit(ours_, 101, "Pa");
     setUnit(theirs_, 101, "mbar");

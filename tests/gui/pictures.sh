@@ -59,7 +59,7 @@ for look in $looks; do
             draw "$name-CSTALM-fault.png" --size "$size" --category CSTALM --edit --fault
             draw "$name-CSTALM-all.png" --size "$size" --category CSTALM --all
             draw "$name-first.png" --first
-            montage "${sheet[@]}" -tile 4x -geometry +6+6 "$name-sheet.jpg"
+            montage "${sheet[@]}" -tile 4x -geometry 1000x1000+6+6 "$name-sheet.jpg"
             echo "$name-sheet.jpg"
         done
     done

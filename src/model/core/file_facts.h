@@ -17,7 +17,7 @@ namespace stelvan::model {
 struct Making {
     std::uint32_t engineBuild = 0;
     std::optional<jet::DateTime> created;  // as the catalogue has it
-    std::string accessVersion;  // "09.50"; empty where no Access program has opened it
+    std::string accessVersion;             // "09.50"; empty where no Access program has opened it
 };
 
 struct FileFacts {

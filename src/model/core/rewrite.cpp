@@ -9,6 +9,7 @@
 
 #include "jet/database.h"
 #include "model/core/about_file.h"
+#include "model/core/new_rows.h"
 #include "model/core/sink.h"
 #include "model/core/write.h"
 
@@ -66,6 +67,7 @@ void changeInPlace(const fs::path& file, const Rewriting& change) {
     jet::UnitOfWork unit(database);
     std::optional<Model> wanted = change(read(database));
     if (!wanted) return;
+    switchOffUnsaidFlags(database, *wanted);
     write(database, *std::move(wanted));
     unit.commit();
 }
@@ -86,6 +88,7 @@ void changeCopy(const fs::path& source, const fs::path& out, const Rewriting& ch
     if (!wanted) return;
     aboutFile(out, [&] {
         jet::Database database = openToWrite(draft.path());
+        switchOffUnsaidFlags(database, *wanted);
         write(database, *std::move(wanted));
     });
     draft.finish();

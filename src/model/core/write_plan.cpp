@@ -51,11 +51,12 @@ private:
             const auto column = info_->findColumn(name);
             if (!column) {
                 faults_->push_back(info_->name + ": the file has no column " + name + ".");
-                return table;
+                continue;
             }
             given_[*column] = true;
             to.push_back(*column);
         }
+        if (to.size() < wanted.columns.size()) return table;
         table.rows.reserve(wanted.rows.size());
         for (std::size_t at = 0; at < wanted.rows.size(); ++at) {
             const std::string id = idOf(part_, wanted, wanted.rows[at]);
@@ -204,7 +205,7 @@ WritePlan planWrite(jet::Database& database, Model wanted, const Whence& whence)
         if (!table.present) {
             plan.after[facts.part] = before;
         } else if (!before.present) {
-            faults.push_back("the file has no table for what " + table.name + " holds");
+            faults.push_back("the file has no table " + table.name + ".");
         } else {
             const jet::TableInfo info = database.table(before.name).info();
             PartPlanner(facts.part, whence, faults)

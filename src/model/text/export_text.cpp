@@ -14,8 +14,7 @@ namespace stelvan::model {
 namespace {
 
 void requireTables(const Model& model) {
-    if (std::ranges::none_of(model.tables, &Table::present))
-        throw Refusal("none of the tables of a GEM model is there");
+    if (std::ranges::none_of(model.tables, &Table::present)) throw Refusal(std::string(kNoModel));
 }
 
 /// Which link rows stand in which items.

@@ -156,7 +156,7 @@ bool Journal::mayBeKept(const FileStatus& database) const {
     const FileStatus mine = file_->status();
     const std::uint32_t ofGroup = mine.permissions >> 3 & 7;
     const bool readable = mine.group == database.group || ofGroup == (mine.permissions & 7);
-    return readable && mine.size <= kMostKept;
+    return readable && mine.permissions == database.permissions && mine.size <= kMostKept;
 }
 
 void Journal::leave() {

@@ -82,12 +82,17 @@ EntryList::EntryList(const IndexPage& page) {
     bytes_.reserve(2 * index_page::kEntriesSize);
     starts_.reserve(kUsualEntries);
     positions_.reserve(kUsualEntries);
+    for (std::size_t start = 0; start < page.end(); start = page.endOf(start))
+        positions_.push_back(start);
+    positions_.push_back(page.end());
+    append(page);
+}
+
+void EntryList::append(const IndexPage& page) {
     for (std::size_t start = 0; start < page.end(); start = page.endOf(start)) {
         page.appendEntry(start, bytes_);
         starts_.push_back(bytes_.size());
-        positions_.push_back(start);
     }
-    positions_.push_back(page.end());
 }
 
 std::size_t EntryList::indexOf(std::size_t position) const {

@@ -1,9 +1,9 @@
 // One change of an index tree: an entry in or out, with all that follows for the pages above.
 //
 // A full page is split so that its upper part keeps the page number: the entry above it stays
-// right, and one for the new page with the lower part is put in front of it. A leaf that loses its
-// last entry is taken out of the tree, and a node left with nothing but its tail child is joined
-// with a neighbour.
+// right, and one for the new page with the lower part is put in front of it. A leaf that becomes
+// sparse is joined with a neighbour that has room, one that loses its last entry is taken out of
+// the tree, and a node left with nothing but its tail child is joined with a neighbour, too.
 #pragma once
 
 #include <cstddef>
@@ -50,6 +50,8 @@ private:
                   const EntryList& entries);
     void linkBefore(PageNumber left, PageNumber right);
 
+    void mergeLeaf();
+    [[nodiscard]] bool moveEntries(PageNumber from, PageNumber into);
     void removePage(std::size_t level);
     void removeChild(std::size_t level);
     void collapseRoot();

@@ -95,6 +95,33 @@ TEST_F(IndexTreeTest, KnowsWhetherAnotherRowHasTheKeyAcrossLeaves) {
     EXPECT_FALSE(tree_.holdsOther(numberKey(5000), {1, 0}));
 }
 
+TEST_F(IndexTreeTest, ThatLosesMostOfItsEntriesGivesMostOfItsPagesBack) {
+    Random random(5);
+    for (std::uint32_t i = 0; i < 20000; ++i) insert(numberKey(i), {i, 0});
+    const std::size_t full = allocator_.used().size();
+    for (std::uint32_t i = 0; i < 20000; ++i)
+        if (random() % 10 != 0) remove(numberKey(i), {i, 0});
+    check();
+    EXPECT_LT(allocator_.used().size(), full / 4);
+}
+
+TEST_F(IndexTreeTest, InSteadyUseDoesNotGrow) {
+    Random random(6);
+    std::uint32_t next = 0;
+    for (; next < 5000; ++next) insert(numberKey(next), {next, 0});
+    for (int round = 0; round < 60000; ++round) {
+        auto victim = model_.lower_bound({numberKey(random() % next), RowId{}});
+        if (victim == model_.end()) victim = model_.begin();
+        const auto [key, row] = *victim;
+        remove(key, row);
+        insert(numberKey(next), {next, 0});
+        ++next;
+    }
+    check();
+    constexpr std::size_t kEntrySize = 9;
+    EXPECT_LT(allocator_.used().size(), 3 * 5000 * kEntrySize / index_page::kEntriesSize);
+}
+
 TEST_F(IndexTreeTest, RandomNumbersAgainstASet) {
     Random random(1);
     runRandomly(random, 30, [&] { return numberKey(random() % 4000); });

@@ -24,6 +24,18 @@ set(gem_standard ${CMAKE_SOURCE_DIR}/data/standard)
 set(gem_demo ${CMAKE_SOURCE_DIR}/data/demo)
 file(GLOB gem_texts CONFIGURE_DEPENDS ${gem_schema} ${gem_standard}/*.tsv ${gem_demo}/*.tsv)
 
+# The standard's rows once more as a source, for those who compare a model with them.
+add_executable(embed_standard_items data/embed_standard_items.cpp)
+target_link_libraries(embed_standard_items PRIVATE stelvan_model_text)
+set_target_properties(embed_standard_items PROPERTIES AUTOMOC OFF)
+set(standard_items ${CMAKE_BINARY_DIR}/generated/standard_items.cpp)
+file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/generated)
+add_custom_command(OUTPUT ${standard_items}
+    COMMAND embed_standard_items ${gem_standard} ${standard_items}
+    DEPENDS embed_standard_items ${gem_texts}
+    COMMENT "Embedding the standard's items" VERBATIM)
+target_sources(stelvan_model PRIVATE ${standard_items})
+
 # gem_template(FILE ROWS_FOLDER...)
 function(gem_template file)
     set(rows)

@@ -8,7 +8,7 @@
 
 namespace {
 
-using namespace stelvan::model;
+using namespace stelvan::data;
 
 struct Arguments {
     std::string output;

@@ -8,8 +8,9 @@ required_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libsqlite3-dev
                    nlohmann-json3-dev libtomlplusplus-dev libpugixml-dev)
 test_packages=(libgtest-dev libgmock-dev python3 gzip)
 bench_packages=(libbenchmark-dev)
+package_packages=(debhelper dpkg-dev fakeroot lintian xz-utils python3)
 # Faster builds, independent readers for tests and benchmarks, a display for machines without one, fonts.
-helpful_packages=(ccache lld mdbtools xvfb xauth fonts-dejavu-core)
+helpful_packages=(ccache lld mdbtools libxml2-utils xvfb xauth fonts-dejavu-core)
 
 say() { printf '%s\n' "$*" >&2; }
 

@@ -33,10 +33,10 @@ stelvan_tests(jet LINKS stelvan_jet)
 stelvan_tests(sql LINKS stelvan_sql stelvan_jet)
 stelvan_tests(db LINKS stelvan_db)
 stelvan_tests(gem LINKS stelvan_gem)
-stelvan_tests(model LINKS stelvan_model)
-stelvan_tests(gemdb LINKS stelvan_gemdb stelvan_db)
+stelvan_tests(model LINKS stelvan_model tomlplusplus::tomlplusplus)
+stelvan_tests(gemdb LINKS stelvan_gemdb stelvan_db pugixml::pugixml)
 stelvan_tests(data LINKS stelvan_gemdb stelvan_model_text stelvan_db stelvan_gem)
-stelvan_tests(crash LINKS stelvan_db stelvan_jet)
+stelvan_tests(crash LINKS stelvan_model stelvan_db stelvan_jet)
 include(${CMAKE_SOURCE_DIR}/tests/readers/node_reader.cmake)
 stelvan_tests(readers LINKS stelvan_gemdb stelvan_db stelvan_jet)
 if(TARGET readers_tests)
@@ -57,7 +57,7 @@ if(STELVAN_WINDOW)
 endif()
 
 # These look at the shipped models, or run gemdb.
-foreach(suite data_tests model_tests gemdb_tests gui_tests)
+foreach(suite data_tests model_tests gemdb_tests readers_tests app_tests gui_tests)
     if(TARGET ${suite})
         add_dependencies(${suite} gem_database)
     endif()
@@ -83,4 +83,14 @@ if(Python3_FOUND AND EXISTS ${CMAKE_SOURCE_DIR}/tests/architecture/check_layers.
     add_test(NAME architecture.every_rule_is_where_its_index_says
              COMMAND ${Python3_EXECUTABLE} ${CMAKE_SOURCE_DIR}/tests/architecture/check_rules.py
                      ${CMAKE_SOURCE_DIR})
+    add_test(NAME architecture.no_link_of_the_documents_is_dead
+             COMMAND ${Python3_EXECUTABLE} ${CMAKE_SOURCE_DIR}/tests/architecture/check_links.py
+                     ${CMAKE_SOURCE_DIR})
 endif()
+
+# What is installed is enough to build with.
+add_test(NAME packaging.the_installed_library_builds_its_example
+         COMMAND ${CMAKE_COMMAND} -DBUILD=${CMAKE_BINARY_DIR} -DSOURCE=${CMAKE_SOURCE_DIR}
+                 -DFOLDER=${CMAKE_BINARY_DIR}/tests/installed_library
+                 -DFLAGS=$<$<BOOL:${STELVAN_SANITIZE}>:-fsanitize=address,undefined>
+                 -P ${CMAKE_SOURCE_DIR}/tests/packaging/installed_library.cmake)

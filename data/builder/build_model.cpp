@@ -4,7 +4,7 @@
 
 #include "jet/rows/conversion.h"
 
-namespace stelvan::model {
+namespace stelvan::data {
 namespace {
 
 namespace fs = std::filesystem;
@@ -75,4 +75,4 @@ void buildModel(const fs::path& path, const Schema& schema, std::span<const Tabl
     }
 }
 
-}  // namespace stelvan::model
+}  // namespace stelvan::data

@@ -9,7 +9,7 @@
 #include "data/builder/schema_text.h"
 #include "data/builder/table_text.h"
 
-namespace stelvan::model {
+namespace stelvan::data {
 
 /// What the cells of a row are in the columns of a table; columns that no cell names get their
 /// default.
@@ -39,4 +39,4 @@ void insertRows(jet::Table& table, const TableRows& rows);
 void buildModel(const std::filesystem::path& path, const Schema& schema,
                 std::span<const TableRows> tables, const InsertRows& insert = insertRows);
 
-}  // namespace stelvan::model
+}  // namespace stelvan::data

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-namespace stelvan::model {
+namespace stelvan::data {
 namespace {
 
 constexpr std::size_t kFirstId = 101;
@@ -156,4 +156,4 @@ std::vector<TableRows> generateModel(const ModelSize& size) {
     return tables;
 }
 
-}  // namespace stelvan::model
+}  // namespace stelvan::data

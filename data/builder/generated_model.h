@@ -7,7 +7,7 @@
 
 #include "data/builder/table_text.h"
 
-namespace stelvan::model {
+namespace stelvan::data {
 
 struct ModelSize {
     std::size_t variables = 0;
@@ -26,4 +26,4 @@ struct ModelSize {
 /// schema.
 [[nodiscard]] TableRows generateVariables(std::size_t first, std::size_t count);
 
-}  // namespace stelvan::model
+}  // namespace stelvan::data

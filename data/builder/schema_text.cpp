@@ -9,7 +9,7 @@
 #include "base/date.h"
 #include "base/number.h"
 
-namespace stelvan::model {
+namespace stelvan::data {
 namespace {
 
 struct TypeName {
@@ -190,4 +190,4 @@ Schema parseSchema(std::string_view text) {
     return reader.result();
 }
 
-}  // namespace stelvan::model
+}  // namespace stelvan::data

@@ -8,7 +8,7 @@
 
 #include "jet/database.h"
 
-namespace stelvan::model {
+namespace stelvan::data {
 
 struct Schema {
     jet::DateTime created;
@@ -22,4 +22,4 @@ struct Schema {
 /// Throws std::runtime_error that names the line.
 [[nodiscard]] Schema parseSchema(std::string_view text);
 
-}  // namespace stelvan::model
+}  // namespace stelvan::data

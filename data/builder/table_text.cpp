@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string_view>
 
-namespace stelvan::model {
+namespace stelvan::data {
 namespace {
 
 namespace fs = std::filesystem;
@@ -101,4 +101,4 @@ std::vector<TableRows> readTables(const fs::path& folder, const Replacements& re
     return tables;
 }
 
-}  // namespace stelvan::model
+}  // namespace stelvan::data

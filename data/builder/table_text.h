@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace stelvan::model {
+namespace stelvan::data {
 
 /// The text of a value; nothing for Null.
 using Cell = std::optional<std::string>;
@@ -31,4 +31,4 @@ using Replacements = std::map<std::string, std::string>;
 
 [[nodiscard]] std::string readText(const std::filesystem::path& file);
 
-}  // namespace stelvan::model
+}  // namespace stelvan::data

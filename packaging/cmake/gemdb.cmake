@@ -1,9 +1,6 @@
 # gemdb, the command-line companion. Its commands are a library, so that tests can ask them directly.
-include(GNUInstallDirs)
 stelvan_floor(gemdb EXCLUDE gemdb.cpp LINKS stelvan_model stelvan_db stelvan_sql stelvan_jet
               CLI11::CLI11)
-target_compile_definitions(stelvan_gemdb PRIVATE
-    STELVAN_SHARE_DIR="${CMAKE_INSTALL_FULL_DATADIR}/stelvan")
 add_executable(gemdb src/gemdb/gemdb.cpp)
 target_link_libraries(gemdb PRIVATE stelvan_gemdb)
 set_target_properties(gemdb PROPERTIES AUTOMOC OFF)

@@ -1,12 +1,19 @@
 #include "app/frm_gem_database.h"
 
-#include <QGridLayout>
+#include <QDir>
+#include <QFileInfo>
 #include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
 #include <algorithm>
+#include <initializer_list>
 
 #include "base/text.h"
 #include "form/text.h"
@@ -17,6 +24,8 @@ namespace {
 
 constexpr int kEnterKey = 13;
 constexpr int kPathCharacters = 60;
+constexpr int kRecentLines = 9;
+constexpr int kPathRole = Qt::UserRole;
 const char* const kWindow = "frmGEMDatabase";
 
 QPushButton* button(const char* name, const char* caption, QWidget* parent) {
@@ -29,8 +38,8 @@ QPushButton* button(const char* name, const char* caption, QWidget* parent) {
 }  // namespace
 
 FrmGEMDatabase::FrmGEMDatabase(base::ErrorInfo& errors, form::Dialogs& commDlg,
-                               const QString& programFolder, QWidget* parent)
-    : QDialog(parent), errors_(errors), commDlg_(commDlg) {
+                               const QString& programFolder, QWidget* parent, UserMemory memory)
+    : QDialog(parent), errors_(errors), commDlg_(commDlg), memory_(std::move(memory)) {
     buildControls();
     handle("Form_Load", [&] { Form_Load(programFolder); });
 }
@@ -38,6 +47,25 @@ FrmGEMDatabase::FrmGEMDatabase(base::ErrorInfo& errors, form::Dialogs& commDlg,
 void FrmGEMDatabase::buildControls() {
     setObjectName(QLatin1String(kWindow));
     setWindowTitle(QStringLiteral("GEM Database Setting"));
+    auto* whole = new QVBoxLayout(this);
+    whole->addWidget(buildPathRow());
+    whole->addWidget(buildRecent(), 1);
+    whole->addLayout(buildButtons());
+    // Here and not on its way up: some desktops' group boxes keep Enter to themselves.
+    const std::initializer_list<QWidget*> takers = {
+        txtGEMDatabase_, lvwRecent_, cmdBrowse_, cmdLoad_, cmdNewModel_, cmdTryDemo_, cmdCancel_};
+    for (QWidget* taker : takers) taker->installEventFilter(this);
+    connect(txtGEMDatabase_, &QLineEdit::textChanged, this, &FrmGEMDatabase::txtGEMDatabase_Change);
+    connect(cmdBrowse_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdBrowse_Click);
+    connect(cmdLoad_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdLoad_Click);
+    connect(cmdCancel_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdCancel_Click);
+    connect(cmdNewModel_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdNewModel_Click);
+    connect(cmdTryDemo_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdTryDemo_Click);
+    connect(lvwRecent_, &QTreeWidget::itemSelectionChanged, this, &FrmGEMDatabase::takeRecent);
+    connect(lvwRecent_, &QTreeWidget::itemDoubleClicked, this, &FrmGEMDatabase::cmdLoad_Click);
+}
+
+QWidget* FrmGEMDatabase::buildPathRow() {
     auto* fraDB = new QGroupBox(this);
     fraDB->setObjectName(QStringLiteral("fraDB"));
     auto* label = new QLabel(QStringLiteral("GEM Database:"), fraDB);
@@ -52,22 +80,70 @@ void FrmGEMDatabase::buildControls() {
     row->addWidget(label);
     row->addWidget(txtGEMDatabase_, 1);
     row->addWidget(cmdBrowse_);
+    return fraDB;
+}
+
+QWidget* FrmGEMDatabase::buildRecent() {
+    auto* area = new QWidget(this);
+    auto* label = new QLabel(QStringLiteral("Recent models:"), area);
+    label->setObjectName(QStringLiteral("lblRecent"));
+    lvwRecent_ = new QTreeWidget(area);
+    lvwRecent_->setObjectName(QStringLiteral("lvwRecent"));
+    lvwRecent_->setAccessibleName(QStringLiteral("Recent models"));
+    lvwRecent_->setHeaderLabels({QStringLiteral("Folder"), QStringLiteral("Last opened")});
+    lvwRecent_->setRootIsDecorated(false);
+    lvwRecent_->setAllColumnsShowFocus(true);
+    lvwRecent_->setTextElideMode(Qt::ElideMiddle);
+    lvwRecent_->setMinimumHeight(fontMetrics().lineSpacing() * kRecentLines);
+    lvwRecent_->header()->setStretchLastSection(false);
+    lvwRecent_->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    lvwRecent_->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    label->setBuddy(lvwRecent_);
+    auto* column = new QVBoxLayout(area);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(label);
+    column->addWidget(lvwRecent_, 1);
+    fillRecent();
+    return area;
+}
+
+QLayout* FrmGEMDatabase::buildButtons() {
+    cmdNewModel_ = button("cmdNewModel", "New model...", this);
+    cmdNewModel_->setToolTip(
+        QStringLiteral("Starts a model with the items of the standard in a folder of yours"));
+    cmdTryDemo_ = button("cmdTryDemo", "Try the demo", this);
+    cmdTryDemo_->setToolTip(form::asToolTip(
+        QStringLiteral("Opens your own copy of an imaginary wet bench, in %1")
+            .arg(memory_.demoFolder().isEmpty() ? QStringLiteral("a folder of yours")
+                                                : memory_.demoFolder())));
     cmdLoad_ = button("cmdLoad", "&Load", this);
     cmdCancel_ = button("cmdCancel", "&Cancel", this);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    buttons->addWidget(cmdLoad_);
-    buttons->addWidget(cmdCancel_);
-    auto* whole = new QVBoxLayout(this);
-    whole->addWidget(fraDB);
-    whole->addLayout(buttons);
-    // Here and not on its way up: some desktops' group boxes keep Enter to themselves.
-    txtGEMDatabase_->installEventFilter(this);
-    for (QPushButton* button : {cmdBrowse_, cmdLoad_, cmdCancel_}) button->installEventFilter(this);
-    connect(txtGEMDatabase_, &QLineEdit::textChanged, this, &FrmGEMDatabase::txtGEMDatabase_Change);
-    connect(cmdBrowse_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdBrowse_Click);
-    connect(cmdLoad_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdLoad_Click);
-    connect(cmdCancel_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdCancel_Click);
+    auto* row = new QHBoxLayout;
+    row->addWidget(cmdNewModel_);
+    row->addWidget(cmdTryDemo_);
+    row->addStretch(1);
+    row->addWidget(cmdLoad_);
+    row->addWidget(cmdCancel_);
+    return row;
+}
+
+void FrmGEMDatabase::fillRecent() {
+    for (const RecentModel& recent : memory_.recentModels()) {
+        const QFileInfo file(recent.path);
+        auto* row = new QTreeWidgetItem(lvwRecent_,
+                                        {form::onOneLine(file.path()),
+                                         QLocale().toString(recent.opened, QLocale::ShortFormat)});
+        row->setData(0, kPathRole, recent.path);
+        row->setToolTip(0, form::asToolTip(recent.path));
+        if (file.isFile()) continue;
+        row->setDisabled(true);
+        row->setToolTip(0, form::asToolTip(QStringLiteral("Not there now: ") + recent.path));
+    }
+}
+
+void FrmGEMDatabase::takeRecent() {
+    const QList<QTreeWidgetItem*> chosen = lvwRecent_->selectedItems();
+    if (!chosen.isEmpty()) txtGEMDatabase_->setText(chosen.first()->data(0, kPathRole).toString());
 }
 
 void FrmGEMDatabase::handle(const char* procedure, const std::function<void()>& body) const {
@@ -133,6 +209,39 @@ void FrmGEMDatabase::cmdLoad_Click() {
     });
 }
 
+void FrmGEMDatabase::startModel(const QString& folder, model::Template from) {
+    const QString path = folder + QStringLiteral("/gem.mdb");
+    try {
+        // What is tried out once more goes on where it was left.
+        const bool goesOn = from == model::Template::Demo && QFileInfo(path).isFile();
+        if (!goesOn) static_cast<void>(model::newModel(form::toUtf8(folder), from));
+    } catch (const std::exception& failure) {
+        commDlg_.message(
+            QStringLiteral("No model was made: ") + form::toQt(std::string_view(failure.what())),
+            form::Icon::Exclamation);
+        return;
+    }
+    txtGEMDatabase_->setText(path);
+    cmdLoad_Click();
+}
+
+void FrmGEMDatabase::cmdNewModel_Click() {
+    handle("cmdNewModel_Click", [this] {
+        const QString folder =
+            commDlg_.openFolder(QStringLiteral("Folder of the new model"), QDir::homePath());
+        if (!folder.isEmpty()) startModel(folder, model::Template::Standard);
+    });
+}
+
+void FrmGEMDatabase::cmdTryDemo_Click() {
+    handle("cmdTryDemo_Click", [this] {
+        QString folder = memory_.demoFolder();
+        if (folder.isEmpty())
+            folder = commDlg_.openFolder(QStringLiteral("Folder of the demo"), QDir::homePath());
+        if (!folder.isEmpty()) startModel(folder, model::Template::Demo);
+    });
+}
+
 void FrmGEMDatabase::cmdCancel_Click() {
     loadStatus_ = kNotChosen;
     done(Rejected);
@@ -153,6 +262,8 @@ bool FrmGEMDatabase::eventFilter(QObject* watched, QEvent* event) {
     if (auto* button = qobject_cast<QPushButton*>(watched)) {
         button->click();
     } else {
+        if (watched == lvwRecent_ && lvwRecent_->currentItem() != nullptr)
+            lvwRecent_->currentItem()->setSelected(true);
         txtGEMDatabase_KeyDown(kEnterKey);
     }
     return true;

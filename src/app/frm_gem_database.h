@@ -1,15 +1,18 @@
-// The dialog in which the GEM database is chosen. Made afresh for each use; DBFile and LoadStatus
-// are read after it was closed.
+// The dialog in which the GEM database is chosen: by its path, from the models opened last, or by
+// starting a new one. Made afresh for each use; DBFile and LoadStatus are read after it was closed.
 #pragma once
 
 #include <QDialog>
 #include <QString>
 
+#include "app/user_memory.h"
 #include "base/error_info.h"
 #include "form/dialogs.h"
+#include "model/core/new_model.h"
 
 class QLineEdit;
 class QPushButton;
+class QTreeWidget;
 
 namespace stelvan::app {
 
@@ -22,7 +25,7 @@ public:
     /// Proposes the gem.mdb of `programFolder` where there is one. References must outlive the
     /// object.
     FrmGEMDatabase(base::ErrorInfo& errors, form::Dialogs& commDlg, const QString& programFolder,
-                   QWidget* parent = nullptr);
+                   QWidget* parent = nullptr, UserMemory memory = UserMemory({}));
 
     /// The text of the path field as it is now.
     [[nodiscard]] QString DBFile() const;
@@ -32,6 +35,10 @@ public:
     void cmdBrowse_Click();
     void cmdLoad_Click();
     void cmdCancel_Click();
+    /// Starts a model from the shipped template in a folder that the user chooses, and loads it.
+    void cmdNewModel_Click();
+    /// Loads the user's own copy of the demo; makes it where there is none yet.
+    void cmdTryDemo_Click();
     void txtGEMDatabase_Change();
     void txtGEMDatabase_KeyDown(int key);
 
@@ -43,6 +50,12 @@ protected:
 
 private:
     void buildControls();
+    QWidget* buildPathRow();
+    QWidget* buildRecent();
+    QLayout* buildButtons();
+    void fillRecent();
+    void takeRecent();
+    void startModel(const QString& folder, model::Template from);
     void Form_Load(const QString& programFolder);
     void refuse(const QString& message);
     /// The text after the last separator; empty where there is none.
@@ -51,11 +64,15 @@ private:
 
     base::ErrorInfo& errors_;
     form::Dialogs& commDlg_;
+    UserMemory memory_;
     int loadStatus_ = kNotChosen;
     QLineEdit* txtGEMDatabase_ = nullptr;
     QPushButton* cmdBrowse_ = nullptr;
     QPushButton* cmdLoad_ = nullptr;
     QPushButton* cmdCancel_ = nullptr;
+    QPushButton* cmdNewModel_ = nullptr;
+    QPushButton* cmdTryDemo_ = nullptr;
+    QTreeWidget* lvwRecent_ = nullptr;
 };
 
 }  // namespace stelvan::app

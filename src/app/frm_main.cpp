@@ -2,7 +2,6 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QIcon>
 #include <QLabel>
 
 #include "app/frm_about.h"
@@ -19,17 +18,18 @@ constexpr int kPathCharacters = 60;
 
 }  // namespace
 
-FrmMain::FrmMain(form::Dialogs& dialogs, QString programFolder)
+FrmMain::FrmMain(form::Dialogs& dialogs, QString programFolder, UserPlaces places)
     : programFolder_(std::move(programFolder)),
+      memory_(std::move(places)),
       window_(*this, dialogs),
       subsystems_(std::make_unique<Subsystems>(*this, window_)) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Stelvan"));
-    setWindowIcon(QIcon(QStringLiteral(":/icons/stelvan.svg")));
     connect(window_.form.mnuFileDB, &QAction::triggered, this, &FrmMain::mnuFileDB_Click);
     connect(window_.form.mnuFileExit, &QAction::triggered, this, &FrmMain::mnuFileExit_Click);
     connect(window_.form.mnuHelpAbout, &QAction::triggered, this, &FrmMain::mnuHelpAbout_Click);
     subsystems_->connectAll();
+    memory_.restoreWindow(*this, window_.form);
 }
 
 FrmMain::~FrmMain() = default;
@@ -60,7 +60,7 @@ bool FrmMain::lSelectDB() {
     bool chosen = false;
     base::trap("lSelectDB", [&] {
         FrmGEMDatabase dialog(window_.errors, window_.dialogs, programFolder_,
-                              isVisible() ? this : nullptr);
+                              isVisible() ? this : nullptr, memory_);
         dialog.exec();
         if (dialog.LoadStatus() != kDatabaseChosen) return;
         takeDatabase(dialog.DBFile());
@@ -71,6 +71,7 @@ bool FrmMain::lSelectDB() {
 
 void FrmMain::takeDatabase(const QString& path) {
     window_.state.databasePath = form::toUtf8(path);
+    memory_.noteOpened(path);
     const int room = fontMetrics().averageCharWidth() * kPathCharacters;
     window_.form.databasePanel->setText(fontMetrics().elidedText(path, Qt::ElideMiddle, room));
     window_.form.databasePanel->setToolTip(form::asToolTip(path));
@@ -100,11 +101,12 @@ void FrmMain::browseNothing() {
 void FrmMain::forgetRecords() {
     subsystems_->browser.grid.reset();
     window_.state.current.drop();
+    subsystems_->browser.forgetAids();
 }
 
 void FrmMain::mnuFileDB_Click() {
     window_.errors.handle("mnuFileDB_Click", [this] {
-        FrmGEMDatabase dialog(window_.errors, window_.dialogs, programFolder_, this);
+        FrmGEMDatabase dialog(window_.errors, window_.dialogs, programFolder_, this, memory_);
         dialog.exec();
         if (dialog.LoadStatus() != kDatabaseChosen) return;
         takeDatabase(dialog.DBFile());
@@ -130,6 +132,7 @@ void FrmMain::Form_QueryUnload() {
 
 void FrmMain::closeEvent(QCloseEvent* event) {
     Form_QueryUnload();
+    memory_.keepWindow(*this, window_.form);
     event->accept();
 }
 

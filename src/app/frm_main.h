@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 
+#include "app/user_memory.h"
 #include "form/window.h"
 
 namespace stelvan::app {
@@ -16,8 +17,8 @@ class FrmMain : public QMainWindow {
     Q_OBJECT
 public:
     /// `dialogs` shows all boxes and must outlive the window. `programFolder` is where a gem.mdb is
-    /// proposed from.
-    FrmMain(form::Dialogs& dialogs, QString programFolder);
+    /// proposed from. Without places of the user nothing is remembered.
+    FrmMain(form::Dialogs& dialogs, QString programFolder, UserPlaces places = {});
     ~FrmMain() override;
 
     /// The start-up sequence. `isFirstCopy` answers the single-instance rule. False: the program
@@ -48,6 +49,7 @@ private:
     void browseNothing();
 
     QString programFolder_;
+    UserMemory memory_;
     form::Window window_;
     std::unique_ptr<Subsystems> subsystems_;
 };

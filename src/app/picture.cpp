@@ -1,6 +1,8 @@
 // Draws the window with a category loaded into a PNG file, without a display.
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDeadlineTimer>
+#include <QFileInfo>
 #include <QLabel>
 #include <QPushButton>
 #include <QStyleFactory>
@@ -8,12 +10,15 @@
 #include <QTextStream>
 #include <QTreeWidget>
 
+#include "app/frm_gem_database.h"
 #include "app/frm_main.h"
 #include "app/subsystems.h"
+#include "form/crisp_style.h"
 #include "form/dialogs.h"
 
 namespace {
 
+using stelvan::app::FrmGEMDatabase;
 using stelvan::app::FrmMain;
 
 /// Prints what a box would show; nobody is there to close one.
@@ -25,6 +30,7 @@ public:
     }
     bool confirm(const QString&, const QString&) override { return false; }
     QString openFile(const QString&, const QString&, const QString&) override { return {}; }
+    QString saveFile(const QString&, const QString&, const QString&) override { return {}; }
     QString openFolder(const QString&, const QString&) override { return {}; }
     [[nodiscard]] int shown() const { return shown_; }
 
@@ -66,16 +72,32 @@ void addOptions(QCommandLineParser& options) {
     options.addOption({QStringLiteral("edit"), QStringLiteral("press Edit")});
     options.addOption({QStringLiteral("add"), QStringLiteral("press Add New")});
     options.addOption({QStringLiteral("dark"), QStringLiteral("use dark colours")});
+    options.addOption({QStringLiteral("fault"), QStringLiteral("empty the name, so that it is at "
+                                                               "fault")});
+    options.addOption({QStringLiteral("first"), QStringLiteral("show the first dialog instead")});
+    options.addOption({QStringLiteral("desktop"), QStringLiteral("keep the desktop's own look")});
 }
 
 void setLook(const QCommandLineParser& options) {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    const bool desktop = options.isSet(QStringLiteral("desktop"));
+    QStyle* const toolkits = desktop ? nullptr : QStyleFactory::create(QStringLiteral("Fusion"));
+    QApplication::setStyle(new stelvan::form::CrispStyle(toolkits));
     if (options.isSet(QStringLiteral("dark"))) QApplication::setPalette(darkPalette());
     if (const int points = options.value(QStringLiteral("font")).toInt(); points > 0) {
         QFont font = QApplication::font();
         font.setPointSize(points);
         QApplication::setFont(font);
     }
+}
+
+/// The name is emptied and the record judged as a save would.
+void makeFaulty(FrmMain& window) {
+    const std::int16_t category = window.window().state.category;
+    const auto name =
+        stelvan::gem::fieldWith(stelvan::gem::kindOf(category), stelvan::gem::Check::Name);
+    if (name == stelvan::gem::Control::None) return;
+    window.window().form[name].setText(QString());
+    static_cast<void>(window.subsystems().checks.fields.checkForSave(category));
 }
 
 void arrange(FrmMain& window, const QCommandLineParser& options) {
@@ -89,7 +111,22 @@ void arrange(FrmMain& window, const QCommandLineParser& options) {
         window.window().form.nav.cmdNext->click();
     if (options.isSet(QStringLiteral("edit"))) window.window().form.nav.cmdUpdate->click();
     if (options.isSet(QStringLiteral("add"))) window.window().form.nav.cmdNew->click();
+    if (options.isSet(QStringLiteral("fault"))) makeFaulty(window);
     if (options.isSet(QStringLiteral("all"))) window.window().form.tspData->setCurrentIndex(1);
+}
+
+/// Draws a window as it stands once everything that was put off is done. On a real display it is
+/// first given the time to come up.
+bool written(QWidget& window, const QString& picture) {
+    constexpr int kPatience = 300;  // milliseconds
+    window.show();
+    QDeadlineTimer patience(
+        QGuiApplication::platformName() == QLatin1String("offscreen") ? 0 : kPatience);
+    do {
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+    } while (!patience.hasExpired());
+    QApplication::processEvents();
+    return window.grab().save(picture);
 }
 
 }  // namespace
@@ -106,12 +143,14 @@ int main(int argc, char** argv) {
 
     PrintedDialogs dialogs;
     FrmMain window(dialogs, QString());
+    if (options.isSet(QStringLiteral("first"))) {
+        FrmGEMDatabase dialog(window.window().errors, dialogs, QFileInfo(files[0]).path());
+        return written(dialog, files[1]) ? 0 : 1;
+    }
     window.start(files[0]);
     const QStringList size = options.value(QStringLiteral("size")).split(QLatin1Char('x'));
     if (size.size() == 2) window.resize(size[0].toInt(), size[1].toInt());
     window.show();
     arrange(window, options);
-    QApplication::processEvents();
-    const bool written = window.grab().save(files[1]);
-    return written && dialogs.shown() == 0 ? 0 : 1;
+    return written(window, files[1]) && dialogs.shown() == 0 ? 0 : 1;
 }

@@ -3,6 +3,8 @@
 #include <QPushButton>
 #include <QTabBar>
 
+#include "form/tool_bar.h"
+
 namespace stelvan::app {
 namespace {
 
@@ -34,14 +36,20 @@ void Subsystems::connectAll() {
     QObject::connect(children, &form::ListView::itemChecked, children,
                      [this](int row) { links.listChildren.lvwChildItems_ItemCheck(row); });
     browser.tree.connectTree();
+    browser.connectAids();
     checks.fields.connectFields();
+    checks.eventChoice.connectFields();
     settings.connectFields();
     links.selectionLists.connectControls();
     editing.focusChain.install();
+    window.form.aids.tlbModel->setHook(
+        form::Tool::Duplicate, [this] { editing.commands.cmdDuplicate_Click(); },
+        [this] { return editing.commands.mayDuplicate(); });
 
     window.operations.onLoaded = [this] {
         browser.records.lUpdateNavigator();
         browser.records.lDisplayField();
+        browser.notice.reset();
     };
     checks.format.showChildEditor = [this](bool show) {
         links.listChildren.lUpdateVarChild(show);

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace stelvan::base {
 
@@ -15,6 +16,9 @@ using GuidBytes = std::array<std::uint8_t, 16>;
 
 /// Two lower-case digits for each byte.
 [[nodiscard]] std::string hexText(std::span<const std::uint8_t> bytes);
+
+/// Reads that form, the digits in either case; nothing for any other text.
+[[nodiscard]] std::optional<std::vector<std::uint8_t>> parseHex(std::string_view text);
 
 /// "{AABBCCDD-EEFF-GGHH-IIJJ-KKLLMMNNOOPP}", in upper case.
 [[nodiscard]] std::string guidText(const GuidBytes& guid);

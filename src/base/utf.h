@@ -86,6 +86,13 @@ private:
     return first;
 }
 
+/// How many characters a text has.
+[[nodiscard]] inline std::size_t characterCount(std::string_view utf8) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; at < utf8.size(); ++count) (void)nextCharacter(utf8, at);
+    return count;
+}
+
 /// Writes the units to `out` (room for one a byte) and gives the end.
 char16_t* toUtf16(std::string_view utf8, char16_t* out);
 [[nodiscard]] std::u16string toUtf16(std::string_view utf8);

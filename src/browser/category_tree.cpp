@@ -21,8 +21,8 @@ const QStringList kEventReportHeaders = {QStringLiteral("Name"), QStringLiteral(
 const QStringList kReportVariableHeaders = {QStringLiteral("Name"), QStringLiteral("ID"),
                                             QStringLiteral("Type"), QStringLiteral("Gem"),
                                             QStringLiteral("Order")};
-const std::vector<int> kEventReportWidths = {2, 1};
-const std::vector<int> kReportVariableWidths = {1, 1, 1, 1, -5};
+const std::vector<int> kEventReportWidths = {1, -10};
+const std::vector<int> kReportVariableWidths = {1, -10, -6, -3, -5};
 
 }  // namespace
 

@@ -10,6 +10,7 @@
 
 #include "base/text.h"
 #include "browser/records_model.h"
+#include "form/column_widths.h"
 #include "form/text.h"
 #include "gem/categories.h"
 
@@ -63,7 +64,11 @@ void GridView::showGrid() {
     attach();
     if (gem::isVariable(window_.state.category)) shapeVariableColumns();
     window_.form.showFrame(kGridFrame);
+    // Only now it has its width.
+    if (!gem::isVariable(window_.state.category)) form::fitColumns(*window_.form.DBGridGEM);
+    window_.form.gridColumns->apply();
     window_.form.nav.fraDBOperation->setEnabled(false);
+    selectShown();
 }
 
 void GridView::attach() {
@@ -79,7 +84,20 @@ void GridView::attach() {
         grid.setColumnHidden(column, false);
         grid.setColumnWidth(column, grid.horizontalHeader()->defaultSectionSize());
     }
-    if (grid.model()->rowCount() > 0) grid.selectRow(0);
+    grid.horizontalHeader()->setSortIndicatorShown(false);
+}
+
+void GridView::selectShown() {
+    const form::MainState& state = window_.state;
+    QTableView& grid = *window_.form.DBGridGEM;
+    const int rows = grid.model()->rowCount();
+    if (rows == 0) return;
+    // A record that is being added is no stored one: the one shown before it is.
+    const bool adding = state.editMode == form::EditMode::Adding;
+    const std::int32_t position = adding ? state.savedPosition : state.current.position;
+    const int row = std::clamp(position - 1, 0, rows - 1);
+    grid.selectRow(row);
+    grid.scrollTo(grid.model()->index(row, 0), QAbstractItemView::PositionAtCenter);
 }
 
 void GridView::detach() {

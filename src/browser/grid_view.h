@@ -30,6 +30,8 @@ private:
     void attach();
     void detach();
     void shapeVariableColumns();
+    /// The current record is the selected row, and in sight.
+    void selectShown();
 
     form::Window& window_;
 };

@@ -1,6 +1,7 @@
 #include "browser/record_view.h"
 
 #include <QLabel>
+#include <algorithm>
 #include <limits>
 
 #include "db/value_text.h"
@@ -39,7 +40,7 @@ void RecordView::lUpdateNavigator() {
         } else {
             window_.showButtons();
         }
-        window_.form.nav.lblRecNumber->setText(QStringLiteral("%1 of %2").arg(position).arg(count));
+        window_.form.nav.showPlace(position, count);
     });
 }
 
@@ -86,10 +87,24 @@ void RecordView::move(bool forwards) {
     } else {
         stepBackwards(*window_.state.current.records);
     }
+    arrive();
+}
+
+void RecordView::arrive() {
     lUpdateNavigator();
     lDisplayField();
     refreshLists();
     window_.showButtons();  // which may depend on what is shown now
+}
+
+void RecordView::showRecord(std::int32_t position) {
+    window_.errors.handle("showRecord", [&] {
+        db::CurrentRecords& current = window_.state.current;
+        if (window_.state.editing() || current.count() == 0) return;
+        current.position = std::clamp(position, 1, current.count());
+        current.records->setBookmark(current.records->storedBookmark(current.position - 1));
+        arrive();
+    });
 }
 
 void RecordView::cmdNext_Click() {
@@ -109,8 +124,9 @@ void RecordView::lDisplayField() {
         before = current.count();
         broken = !window_.errors.handle("lDisplayField", [this] { showFollower(); });
     }
-    if (window_.state.category != gem::GEMSTT || window_.state.current.records == nullptr) return;
-    window_.errors.handle("lDisplayField", [this] { settings_.lInitSttInput(false); });
+    if (window_.state.category == gem::GEMSTT && current.records != nullptr)
+        window_.errors.handle("lDisplayField", [this] { settings_.lInitSttInput(false); });
+    onDisplayed();
 }
 
 void RecordView::showFollower() {

@@ -23,6 +23,10 @@ public:
     void lUpdateNavigator();
     void cmdNext_Click();
     void cmdPrevious_Click();
+    /// Shows the n-th record, from 1; the last one for any higher number. Only while browsing.
+    void showRecord(std::int32_t position);
+    /// Runs at the end of lDisplayField.
+    std::function<void()> onDisplayed = [] {};
 
     /// Copies the current record's columns into the fields; blanks them where there is none. In the
     /// settings category the inputs of the setting are shown, closed. A failure is reported, and
@@ -58,6 +62,7 @@ private:
     void showColumn(gem::Record& record, const gem::FieldFacts& facts, Nulls nulls) const;
     void blankPlaceholders(const gem::Record& shown) const;
     void move(bool forwards);
+    void arrive();
     void stepForwards(db::Recordset& records);
     void stepBackwards(db::Recordset& records);
 

@@ -1,5 +1,6 @@
 #include "browser/records_model.h"
 
+#include <algorithm>
 #include <compare>
 #include <variant>
 
@@ -33,9 +34,27 @@ int RecordsModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(flags_.size());
 }
 
+void RecordsModel::setOrder(std::vector<std::int32_t> stored) {
+    emit layoutAboutToBeChanged();
+    order_ = std::move(stored);
+    emit layoutChanged();
+}
+
+std::int32_t RecordsModel::recordAt(int row) const {
+    return order_.empty() ? row : order_.at(static_cast<std::size_t>(row));
+}
+
+int RecordsModel::rowOf(std::int32_t record) const {
+    if (order_.empty()) return record;
+    return static_cast<int>(std::ranges::find(order_, record) - order_.begin());
+}
+
 QString RecordsModel::text(const QModelIndex& index) const {
     const auto column = static_cast<std::size_t>(index.column());
-    const db::Value value = records_->storedField(index.row(), column);
+    return cellText(column, records_->storedField(recordAt(index.row()), column));
+}
+
+QString RecordsModel::cellText(std::size_t column, const db::Value& value) const {
     const QString stored = form::toQt(db::toTextOrEmpty(value));
     if (!flags_[column] || stored.isEmpty()) return stored;
     return isSet(value) ? QStringLiteral("TRUE") : QStringLiteral("FALSE");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "checks/alarm_links.h"
+#include "checks/event_choice.h"
 #include "checks/exception_box.h"
 #include "checks/field_checks.h"
 #include "checks/record_checks.h"
@@ -19,6 +20,7 @@ struct Checks {
           recordFields(below),
           format(below, recordFields, records),
           alarmLinks(below, recordFields),
+          eventChoice(below, recordFields, records),
           fields(below, *this) {}
 
     form::Window& window;
@@ -28,6 +30,7 @@ struct Checks {
     RecordFields recordFields;
     VariableFormat format;
     AlarmLinks alarmLinks;
+    EventChoice eventChoice;
     FieldChecks fields;
 };
 

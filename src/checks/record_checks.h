@@ -25,6 +25,9 @@ public:
     bool verify(gem::Kind kind);
 
 private:
+    /// The variables of a report: there must be one.
+    bool verifyList();
+
     const form::MainForm& form_;
     ExceptionBox& box_;
 };

@@ -12,15 +12,6 @@ namespace {
 
 using enum gem::Control;
 
-constexpr gem::Control kDependents[] = {txtVarMax, txtVarMin, txtVarUnit, txtVarDefValue,
-                                        txtVarValue};
-
-/// Whether a format opens one of the five.
-bool opens(const gem::OpenedFields& opened, gem::Control field) {
-    if (field == txtVarUnit) return opened.unit;
-    return field == txtVarMin || field == txtVarMax ? opened.limits : opened.values;
-}
-
 }  // namespace
 
 VariableFormat::VariableFormat(form::Window& window, RecordFields& fields, RecordChecks& records)
@@ -57,9 +48,9 @@ void VariableFormat::lVarSetFormatRight() {
         const std::string chosen = fields_.read().format();
         const gem::OpenedFields opened =
             lCheckFormat(form::toQt(chosen)) ? gem::openedBy(chosen) : gem::OpenedFields{};
-        for (const gem::Control control : kDependents) {
+        for (const gem::Control control : gem::kByFormat) {
             Field& field = window_.form[control];
-            opens(opened, control) ? open(field) : close(field, opened.emptiesClosed);
+            gem::opens(opened, control) ? open(field) : close(field, opened.emptiesClosed);
         }
         showChildEditor(opened.emptiesClosed && gem::isList(chosen));
     });
@@ -87,7 +78,7 @@ void VariableFormat::close(Field& field, bool empty) {
 }
 
 void VariableFormat::closeDependents() {
-    for (const gem::Control control : kDependents) {
+    for (const gem::Control control : gem::kByFormat) {
         Field& field = window_.form[control];
         field.setEnabled(false);
         field.setColour(form::Colour::WindowBackground);

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "base/run_time_error.h"
+#include "jet/tables/row_change.h"
 
 namespace stelvan::db {
 
@@ -56,11 +57,14 @@ private:
 /// while it lives. Without commit() everything is undone. Failures are RunTimeError.
 class UnitOfWork {
 public:
-    explicit UnitOfWork(const std::string& path);
+    enum class Notes { None, RowChanges };
+    explicit UnitOfWork(const std::string& path, Notes notes = Notes::None);
     ~UnitOfWork();
     UnitOfWork(const UnitOfWork&) = delete;
     UnitOfWork& operator=(const UnitOfWork&) = delete;
     void commit();
+    /// What the unit did to rows, where it was asked to note that; true only after commit().
+    [[nodiscard]] jet::RowChanges changes();
 
 private:
     struct State;

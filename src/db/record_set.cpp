@@ -279,4 +279,30 @@ Value Recordset::storedField(std::int32_t row, std::size_t index) const {
     return (*values)[index];
 }
 
+Bookmark Recordset::storedBookmark(std::int32_t row) const {
+    if (row < 0 || row >= storedCount()) throw noSuchItem();
+    return impl_->cursor->at(static_cast<std::size_t>(row));
+}
+
+void Recordset::eachStored(std::span<const std::int32_t> rows, const Look& look) const {
+    std::vector<Bookmark> bookmarks;
+    bookmarks.reserve(rows.size());
+    for (const std::int32_t row : rows) bookmarks.push_back(storedBookmark(row));
+    translated(Through::RecordSet, [&] { impl_->store->look(bookmarks, look); });
+}
+
+std::optional<jet::RowId> Recordset::place() const {
+    if (!onRecord() || impl_->store->source().writer() == nullptr) return std::nullopt;
+    const Bookmark bookmark = impl_->cursor->current();
+    if (impl_->store->adding(bookmark)) return std::nullopt;
+    return impl_->store->placeOf(bookmark);
+}
+
+std::optional<std::int32_t> Recordset::storedAt(jet::RowId place) const {
+    if (impl_->store == nullptr || impl_->store->source().writer() == nullptr) return std::nullopt;
+    for (std::int32_t row = 0; row < storedCount(); ++row)
+        if (impl_->store->placeOf(storedBookmark(row)) == place) return row;
+    return std::nullopt;
+}
+
 }  // namespace stelvan::db

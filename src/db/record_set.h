@@ -12,13 +12,16 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "db/connection.h"
 #include "db/value_text.h"
+#include "jet/rows/column_facts.h"
 
 namespace stelvan::db {
 
@@ -109,6 +112,19 @@ public:
     /// record (0-based, a record being added and pending changes left out), and how many there are.
     [[nodiscard]] std::int32_t storedCount() const;
     [[nodiscard]] Value storedField(std::int32_t row, std::size_t index) const;
+    /// The n-th of them, to move the cursor to. Throws 3265.
+    [[nodiscard]] Bookmark storedBookmark(std::int32_t row) const;
+    /// Shows `look` the values of many of them, each with its place in `rows`; none for a record
+    /// that is gone. What was not looked at before is not kept either, so that memory stays
+    /// bounded.
+    using Look = std::function<void(std::size_t at, const std::vector<Value>* values)>;
+    void eachStored(std::span<const std::int32_t> rows, const Look& look) const;
+
+    /// Where the file keeps the current record; nothing for one that is being added or computed.
+    [[nodiscard]] std::optional<jet::RowId> place() const;
+    /// The record that the file keeps at a place, as the number of a stored one (from 0); nothing
+    /// where the record set does not hold it.
+    [[nodiscard]] std::optional<std::int32_t> storedAt(jet::RowId place) const;
 
     struct Impl;
 

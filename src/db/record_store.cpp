@@ -63,6 +63,28 @@ void RecordStore::readFrom(std::size_t position) {
     nextInTurn_ = position + now.rows.size();
 }
 
+void RecordStore::look(std::span<const Bookmark> bookmarks,
+                       const std::function<void(std::size_t at, const Row* values)>& show) {
+    for (std::size_t begin = 0; begin < bookmarks.size();) {
+        const Entry& first = entryOf(bookmarks[begin]);
+        if (first.values != nullptr) {
+            show(begin++, first.values.get());
+            continue;
+        }
+        // Those that are known since the same moment are read together.
+        std::vector<jet::RowId> places{first.place};
+        while (!first.own && places.size() < kReadAhead &&
+               begin + places.size() < bookmarks.size()) {
+            const Entry& next = entryOf(bookmarks[begin + places.size()]);
+            if (next.values != nullptr || next.own || next.chosen != first.chosen) break;
+            places.push_back(next.place);
+        }
+        const RowsNow now =
+            source_->read(places, first.own ? std::nullopt : std::optional(first.chosen));
+        for (const std::optional<Row>& row : now.rows) show(begin++, row ? &*row : nullptr);
+    }
+}
+
 void RecordStore::reach(Bookmark bookmark) {
     if (pending(bookmark)) return;
     const std::size_t position = positionOf(bookmark);

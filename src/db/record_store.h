@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "db/record_set.h"
@@ -31,6 +32,14 @@ public:
     /// ahead, since opening the file for each row costs far more than the row. Null when the row is
     /// gone. Not for a record that is being added.
     [[nodiscard]] const Row* stored(Bookmark bookmark);
+    /// Where the file keeps a record that is not being added.
+    [[nodiscard]] jet::RowId placeOf(Bookmark bookmark) const {
+        return entries_[positionOf(bookmark)].place;
+    }
+    /// Shows the stored values of many records, in the order given, each with its place in
+    /// `bookmarks`; null for a row that is gone. Keeps none that was not looked at before.
+    void look(std::span<const Bookmark> bookmarks,
+              const std::function<void(std::size_t at, const Row* values)>& show);
     /// Called when a cursor has come to a record: if the file is not as it was when the row was
     /// last seen, looks whether the row is still one of the query's. Values that were never reached
     /// before become the present ones; others stay, since a save is judged by what was shown.

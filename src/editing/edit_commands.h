@@ -1,5 +1,5 @@
 // The buttons that begin, give up and undo work on a record: "&Edit", "&Cancel", "&Add New",
-// "&Delete".
+// "&Delete", and "Duplicate".
 //
 // Whatever fails before the inputs are open leaves the window browsing; a cancel always ends in
 // browsing.
@@ -19,6 +19,12 @@ public:
     void cmdUpdate_Click();
     void cmdCancel_Click();
     void cmdNew_Click();
+    /// Begins a record filled from the one shown: all but the identifier, which is proposed anew,
+    /// and the children of a list, which can be in one list only. The name is taken over, selected,
+    /// to be changed. Nothing while a record is added or edited, nor unless mayDuplicate().
+    void cmdDuplicate_Click();
+    /// Whether a record is shown, in "Properties", to whose kind one may be added now.
+    [[nodiscard]] bool mayDuplicate() const;
     /// Record, links and released children go in one unit of work.
     void cmdDelete_Click();
 
@@ -38,6 +44,13 @@ private:
     void returnToRecord();
     void showStoredLists();
     void closeEdit();
+    /// What a duplicate takes over: texts by field, and the rows of a list of links.
+    struct Original {
+        std::vector<std::pair<gem::Control, QString>> texts;
+        std::vector<form::ListRow> links;
+    };
+    [[nodiscard]] Original shownRecord() const;
+    void fillFrom(const Original& original);
     void deleteShown();
     void showFollower();
     void showPresentState();

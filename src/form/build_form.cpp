@@ -1,25 +1,28 @@
 #include <QAction>
+#include <QApplication>
 #include <QGroupBox>
-#include <QGuiApplication>
 #include <QHeaderView>
+#include <QIcon>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenuBar>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTableView>
+#include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 #include "form/inputs.h"
+#include "form/look.h"
 #include "form/property_frames.h"
 
 static void loadIcons() {
     Q_INIT_RESOURCE(icons);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/stelvan.svg")));
 }
 
 namespace stelvan::form {
@@ -28,10 +31,10 @@ namespace {
 // The window at first: about 1100 x 760 with the usual font, more with a larger one.
 constexpr int kFirstColumns = 175;
 constexpr int kFirstLines = 54;
-constexpr int kLeastFrameColumns = 50;
 constexpr int kLeastFrameLines = 10;
-constexpr int kErrorLines = 4;
 constexpr const char* kLongestNode = "Custom Equipment Constants";
+// What the desktop draws around a window, at least.
+constexpr QSize kWindowFrame(16, 48);
 constexpr int kNodeMargins = 60;  // picture, frame and room for a scroll bar
 
 template <class W>
@@ -98,9 +101,7 @@ QTableView* buildGrid(QGroupBox& frame) {
 
 void buildFrames(MainForm& form) {
     form.frames = new FrameStack;
-    const QFontMetrics font = form.frames->fontMetrics();
-    form.frames->setMinimumSize(font.averageCharWidth() * kLeastFrameColumns,
-                                font.lineSpacing() * kLeastFrameLines);
+    form.frames->setMinimumHeight(form.frames->fontMetrics().lineSpacing() * kLeastFrameLines);
     for (int i = 0; i < kFrames; ++i)
         form.Frame[static_cast<std::size_t>(i)] = form.frames->frame(i);
     buildNeutralFrame(*form.Frame[0]);
@@ -111,6 +112,7 @@ void buildFrames(MainForm& form) {
     buildSttFrame(*form.Frame[5], form);
     buildRptFrame(*form.Frame[6], form);
     form.DBGridGEM = buildGrid(*form.Frame[7]);
+    form.gridColumns = new DraggedColumns(*form.DBGridGEM->horizontalHeader());
     const char* const captions[] = {"",
                                     "Var Property",
                                     "Alarm Property",
@@ -142,11 +144,11 @@ void buildNavigator(MainForm& form) {
     nav.cmdCancel = navigatorButton(row, "cmdCancel", "&Cancel");
     row->addStretch(1);
     nav.cmdPrevious = navigatorButton(row, "cmdPrevious", "&Previous");
-    nav.lblRecNumber = named(new QLabel(tr("0 of 0")), "lblRecNumber");
+    nav.lblRecNumber = named(new QLabel, "lblRecNumber");
+    nav.showPlace(0, 0);
     nav.lblRecNumber->setAlignment(Qt::AlignCenter);
     nav.lblRecNumber->setMinimumWidth(
         nav.lblRecNumber->fontMetrics().horizontalAdvance(tr("00000 of 00000")));
-    nav.lblRecNumber->setAccessibleName(tr("Record"));
     row->addWidget(nav.lblRecNumber);
     nav.cmdNext = navigatorButton(row, "cmdNext", "&Next");
     nav.cmdSave->hide();
@@ -157,11 +159,9 @@ QWidget* buildErrorBox(MainForm& form) {
     auto* area = new QWidget;
     auto* column = new QVBoxLayout(area);
     column->setContentsMargins(0, 0, 0, 0);
-    form.txtErrLog = named(new QPlainTextEdit, "txtErrLog");
-    form.txtErrLog->setReadOnly(true);
-    form.txtErrLog->setTabChangesFocus(true);
+    form.txtErrLog = named(new ErrorLog, "txtErrLog");
     form.txtErrLog->setAccessibleName(tr("Exception"));
-    form.txtErrLog->setMinimumHeight(2 * form.txtErrLog->fontMetrics().lineSpacing() + 12);
+    form.txtErrLog->setToolTip(tr("Double click on a line to go to its field"));
     form.lblErrorLog = named(new QLabel(tr("Exception:")), "lblErrorLog");
     form.lblErrorLog->setBuddy(form.txtErrLog);
     column->addWidget(form.lblErrorLog);
@@ -190,18 +190,50 @@ QWidget* buildRecordArea(MainForm& form) {
     head->addWidget(form.lblPropertyType, 1);
     head->addWidget(form.tspData);
     column->addLayout(head);
+    column->addWidget(form.aids.lblUsedIn);
     column->addWidget(form.frames, 1);
     column->addWidget(form.nav.fraDBOperation);
     return area;
 }
 
+/// Its colour follows the theme.
+class UnsavedPanel : public QLabel {
+public:
+    UnsavedPanel() : QLabel(tr("Not saved")) {
+        QFont bold = font();
+        bold.setBold(true);
+        setFont(bold);
+        colour();
+        hide();
+    }
+
+protected:
+    void changeEvent(QEvent* event) override {
+        QLabel::changeEvent(event);
+        if (event->type() == QEvent::PaletteChange) colour();
+    }
+
+private:
+    void colour() {
+        const QColor wanted = unsavedColour(QGuiApplication::palette());
+        QPalette mine = palette();
+        if (mine.color(QPalette::Active, QPalette::WindowText) == wanted) return;
+        mine.setColor(QPalette::WindowText, wanted);
+        setPalette(mine);
+    }
+};
+
 void buildStatusBar(QMainWindow& window, MainForm& form) {
     form.StatusBar1 = named(window.statusBar(), "StatusBar1");
     form.statusPanel = named(new QLabel, "StatusBar1Panel1");
     form.StatusBar1->addWidget(form.statusPanel, 1);
+    form.StatusBar1->addWidget(form.aids.lblNotice);
+    form.aids.lblNotice->hide();
     form.databasePanel = named(new QLabel, "StatusBar1Panel2");
     form.databasePanel->setTextFormat(Qt::PlainText);
     form.StatusBar1->addPermanentWidget(form.databasePanel);
+    form.lblNotSaved = named(new UnsavedPanel, "lblNotSaved");
+    form.StatusBar1->addPermanentWidget(form.lblNotSaved);
 }
 
 void closeInputs(const MainForm& form) {
@@ -221,25 +253,28 @@ QSize firstSize(const QWidget& window) {
     const QFontMetrics font = window.fontMetrics();
     const QSize wanted(font.averageCharWidth() * kFirstColumns, font.lineSpacing() * kFirstLines);
     const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen == nullptr ? wanted : wanted.boundedTo(screen->availableSize());
+    return screen == nullptr ? wanted : wanted.boundedTo(screen->availableSize() - kWindowFrame);
 }
 
 /// The tree beside everything else; the exception box below the record.
 QWidget* buildSplitters(MainForm& form, QSize size) {
-    auto* rightSide = new QSplitter(Qt::Vertical);
+    auto* rightSide = named(new QSplitter(Qt::Vertical), "splErrors");
     rightSide->setChildrenCollapsible(false);
     rightSide->addWidget(buildRecordArea(form));
     rightSide->addWidget(buildErrorBox(form));
     rightSide->setStretchFactor(0, 1);
-    const int errorHeight = form.txtErrLog->fontMetrics().lineSpacing() * (kErrorLines + 2);
+    const int errorHeight = rightSide->widget(1)->sizeHint().height();
     rightSide->setSizes({size.height() - errorHeight, errorHeight});
-    auto* whole = new QSplitter(Qt::Horizontal);
+    new GrowWithText(*rightSide, *form.txtErrLog);
+    auto* whole = named(new QSplitter(Qt::Horizontal), "splTree");
     whole->setChildrenCollapsible(false);
-    whole->addWidget(form.tvwSECSItem);
+    whole->addWidget(buildTreeSide(form.aids, form.tvwSECSItem));
     whole->addWidget(rightSide);
     whole->setStretchFactor(1, 1);
     const int nodes = treeWidth(*form.tvwSECSItem);
     whole->setSizes({nodes, size.width() - nodes});
+    form.splTree = whole;
+    form.splErrors = rightSide;
     return whole;
 }
 
@@ -247,8 +282,10 @@ QWidget* buildSplitters(MainForm& form, QSize size) {
 
 MainForm buildForm(QMainWindow& window) {
     loadIcons();
+    keepGreyedReadable();
     MainForm form;
     buildMenus(window, form);
+    form.aids = buildAids(window);
     buildTree(form);
     buildFrames(form);
     buildNavigator(form);
@@ -259,6 +296,7 @@ MainForm buildForm(QMainWindow& window) {
     window.setCentralWidget(central);
     buildStatusBar(window, form);
     QWidget::setTabOrder(form.tvwSECSItem, form.tspData);
+    form.tvwSECSItem->setFocus();  // and not the find box above it
     closeInputs(form);
     form.showFrame(0);
     window.resize(first);

@@ -36,6 +36,10 @@ QString QtDialogs::openFile(const QString& title, const QString& filter, const Q
     return QFileDialog::getOpenFileName(front(), title, from, filter);
 }
 
+QString QtDialogs::saveFile(const QString& title, const QString& filter, const QString& start) {
+    return QFileDialog::getSaveFileName(front(), title, start, filter);
+}
+
 QString QtDialogs::openFolder(const QString& title, const QString& start) {
     return QFileDialog::getExistingDirectory(front(), title,
                                              QFileInfo(start).isDir() ? start : QString());

@@ -25,6 +25,10 @@ public:
     /// writes it.
     virtual QString openFile(const QString& title, const QString& filter, const QString& start) = 0;
 
+    /// The file to write, or empty when cancelled; an existing one was confirmed. `start` is the
+    /// proposed path.
+    virtual QString saveFile(const QString& title, const QString& filter, const QString& start) = 0;
+
     /// The chosen folder, or empty when cancelled.
     virtual QString openFolder(const QString& title, const QString& start) = 0;
 };
@@ -38,6 +42,7 @@ public:
     void message(const QString& text, Icon icon, const QString& title) override;
     bool confirm(const QString& text, const QString& title) override;
     QString openFile(const QString& title, const QString& filter, const QString& start) override;
+    QString saveFile(const QString& title, const QString& filter, const QString& start) override;
     QString openFolder(const QString& title, const QString& start) override;
 
 private:

@@ -1,15 +1,21 @@
 #include "form/field.h"
 
+#include <QAction>
 #include <QCheckBox>
-#include <QEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <QTextDocument>
 #include <algorithm>
 #include <stdexcept>
 
+#include "base/run_time_error.h"
+#include "form/fault_mark.h"
 #include "form/inputs.h"
+#include "form/pictures.h"
 #include "form/text.h"
+#include "gem/error_catalogue.h"
 
 namespace stelvan::form {
 namespace {
@@ -47,6 +53,23 @@ QString rawText(const TextBox& box) {
     return raw;
 }
 
+/// What the catalogue says of a marker; one that is no code of it is a message itself.
+QString messageOf(const QString& marker) {
+    static const gem::ErrorCatalogue catalogue = gem::lInitErrInfo();
+    try {
+        const std::string& message = gem::entryOfMarker(catalogue, toUtf8(marker)).message;
+        return message.empty() ? marker : toQt(message).trimmed();
+    } catch (const base::RunTimeError&) {
+        return marker;
+    }
+}
+
+bool asksForList(const QKeyEvent& event) {
+    return event.key() == Qt::Key_F4
+               ? event.modifiers() == Qt::NoModifier
+               : event.key() == Qt::Key_Down && event.modifiers().testFlag(Qt::AltModifier);
+}
+
 QString withStoredBreaks(const QString& text) {
     QString stored = text;
     return stored.replace(QStringLiteral("\n"), QStringLiteral("\r\n"));
@@ -66,7 +89,8 @@ qsizetype storedLengthOf(const QString& stored, qsizetype shown) {
 
 }  // namespace
 
-Field::Field(QWidget* widget) : QObject(widget), widget_(widget), kind_(kindOf(widget)) {
+Field::Field(QWidget* widget)
+    : QObject(widget), widget_(widget), mark_(new FaultMark(*widget)), kind_(kindOf(widget)) {
     widget_->setProperty(kTag, QStringLiteral("0"));
     widget_->installEventFilter(this);
     switch (kind_) {
@@ -244,6 +268,7 @@ void Field::setLocked(bool locked) {
             setEnabled(!locked);
             break;
     }
+    applyMark();
 }
 
 bool Field::isEnabled() const {
@@ -252,6 +277,7 @@ bool Field::isEnabled() const {
 
 void Field::setEnabled(bool enabled) {
     widget_->setEnabled(enabled);
+    applyMark();
 }
 
 void Field::setColour(Colour colour) {
@@ -260,6 +286,8 @@ void Field::setColour(Colour colour) {
 }
 
 void Field::applyLook() {
+    if (choice_ != nullptr)
+        choice_->setIcon(downArrow(QGuiApplication::palette().color(QPalette::Text)));
     if (kind_ == Kind::Check) {
         applyColour(*widget_, colour_, {QPalette::Window, QPalette::WindowText});
     } else if (kind_ == Kind::Combo && !comboOf(widget_)->isEditable()) {
@@ -275,6 +303,30 @@ QString Field::marker() const {
 
 void Field::setMarker(const QString& code) {
     widget_->setProperty(kTag, code);
+    applyMark();
+}
+
+QString Field::faultShown() const {
+    return mark_->message();
+}
+
+void Field::applyMark() {
+    // A closed field cannot be mended, and keeps its marker until the next edit begins.
+    mark_->setMessage(hasException() && isOpen() ? messageOf(marker()) : QString());
+    if (choice_ != nullptr) choice_->setVisible(isOpen());
+}
+
+void Field::setDescription(const QString& text) {
+    mark_->setDescription(text);
+}
+
+void Field::offerChoice(const QString& what) {
+    choice_ = lineOf(widget_)->addAction(QIcon(), QLineEdit::TrailingPosition);
+    choice_->setObjectName(QStringLiteral("choice"));
+    choice_->setToolTip(what);
+    connect(choice_, &QAction::triggered, this, &Field::choiceWanted);
+    applyLook();
+    applyMark();
 }
 
 void Field::setMaxLength(int characters) {
@@ -327,6 +379,11 @@ void Field::leave() {
 }
 
 bool Field::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == widget_ && event->type() == QEvent::KeyPress && choice_ != nullptr && isOpen() &&
+        asksForList(static_cast<const QKeyEvent&>(*event))) {
+        emit choiceWanted();
+        return true;
+    }
     if (watched == widget_ && event->type() == QEvent::PaletteChange) applyLook();
     return QObject::eventFilter(watched, event);
 }

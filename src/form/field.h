@@ -11,9 +11,12 @@
 
 #include "form/look.h"
 
+class QAction;
 class QWidget;
 
 namespace stelvan::form {
+
+class FaultMark;
 
 class Field : public QObject {
     Q_OBJECT
@@ -49,9 +52,13 @@ public:
     void setColour(Colour colour);
 
     /// The exception marker, the widget's property "Tag": a catalogue code as text, "0" when valid.
+    /// While the field is open, one that is not "0" shows as a mark with the catalogue's message
+    /// (or the marker itself, where it is no code).
     [[nodiscard]] QString marker() const;
     void setMarker(const QString& code);
     [[nodiscard]] bool hasException() const { return marker() != QStringLiteral("0"); }
+    /// What the mark says; empty while there is none.
+    [[nodiscard]] QString faultShown() const;
 
     /// Limits typing and pasting only.
     void setMaxLength(int characters);
@@ -62,6 +69,13 @@ public:
 
     /// Greyed text shown while there is none: a stored text that a combo box does not offer.
     [[nodiscard]] QString hint() const;
+
+    /// What assistive tools say of it beside its name; a fault comes before it.
+    void setDescription(const QString& text);
+
+    /// Single-line: while it is open, F4, Alt+Down and a button in it ask for a list to choose
+    /// from. `what` is the button's tool tip.
+    void offerChoice(const QString& what);
 
     [[nodiscard]] bool isVisible() const;  // as its frame would show it
     void setVisible(bool visible);
@@ -77,6 +91,8 @@ signals:
     void chosen();
     /// The user took the focus to another control of the window (see FocusWatch).
     void lostFocus();
+    /// The user asked for the list that offerChoice() offers.
+    void choiceWanted();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -85,6 +101,7 @@ private:
     void connectLine();
     void connectCombo();
     void applyLook();
+    void applyMark();
     void noteUserChange();
     void cleanInsertedBlanks();
     void keepLimit();
@@ -93,6 +110,8 @@ private:
     void showMultiLine(const QString& text);
 
     QWidget* widget_;
+    FaultMark* mark_;
+    QAction* choice_ = nullptr;
     Kind kind_;
     Colour colour_ = Colour::WindowBackground;
     bool locked_ = false;

@@ -5,7 +5,10 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QScreen>
 #include <QScrollArea>
+#include <QStyle>
+#include <algorithm>
 
 #include "form/inputs.h"
 
@@ -17,7 +20,7 @@ constexpr int kInputColumn = 1;
 constexpr int kSecondLabelColumn = 2;
 constexpr int kSecondInputColumn = 3;
 constexpr int kColumns = 4;
-constexpr int kGapBetweenPairs = 10;
+constexpr int kGapBetweenPairs = 4;
 constexpr int kSpacing = 10;
 
 bool takesAllWidth(const QWidget& input) {
@@ -33,20 +36,49 @@ QString spoken(QString label) {
     return label.remove(QLatin1Char('&'));
 }
 
-QScrollArea* scrollPage(QWidget* page) {
-    auto* area = new QScrollArea;
-    area->setWidget(page);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->viewport()->setBackgroundRole(QPalette::Window);
-    page->setBackgroundRole(QPalette::Window);
-    // By itself it follows the focus only where its own Tab handling moved it.
-    QObject::connect(qApp, &QApplication::focusChanged, area, [area, page](QWidget*, QWidget* to) {
-        if (to != nullptr && page->isAncestorOf(to)) area->ensureWidgetVisible(to);
-    });
-    return area;
-}
+/// As wide as its page needs, and as low as there is room. The input that has the focus stays in
+/// sight.
+class PageArea : public QScrollArea {
+public:
+    explicit PageArea(QWidget* page) {
+        setWidget(page);
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        viewport()->setBackgroundRole(QPalette::Window);
+        page->setBackgroundRole(QPalette::Window);
+        page->installEventFilter(this);
+        // By itself it follows the focus only where its own Tab handling moved it.
+        connect(qApp, &QApplication::focusChanged, this,
+                [this](QWidget*, QWidget* to) { show(to); });
+    }
+
+    [[nodiscard]] QSize minimumSizeHint() const override {
+        const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+        const QScreen* const screen = QGuiApplication::primaryScreen();
+        // With letters so large that a page is wider than the screen, it scrolls all the same.
+        const int most =
+            screen == nullptr ? QWIDGETSIZE_MAX : screen->availableSize().width() / 4 * 3;
+        QSize hint = QScrollArea::minimumSizeHint();
+        hint.setWidth(std::min(widget()->minimumSizeHint().width() + bar, most));
+        return hint;
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
+        return QScrollArea::eventFilter(watched, event);
+    }
+    void resizeEvent(QResizeEvent* event) override {
+        QScrollArea::resizeEvent(event);
+        show(QApplication::focusWidget());
+    }
+
+private:
+    void show(QWidget* focused) {
+        if (focused != nullptr && widget()->isAncestorOf(focused)) ensureWidgetVisible(focused);
+    }
+};
 
 }  // namespace
 
@@ -54,7 +86,7 @@ FormRows::FormRows(QGroupBox& frame, MainForm& form)
     : form_(form), page_(new QWidget), grid_(new QGridLayout(page_)) {
     auto* whole = new QVBoxLayout(&frame);
     whole->setContentsMargins(2, 2, 2, 2);
-    whole->addWidget(scrollPage(page_));
+    whole->addWidget(new PageArea(page_));
     grid_->setColumnStretch(kInputColumn, 1);
     grid_->setHorizontalSpacing(kSpacing);
     grid_->setVerticalSpacing(8);
@@ -145,7 +177,14 @@ QHBoxLayout* FormRows::sharedRow(const QString& label, QWidget* buddy) {
     return row;
 }
 
+void FormRows::beside(QWidget* text) {
+    grid_->addWidget(text, next_++, kInputColumn, 1, kColumns - 1);
+}
+
 void FormRows::below(QWidget* area) {
+    QSizePolicy kept = area->sizePolicy();
+    kept.setRetainSizeWhenHidden(true);
+    area->setSizePolicy(kept);
     grid_->addWidget(area, next_++, kLabelColumn, 1, kColumns);
 }
 

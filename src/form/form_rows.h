@@ -16,7 +16,8 @@ namespace stelvan::form {
 
 class FormRows {
 public:
-    /// `frame` gets a scroll area, so that nothing is ever cut off in a small window.
+    /// `frame` gets a scroll area, so that nothing is ever cut off in a low window; it is always
+    /// wide enough for its inputs, so that nobody scrolls sideways.
     FormRows(QGroupBox& frame, MainForm& form);
 
     /// `label` with its mnemonic. `characters` is the widest the line wants to be; 0 takes the
@@ -35,7 +36,11 @@ public:
     /// A row of inputs of which one is shown at a time; the first is the label's buddy.
     QHBoxLayout* sharedRow(const QString& label, QWidget* buddy);
 
-    /// What the frame has below its inputs; takes the height that is left.
+    /// A text in the column of the inputs, in a row of its own.
+    void beside(QWidget* text);
+
+    /// What the frame has below its inputs; takes the height that is left, which stays empty while
+    /// the area is hidden, so that the inputs keep their places.
     void below(QWidget* area);
     /// Leaves the height that is left empty.
     void fillUp();

@@ -21,6 +21,12 @@ void TwoListEditor::showSelected(bool show) const {
     area->setVisible(show || !pool->isHidden());
 }
 
+void Navigator::showPlace(int position, int count) const {
+    const QString place = QStringLiteral("%1 of %2").arg(position).arg(count);
+    lblRecNumber->setText(place);
+    lblRecNumber->setAccessibleName(QStringLiteral("Record ") + place);
+}
+
 Field& MainForm::operator[](gem::Control input) const {
     Field* const field = inputs[gem::indexOf(input)];
     if (field == nullptr) throw std::logic_error("no input: " + std::string(gem::nameOf(input)));

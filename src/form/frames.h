@@ -6,6 +6,9 @@
 #include <QString>
 #include <array>
 
+#include "form/aids.h"
+#include "form/dragged_columns.h"
+#include "form/error_area.h"
 #include "form/field.h"
 #include "form/frame_stack.h"
 #include "form/list_view.h"
@@ -16,8 +19,8 @@ class QLabel;
 class QLineEdit;
 class QMainWindow;
 class QMenu;
-class QPlainTextEdit;
 class QPushButton;
+class QSplitter;
 class QStatusBar;
 class QTabBar;
 class QTableView;
@@ -56,6 +59,9 @@ struct Navigator {
     QPushButton* cmdPrevious = nullptr;
     QPushButton* cmdNext = nullptr;
     QLabel* lblRecNumber = nullptr;
+
+    /// "3 of 17", on the screen and for screen readers.
+    void showPlace(int position, int count) const;
 };
 
 /// Everything on frmMain; built once by buildForm() into the window that is given.
@@ -65,13 +71,17 @@ struct MainForm {
     FrameStack* frames = nullptr;
     std::array<QGroupBox*, kFrames> Frame{};  // objectName Frame0 to Frame7, pages of the stack
     QTableView* DBGridGEM = nullptr;
+    DraggedColumns* gridColumns = nullptr;
     QTabBar* tspData = nullptr;  // tab 0 "Properties" (index 1 of the rules), tab 1 "View All"
     QLabel* lblPropertyType = nullptr;
     QLabel* lblErrorLog = nullptr;
-    QPlainTextEdit* txtErrLog = nullptr;
+    ErrorLog* txtErrLog = nullptr;
     QStatusBar* StatusBar1 = nullptr;
     QLabel* databasePanel = nullptr;  // the last panel: which file is open
     QLabel* statusPanel = nullptr;    // the first panel of StatusBar1
+    QLabel* lblNotSaved = nullptr;    // the right panel, seen while a record is added or edited
+    QSplitter* splTree = nullptr;     // the tree, and all the rest
+    QSplitter* splErrors = nullptr;   // the record, and the exception box
     QMenu* mnuFile = nullptr;
     QAction* mnuFileDB = nullptr;
     QAction* mnuFileExit = nullptr;
@@ -80,6 +90,8 @@ struct MainForm {
 
     QPushButton* cmdSttBrowse = nullptr;
     QPushButton* cmdSttDefBrowse = nullptr;
+    QLabel* lblSttRange = nullptr;    // what the setting takes, with its unit
+    QLabel* lblSttMeaning = nullptr;  // what it is for
 
     /// lvwItemSelection, lvwChildItems, lblExistingItems, lblChildItems, cmdSelect, cmdDeselect,
     /// cmdOrderUp, cmdOrderDown.
@@ -91,6 +103,7 @@ struct MainForm {
     /// cmdRptOrderDown.
     TwoListEditor reports;
     Navigator nav;
+    Aids aids;
 
     std::array<Field*, gem::kControls> inputs{};  // by control; null for what is no input
 

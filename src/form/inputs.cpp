@@ -16,6 +16,8 @@ constexpr int kLeastLineCharacters = 4;
 constexpr int kLeastTextLines = 3;
 constexpr int kLeastTextColumns = 20;
 constexpr int kTextColumns = 50;
+constexpr int kTextStretch = 100;  // its few lines come before what else could grow
+constexpr int kCaptionMargin = 8;
 }  // namespace
 
 LineBox::LineBox(int characters, QWidget* parent) : QLineEdit(parent), characters_(characters) {
@@ -40,8 +42,9 @@ QSize LineBox::minimumSizeHint() const {
 TextBox::TextBox(int lines, QWidget* parent) : QPlainTextEdit(parent), lines_(lines) {
     setTabChangesFocus(true);
     QSizePolicy tall(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    tall.setVerticalStretch(1);
+    tall.setVerticalStretch(kTextStretch);
     setSizePolicy(tall);
+    capHeight();
     connect(document(), &QTextDocument::contentsChange, this, [this](int at, int, int added) {
         changedAt_ = at;
         addedCount_ = added;
@@ -54,6 +57,15 @@ QSize TextBox::sizeOf(int columns, int lines) const {
     const QMargins frame = contentsMargins();
     return {columns * fontMetrics().averageCharWidth() + 2 * margin + frame.left() + frame.right(),
             lines * fontMetrics().lineSpacing() + 2 * margin + frame.top() + frame.bottom()};
+}
+
+void TextBox::capHeight() {
+    setMaximumHeight(sizeOf(kTextColumns, lines_).height());
+}
+
+void TextBox::changeEvent(QEvent* event) {
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) capHeight();
 }
 
 QSize TextBox::sizeHint() const {
@@ -103,6 +115,19 @@ void TextBox::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QPlainTextEdit::keyPressEvent(event);
+}
+
+CommandButton::CommandButton(const QString& caption, QWidget* parent)
+    : QPushButton(caption, parent) {
+    QSizePolicy shrinking(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    shrinking.setRetainSizeWhenHidden(true);
+    setSizePolicy(shrinking);
+}
+
+QSize CommandButton::minimumSizeHint() const {
+    const int caption = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
+    const QSize whole = QPushButton::minimumSizeHint();
+    return {std::min(whole.width(), caption + 2 * kCaptionMargin), whole.height()};
 }
 
 bool CommandButton::event(QEvent* event) {

@@ -22,7 +22,8 @@ private:
     int characters_;
 };
 
-/// Tab leaves it, Ctrl+Enter types a line break.
+/// Tab leaves it, Ctrl+Enter types a line break. It wants `lines` lines and never becomes taller
+/// than that: what stands beside it needs the room.
 class TextBox : public QPlainTextEdit {
     Q_OBJECT
 public:
@@ -37,13 +38,17 @@ public:
     void setMaxLength(int characters) { maxLength_ = characters; }
     /// A text from the program, whatever its length.
     void replaceText(const QString& text);
+    /// Room kept free right of the text, in pixels.
+    void setRightMargin(int pixels) { setViewportMargins(0, 0, pixels, 0); }
     /// What the text measures when stored: a line break counts as two characters.
     [[nodiscard]] int storedLength() const;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void capHeight();
     [[nodiscard]] QSize sizeOf(int columns, int lines) const;
     void refuseExcess();
 
@@ -55,11 +60,13 @@ private:
 };
 
 /// Every press of its mnemonic is a click at once; the toolkit's button swallows those that come
-/// while it still shows the one before.
+/// while it still shows the one before. In a narrow window it is as wide as its caption, and while
+/// it is hidden its room stays.
 class CommandButton : public QPushButton {
     Q_OBJECT
 public:
-    using QPushButton::QPushButton;
+    explicit CommandButton(const QString& caption, QWidget* parent = nullptr);
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     bool event(QEvent* event) override;

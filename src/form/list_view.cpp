@@ -8,12 +8,13 @@
 #include <algorithm>
 #include <numeric>
 
+#include "form/fault_mark.h"
 #include "form/list_rows.h"
 
 namespace stelvan::form {
 namespace {
 
-constexpr int kColumnMargin = 4;  // digits of room around a column of fixed width
+constexpr int kColumnMargin = 2;  // digits of room around a text
 
 /// Narrows to rows that hold a text in a column that is seen.
 class ShownRows : public QSortFilterProxyModel {
@@ -37,7 +38,11 @@ private:
 }  // namespace
 
 ListView::ListView(QWidget* parent)
-    : QTreeView(parent), rows_(new ListRows(this)), shown_(new ShownRows(*this)) {
+    : QTreeView(parent),
+      rows_(new ListRows(this)),
+      shown_(new ShownRows(*this)),
+      dragged_(new DraggedColumns(*header())),
+      mark_(new FaultMark(*this)) {
     shown_->setParent(this);
     shown_->setSourceModel(rows_);
     shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
@@ -53,19 +58,7 @@ ListView::ListView(QWidget* parent)
     connect(this, &QTreeView::doubleClicked, this, [this](const QModelIndex& index) {
         if (open_) emit rowActivated(shown_->mapToSource(index).row());
     });
-    connect(header(), &QHeaderView::sectionResized, this, [this] {
-        if (headerPressed_) dragged_ = true;
-    });
-    header()->viewport()->installEventFilter(this);
     applyLook();
-}
-
-bool ListView::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == header()->viewport()) {
-        if (event->type() == QEvent::MouseButtonPress) headerPressed_ = true;
-        if (event->type() == QEvent::MouseButtonRelease) headerPressed_ = false;
-    }
-    return QTreeView::eventFilter(watched, event);
 }
 
 void ListView::setHeaders(const QStringList& headers) {
@@ -81,30 +74,36 @@ QStringList ListView::headers() const {
 void ListView::setWidths(const std::vector<int>& widths) {
     widths_ = widths;
     if (widths.empty()) widths_.assign(static_cast<std::size_t>(rows_->columnCount()), 1);
-    dragged_ = false;
+    widths_.resize(static_cast<std::size_t>(rows_->columnCount()), 1);
     header()->setStretchLastSection(false);  // it would compete with the shares
     shareWidth();
+    dragged_->apply();
+}
+
+int ListView::neededWidth(int column, int mostDigits) const {
+    QString longest;
+    for (const ListRow& row : rows_->rows())
+        if (row.texts.value(column).size() > longest.size()) longest = row.texts.value(column);
+    const int digit = fontMetrics().horizontalAdvance(QLatin1Char('0'));
+    const int text = std::min(fontMetrics().horizontalAdvance(longest), mostDigits * digit);
+    return std::max(text + kColumnMargin * digit, header()->sectionSizeHint(column));
 }
 
 void ListView::shareWidth() {
-    if (widths_.empty() || dragged_) return;
+    if (widths_.empty()) return;
     const int columns = std::min(static_cast<int>(widths_.size()), rows_->columnCount());
-    const auto fixedWidth = [this](int column) {
-        const int digits = fontMetrics().horizontalAdvance(QLatin1Char('0'));
-        const int share = widths_[static_cast<std::size_t>(column)];
-        return std::max((kColumnMargin - share) * digits, header()->sectionSizeHint(column));
-    };
+    for (int c = 0; c < columns; ++c) setColumnHidden(c, widths_[static_cast<std::size_t>(c)] == 0);
+    if (dragged_->any()) return;
     int room = viewport()->width();
     int shares = 0;
     for (int c = 0; c < columns; ++c) {
         const int share = widths_[static_cast<std::size_t>(c)];
-        if (share < 0) room -= fixedWidth(c);
+        if (share < 0) setColumnWidth(c, neededWidth(c, -share));
+        if (share < 0) room -= columnWidth(c);
         shares += std::max(share, 0);
     }
     for (int c = 0; c < columns; ++c) {
         const int share = widths_[static_cast<std::size_t>(c)];
-        setColumnHidden(c, share == 0);
-        if (share < 0) setColumnWidth(c, fixedWidth(c));
         if (share > 0)
             setColumnWidth(c, std::max(room * share / shares, header()->sectionSizeHint(c)));
     }
@@ -124,10 +123,12 @@ void ListView::clearRows() {
 
 void ListView::appendRow(const ListRow& row) {
     rows_->appendRow(row);
+    shareWidth();
 }
 
 void ListView::setRows(const std::vector<ListRow>& rows) {
     rows_->setRows(rows);
+    shareWidth();
     selectRow(rows.empty() ? -1 : 0);
 }
 
@@ -183,7 +184,12 @@ void ListView::selectRow(int row) {
 void ListView::setOpen(bool open) {
     open_ = open;
     rows_->setOpen(open);
+    if (!open) setFault({});
     applyLook();
+}
+
+void ListView::setFault(const QString& message) {
+    mark_->setMessage(open_ ? message : QString());
 }
 
 void ListView::setColour(Colour colour) {

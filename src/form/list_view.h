@@ -9,11 +9,14 @@
 #include <QTreeView>
 #include <vector>
 
+#include "form/dragged_columns.h"
 #include "form/look.h"
 
 class QSortFilterProxyModel;
 
 namespace stelvan::form {
+
+class FaultMark;
 
 struct ListRow {
     QStringList texts;  // column 1 to n
@@ -32,9 +35,11 @@ public:
     [[nodiscard]] QStringList headers() const;
 
     /// How the columns share the width, until the user drags one: a positive number is a share, 0
-    /// hides the column, -n gives it the width of n digits (or of its header). None at all: they
-    /// share it alike.
+    /// hides the column, -n gives it what its longest text needs, up to n digits (or its header).
+    /// None at all: they share it alike. Columns that the user has dragged are as he left them.
     void setWidths(const std::vector<int>& widths);
+
+    [[nodiscard]] DraggedColumns& draggedColumns() const { return *dragged_; }
 
     /// Whether rows show a check box in their first column.
     void setCheckable(bool checkable);
@@ -59,12 +64,16 @@ public:
     [[nodiscard]] int selectedRow() const;
     void selectRow(int row);
 
-    /// Closed: can be scrolled, but nothing in it selected or checked by the user.
+    /// Closed: can be scrolled, but nothing in it selected or checked by the user, and no fault of
+    /// it shown.
     void setOpen(bool open);
     [[nodiscard]] bool isOpen() const { return open_; }
 
     [[nodiscard]] Colour colour() const { return colour_; }
     void setColour(Colour colour);
+
+    /// Marks the list with what is wrong with it; empty: nothing. An open one only.
+    void setFault(const QString& message);
 
     /// Narrows what is shown to rows holding `text` (letter case ignored); the rows stay what they
     /// are.
@@ -83,12 +92,12 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
 
 private:
     void shareWidth();
+    [[nodiscard]] int neededWidth(int column, int mostDigits) const;
     void applyLook();
     void scrollByKey(QKeyEvent* event);
 
@@ -97,8 +106,8 @@ private:
     Colour colour_ = Colour::WindowBackground;
     bool open_ = true;
     std::vector<int> widths_;
-    bool headerPressed_ = false;
-    bool dragged_ = false;
+    DraggedColumns* dragged_;
+    FaultMark* mark_;
 };
 
 }  // namespace stelvan::form

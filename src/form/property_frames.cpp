@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 
 #include "form/form_rows.h"
@@ -17,7 +18,8 @@ constexpr int kNumberCharacters = 22;
 constexpr int kUnitCharacters = 16;
 constexpr int kGroupCharacters = 48;
 constexpr int kComboCharacters = 18;
-constexpr int kTextLines = 5;
+constexpr int kTextLines = 6;
+constexpr int kAlarmTextLines = 12;  // nothing below it needs the room
 
 QString tr(const char* text) {
     return QString::fromUtf8(text);
@@ -29,6 +31,14 @@ QPushButton* browseButton(const char* name, const QString& what) {
     button->setAccessibleName(tr("Browse for the ") + what);
     button->setAutoDefault(false);
     return button;
+}
+
+/// Beside or below the values: what the setting takes, what it means.
+QLabel* fact(const char* name) {
+    auto* label = new QLabel;
+    label->setObjectName(QLatin1String(name));
+    label->setTextFormat(Qt::PlainText);
+    return label;
 }
 
 /// The three alternatives of one settings value over each other, and its browse button.
@@ -55,6 +65,7 @@ QPushButton* settingInput(FormRows& rows, MainForm& form, const SettingInput& na
         input->setVisible(name == names.text);
     }
     row->addWidget(browse);
+    if (names.text == txtSttValue) row->addWidget(form.lblSttRange = fact("lblSttRange"));
     row->addStretch(0);
     browse->hide();
     return browse;
@@ -99,7 +110,7 @@ void buildAlmFrame(QGroupBox& frame, MainForm& form) {
     rows.line(txtAlmID, tr("&ID"), kIdCharacters);
     rows.endRow();
     rows.line(txtAlmGroup, tr("&Group"), kGroupCharacters);
-    rows.text(txtAlmText, tr("Alarm &text"), kTextLines);
+    rows.text(txtAlmText, tr("Alarm &text"), kAlarmTextLines);
     rows.check(chkAlmEnable, tr("Ena&bled"));
     rows.beginRow();
     rows.line(txtAlmSetCEName, tr("Set CE name"));
@@ -109,6 +120,7 @@ void buildAlmFrame(QGroupBox& frame, MainForm& form) {
     rows.line(txtAlmClrCEName, tr("Clear CE name"));
     rows.line(txtAlmClrCEID, tr("Clear CEID"), kIdCharacters);
     rows.endRow();
+    rows.fillUp();
 }
 
 void buildEvtFrame(QGroupBox& frame, MainForm& form) {
@@ -149,6 +161,9 @@ void buildSttFrame(QGroupBox& frame, MainForm& form) {
     form.cmdSttDefBrowse = settingInput(
         rows, form, {txtSttDefValue, cmbSttDefValue, chkSttDefValue, "cmdSttDefBrowse"},
         tr("Defau&lt value"), tr("Default value"));
+    form.lblSttMeaning = fact("lblSttMeaning");
+    form.lblSttMeaning->setWordWrap(true);
+    rows.beside(form.lblSttMeaning);
     rows.fillUp();
 }
 

@@ -1,6 +1,7 @@
 #include "form/window.h"
 
 #include <QAction>
+#include <QLabel>
 #include <QMainWindow>
 #include <QPushButton>
 #include <QTreeWidget>
@@ -66,10 +67,12 @@ void Window::showButtons(std::int16_t category, bool editing) const {
     form.tvwSECSItem->setEnabled(open.browse);
     nav.cmdCancel->setVisible(open.inEdit);
     nav.cmdSave->setVisible(open.inEdit);
+    form.lblNotSaved->setVisible(editing);
     nav.cmdNew->setEnabled(open.add);
     nav.cmdUpdate->setEnabled(open.edit);
     nav.cmdDelete->setEnabled(open.remove);
     showMoveButtons(open.previous, open.next);
+    onButtons(editing);
 }
 
 void Window::showMoveButtons(bool previous, bool next) const {

@@ -4,6 +4,8 @@
 // such struct from that of the floor below it.
 #pragma once
 
+#include <functional>
+
 #include "base/error_info.h"
 #include "db/operations.h"
 #include "form/dialogs.h"
@@ -26,6 +28,9 @@ struct Window {
     MainForm form;
     db::Operations operations;
     FocusWatch focusWatch;
+
+    /// Runs at the end of showButtons(), for the aids that follow what is shown and done.
+    std::function<void(bool editing)> onButtons = [](bool) {};
 
     /// Sets every button of the navigator, the tree and the database entry of the menu by what is
     /// shown and done now.

@@ -273,6 +273,12 @@ Access accessIn(std::int16_t category, const FieldFacts& field) {
     return isCustom(category) ? field.custom : field.standard;
 }
 
+bool mayChange(std::int16_t category, const FieldFacts& field) {
+    const Access access = accessIn(category, field);
+    return access != Access::Closed && access != Access::ClosedWhole &&
+           access != Access::ClosedAsIs;
+}
+
 const KindFacts& factsOf(Kind kind) {
     return kKinds[static_cast<std::size_t>(kind)];
 }

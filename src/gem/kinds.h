@@ -119,6 +119,9 @@ struct FieldFacts {
 /// How a category's records open a field.
 [[nodiscard]] Access accessIn(std::int16_t category, const FieldFacts& field);
 
+/// Whether the user can ever change the field in this category.
+[[nodiscard]] bool mayChange(std::int16_t category, const FieldFacts& field);
+
 /// What stands beside the fields: the selected list, and the procedure that verifies a record.
 struct KindFacts {
     Control list;             // the links or children that the record owns; None without

@@ -12,7 +12,6 @@ namespace {
 using enum Control;
 
 constexpr Control kContents[] = {txtVarDefValue, txtVarValue};
-constexpr Control kByFormat[] = {txtVarMax, txtVarMin, txtVarUnit, txtVarDefValue, txtVarValue};
 
 /// Runs several steps although one of them fails, and then lets the first failure fly on.
 class Steps {

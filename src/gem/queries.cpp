@@ -91,6 +91,10 @@ std::string setDuplicates(std::int32_t child, bool allowed) {
     return setChild("var_allowduplicates=", allowed ? "True" : "False", child);
 }
 
+std::string allEvents(std::string_view events) {
+    return joined("SELECT evt_id, evt_name FROM ", events);
+}
+
 std::string eventName(std::string_view events, std::string_view id) {
     return joined("SELECT evt_name FROM ", events, " WHERE evt_id = ", id);
 }

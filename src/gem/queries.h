@@ -50,6 +50,8 @@ enum class Origin { Standard, Custom };
 [[nodiscard]] std::string setPlace(std::int32_t child, std::int16_t place);
 [[nodiscard]] std::string setDuplicates(std::int32_t child, bool allowed);
 
+/// Identifier and name of all events of one table.
+[[nodiscard]] std::string allEvents(std::string_view table);
 /// The name of the event with an identifier in one table; the identifier of one with a name.
 [[nodiscard]] std::string eventName(std::string_view table, std::string_view id);
 [[nodiscard]] std::string eventId(std::string_view table, std::string_view name);

@@ -1,8 +1,12 @@
 #include "gem/record.h"
 
-#include "gem/formats.h"
-
 namespace stelvan::gem {
+
+bool opens(const OpenedFields& opened, Control field) {
+    if (field == Control::txtVarUnit) return opened.unit;
+    const bool isLimit = field == Control::txtVarMin || field == Control::txtVarMax;
+    return isLimit ? opened.limits : opened.values;
+}
 
 std::string Record::format() const {
     return formatCode((*this)[Control::cmbVarFormat].text);

@@ -12,6 +12,7 @@
 #include "gem/categories.h"
 #include "gem/controls.h"
 #include "gem/error_catalogue.h"
+#include "gem/formats.h"
 
 namespace stelvan::gem {
 
@@ -20,6 +21,12 @@ struct FieldState {
     ErrorCode fault = NO_EXCEPTION;
     bool open = true;
 };
+
+/// The fields of a variable that its format opens and closes.
+inline constexpr Control kByFormat[] = {Control::txtVarMax, Control::txtVarMin, Control::txtVarUnit,
+                                        Control::txtVarDefValue, Control::txtVarValue};
+/// Whether a format that opens `opened` opens this one of them.
+[[nodiscard]] bool opens(const OpenedFields& opened, Control field);
 
 class Record {
 public:

@@ -31,36 +31,148 @@ constexpr std::string_view kTrueFalse[] = {"TRUE", "FALSE"};
 const auto& table() {
     using enum InputKind;
     static const auto rules = std::to_array<SettingRule>({
-        {"AdministratorPassword", Text, {}, Password{}},
-        {"AlarmEnableAll", Combo, kTrueFalse, Anything{}},
-        {"BaudRate", Combo, kBaudRates, Anything{}},
-        {"Connected", NameOnly, {}, Anything{}},
-        {"ConnectionHost", Combo, kTrueFalse, Anything{}},
-        {"ConnectionPortType", Combo, kConnectionTypes, Anything{}},
-        {"ConnectionRetryLimit", Text, {}, IntegerRange{0, 31, RETRYLMT_INVALID_RANGE}},
-        {"DeviceID", Text, {}, IntegerRange{0, 32767, DEVICEID_INVALID_RANGE}},
-        {"EventEnableAll", Combo, kTrueFalse, Anything{}},
-        {"GEMDatabase", NameOnly, {}, ExistingDatabase{}},
-        {"HSMSConnectionType", Combo, kHsmsModes, Anything{}},
-        {"LocalIPAddress", Text, {}, IpAddress{}},
-        {"LocalIPPort", Text, {}, kPortRange},
-        {"PortOpenAtStartUp", Combo, kTrueFalse, Anything{}},
-        {"PortOpened", NameOnly, {}, Anything{}},
-        {"RemoteIPAddress", Text, {}, IpAddress{}},
-        {"RemoteIPPort", Text, {}, kPortRange},
-        {"SECSDictionaryFile", File, {}, ExistingFile{".xml"}},
-        {"SECSILogPath", Folder, {}, ExistingFolder{}},
-        {"SECSLogFile", File, {}, ExistingFile{}},
-        {"SerialPort", Text, {}, SerialPort{}},
-        {"T1Timeout", Text, {}, RealRange{0.1F, 10.0F, T1_INVALID_RANGE}},
-        {"T2Timeout", Text, {}, RealRange{0.2F, 25.0F, T2_INVALID_RANGE}},
-        {"T3Timeout", Text, {}, kT3Range},
-        {"T4Timeout", Text, {}, kT3Range},
-        {"T5Timeout", Text, {}, kT5Range},
-        {"T6Timeout", Text, {}, kT5Range},
-        {"T7Timeout", Text, {}, kT5Range},
-        {"T8Timeout", Text, {}, kT3Range},
-        {"TimeOutRetry", Text, {}, IntegerRange{1, 86400, TIMEOUT_INVALID_RANGE}},
+        {"AdministratorPassword",
+         Text,
+         {},
+         Password{},
+         "",
+         "Opens the administration of the communication service."},
+        {"AlarmEnableAll", Combo, kTrueFalse, Anything{}, "",
+         "TRUE sends every alarm, whatever its own flag says."},
+        {"BaudRate", Combo, kBaudRates, Anything{}, "bit/s",
+         "Speed of the serial line, used with SECS-I."},
+        {"Connected",
+         NameOnly,
+         {},
+         Anything{},
+         "",
+         "Whether a host is connected; the communication service writes it."},
+        {"ConnectionHost", Combo, kTrueFalse, Anything{}, "",
+         "TRUE where this side is the host, FALSE where it is the equipment."},
+        {"ConnectionPortType", Combo, kConnectionTypes, Anything{}, "",
+         "How host and equipment talk: over the serial line or over the network."},
+        {"ConnectionRetryLimit",
+         Text,
+         {},
+         IntegerRange{0, 31, RETRYLMT_INVALID_RANGE},
+         "times",
+         "RTY: how often a block is sent again before the attempt is given up."},
+        {"DeviceID",
+         Text,
+         {},
+         IntegerRange{0, 32767, DEVICEID_INVALID_RANGE},
+         "",
+         "Number of this equipment in the header of every message."},
+        {"EventEnableAll", Combo, kTrueFalse, Anything{}, "",
+         "TRUE sends every collection event, whatever its own flag says."},
+        {"GEMDatabase",
+         NameOnly,
+         {},
+         ExistingDatabase{},
+         "",
+         "The model that the communication service works with; it writes this itself."},
+        {"HSMSConnectionType", Combo, kHsmsModes, Anything{}, "",
+         "ACTIVE calls the other side, PASSIVE waits for its call."},
+        {"LocalIPAddress",
+         Text,
+         {},
+         IpAddress{},
+         "",
+         "Address on which this side waits for a call."},
+        {"LocalIPPort", Text, {}, kPortRange, "", "TCP port on which this side waits for a call."},
+        {"PortOpenAtStartUp", Combo, kTrueFalse, Anything{}, "",
+         "TRUE opens the connection as soon as the service starts."},
+        {"PortOpened",
+         NameOnly,
+         {},
+         Anything{},
+         "",
+         "Whether the connection is open; the communication service writes it."},
+        {"RemoteIPAddress",
+         Text,
+         {},
+         IpAddress{},
+         "",
+         "Address of the other side, which an ACTIVE connection calls."},
+        {"RemoteIPPort",
+         Text,
+         {},
+         kPortRange,
+         "",
+         "TCP port of the other side, which an ACTIVE connection calls."},
+        {"SECSDictionaryFile",
+         File,
+         {},
+         ExistingFile{".xml"},
+         "",
+         "Describes the messages that are understood."},
+        {"SECSILogPath",
+         Folder,
+         {},
+         ExistingFolder{},
+         "",
+         "Where the log of the serial line is written."},
+        {"SECSLogFile",
+         File,
+         {},
+         ExistingFile{},
+         "",
+         "Where messages sent and received are logged."},
+        {"SerialPort", Text, {}, SerialPort{}, "", "Port of the serial line, used with SECS-I."},
+        {"T1Timeout",
+         Text,
+         {},
+         RealRange{0.1F, 10.0F, T1_INVALID_RANGE},
+         "s",
+         "T1, inter-character: the longest gap within a block on the serial line."},
+        {"T2Timeout",
+         Text,
+         {},
+         RealRange{0.2F, 25.0F, T2_INVALID_RANGE},
+         "s",
+         "T2, protocol: the longest wait for the answer to a control character."},
+        {"T3Timeout",
+         Text,
+         {},
+         kT3Range,
+         "s",
+         "T3, reply: the longest wait for the reply to a message."},
+        {"T4Timeout",
+         Text,
+         {},
+         kT3Range,
+         "s",
+         "T4, inter-block: the longest gap between the blocks of one message."},
+        {"T5Timeout",
+         Text,
+         {},
+         kT5Range,
+         "s",
+         "T5, connect separation: the least time between two attempts to connect."},
+        {"T6Timeout",
+         Text,
+         {},
+         kT5Range,
+         "s",
+         "T6, control transaction: the longest wait for the answer to a control message."},
+        {"T7Timeout",
+         Text,
+         {},
+         kT5Range,
+         "s",
+         "T7, not selected: how long a connection may stay without being selected."},
+        {"T8Timeout",
+         Text,
+         {},
+         kT3Range,
+         "s",
+         "T8, network inter-character: the longest gap within a message on the network."},
+        {"TimeOutRetry",
+         Text,
+         {},
+         IntegerRange{1, 86400, TIMEOUT_INVALID_RANGE},
+         "s",
+         "How long to wait before communication is tried to be established again."},
     });
     return rules;
 }
@@ -130,6 +242,31 @@ struct Check {
     }
 };
 
+/// One overload for each kind of acceptance, in words.
+struct Words {
+    static std::string between(const std::string& lowest, const std::string& highest) {
+        return lowest + " to " + highest;
+    }
+    std::string operator()(const Anything&) const { return {}; }
+    std::string operator()(const Password&) const {
+        return "up to " + std::to_string(kPasswordLength) + " characters, no blank";
+    }
+    std::string operator()(const IntegerRange& range) const {
+        return between(std::to_string(range.lowest), std::to_string(range.highest));
+    }
+    std::string operator()(const RealRange& range) const {
+        return between(base::numberText(range.lowest), base::numberText(range.highest));
+    }
+    std::string operator()(const IpAddress&) const { return "four numbers of 0 to 255"; }
+    std::string operator()(const SerialPort&) const { return "COM1 to COM99"; }
+    std::string operator()(const ExistingFile& file) const {
+        return file.mustContain.empty() ? "an existing file"
+                                        : "an existing " + std::string(file.mustContain) + " file";
+    }
+    std::string operator()(const ExistingFolder&) const { return "an existing folder"; }
+    std::string operator()(const ExistingDatabase&) const { return "an existing file"; }
+};
+
 bool namesDrive(std::string_view path) {
     return path.size() >= 2 && path[1] == ':' &&
            base::upperCase(path.substr(0, 1)).find_first_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ") == 0;
@@ -146,6 +283,12 @@ const SettingRule* ruleFor(std::string_view name) {
     const auto rule = std::find_if(rules.begin(), rules.end(),
                                    [&](const SettingRule& r) { return r.name == name; });
     return rule == rules.end() ? nullptr : &*rule;
+}
+
+std::string rangeOf(const SettingRule& rule) {
+    std::string words = std::visit(Words{}, rule.accepts);
+    if (!words.empty() && !rule.unit.empty()) words += ' ';
+    return words.append(rule.unit);
 }
 
 std::string checkSetting(std::string_view name, std::string_view text) {

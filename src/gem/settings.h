@@ -48,6 +48,8 @@ struct SettingRule {
     InputKind input;
     std::span<const std::string_view> choices;  // of a combo, in the order in which it offers them
     Acceptance accepts;
+    std::string_view unit;     // "s"; empty where it has none
+    std::string_view meaning;  // one sentence for who sets it
 };
 
 /// All settings known to the editor.
@@ -55,6 +57,10 @@ struct SettingRule {
 /// Null for a name that is none of them (names are compared exactly); it gets no input and no
 /// check.
 [[nodiscard]] const SettingRule* ruleFor(std::string_view name);
+
+/// What the setting accepts, with its unit, in a few words: "1 to 120 s", "an existing .xml file";
+/// empty for choices, and where anything is accepted.
+[[nodiscard]] std::string rangeOf(const SettingRule& rule);
 
 /// What the marker of a missing GEM database holds in place of a code.
 inline constexpr std::string_view kDatabaseMissing = "Database file does not exist.";

@@ -56,16 +56,8 @@ std::string storedText(const Record& record, const FieldFacts& field) {
     return text;
 }
 
-/// Whether the user can ever change the field in this category.
-bool mayChange(std::int16_t category, const FieldFacts& field) {
-    const Access access = accessIn(category, field);
-    return access != Access::Closed && access != Access::ClosedWhole &&
-           access != Access::ClosedAsIs;
-}
-
 bool isAbsent(std::string_view text, bool zeroToo) {
-    const std::string_view trimmed = base::trimBlanks(text);
-    return base::upperCase(trimmed) == kNull || (zeroToo && trimmed == kZero);
+    return saysNull(text) || (zeroToo && base::trimBlanks(text) == kZero);
 }
 
 }  // namespace
@@ -88,6 +80,10 @@ std::vector<ColumnValue> columnsOf(const Record& record) {
 std::vector<ColumnValue> columnsOfNew(Kind kind) {
     if (kind != Kind::Variable) return {};
     return {{variable::kParentKey, 0}, {variable::kAccessId, 0}, {variable::kAllowDuplicates, 0}};
+}
+
+bool saysNull(std::string_view text) {
+    return base::sameWord(base::trimBlanks(text), kNull);
 }
 
 void blankPlaceholders(Record& record) {

@@ -23,6 +23,9 @@ struct ColumnValue {
 /// A new record starts with these as well: with a Null list it would be offered in no pool.
 [[nodiscard]] std::vector<ColumnValue> columnsOfNew(Kind kind);
 
+/// Whether a text is NULL, which a save writes for a blank one; outer blanks and letter case apart.
+[[nodiscard]] bool saysNull(std::string_view text);
+
 /// Blanks the fields whose stored text stands for "no value", and those without a column.
 void blankPlaceholders(Record& record);
 

@@ -12,6 +12,7 @@ struct Arguments {
     std::string table;
     std::vector<std::string> statements;
     bool demo = false;
+    bool json = false;
 };
 
 constexpr const char* kTableHelp = "One table only; system tables can be named too";
@@ -19,6 +20,9 @@ constexpr const char* kTableHelp = "One table only; system tables can be named t
 constexpr VerbText kNew = {"new", "Start a model of your own from the shipped template",
                            "  gemdb new ~/tools/etcher7\n"
                            "  gemdb new --demo /tmp/look-around"};
+constexpr VerbText kInfo = {"info", "Print what a file is, who uses it and how much it holds",
+                            "  gemdb info gem.mdb\n"
+                            "  gemdb info gem.mdb --json"};
 constexpr VerbText kTables = {"tables", "Print the names of the tables", "  gemdb tables gem.mdb"};
 constexpr VerbText kSchema = {"schema", "Print columns and indexes as JSON lines",
                               "  gemdb schema gem.mdb secs_cusvar"};
@@ -38,6 +42,10 @@ void addFileVerbs(CLI::App& app, int& status) {
     start->add_option("FOLDER", arguments->file, "Where gem.mdb is made")->required();
     start->add_flag("--demo", arguments->demo, "The model of an imaginary wet bench");
     act(start, status, [=] { return newCommand(arguments->file, arguments->demo); });
+
+    CLI::App* info = addVerb(app, kInfo, arguments->file);
+    info->add_flag("--json", arguments->json, "One object");
+    act(info, status, [=] { return infoCommand(arguments->file, arguments->json); });
 
     CLI::App* tables = addVerb(app, kTables, arguments->file);
     act(tables, status, [=] { return tablesCommand(arguments->file); });

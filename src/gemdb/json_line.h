@@ -1,23 +1,17 @@
-// One JSON object on one line, written member by member.
-//
-// A general JSON library cannot carry what stands in these files: Currency and Decimal with all
-// their stored places, and texts that hold half a surrogate pair. Numbers come out as they are
-// stored, texts as UTF-8, bytes as lower-case hexadecimal, dates as YYYY-MM-DDThh:mm:ss with .mmm
-// where a fraction is stored.
+// One JSON object on one line, written member by member; texts and values as model/core/json.h
+// spells them.
 #pragma once
 
 #include <string>
 #include <string_view>
 
 #include "jet/rows/value.h"
+#include "model/core/json.h"
 
 namespace stelvan::gemdb {
 
-/// `text` as a JSON string, quotes included; appended to `out`.
-void appendJsonText(std::string& out, std::string_view text);
-
-/// Any value of the file as a JSON value; appended to `out`.
-void appendJsonValue(std::string& out, const jet::ValueView& value);
+using model::appendJsonText;
+using model::appendJsonValue;
 
 /// Writes `{"a":1,"b":[...]}` in the order of the calls; commas are its business, nesting the
 /// caller's.

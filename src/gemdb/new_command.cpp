@@ -1,78 +1,13 @@
-#include <array>
-#include <fstream>
-#include <map>
-#include <stdexcept>
-
 #include "gemdb/commands.h"
-#include "jet/database.h"
+#include "model/core/new_model.h"
 
 namespace stelvan::gemdb {
-namespace {
 
-namespace fs = std::filesystem;
-
-constexpr const char* kDictionary = "secs-dictionary.xml";
-
-/// Where templates and dictionary lie: beside the program in a build folder, else as installed.
-fs::path shareDir() {
-    const fs::path programDir = fs::read_symlink("/proc/self/exe").parent_path();
-    const std::array candidates = {programDir / "share/stelvan", programDir / "../share/stelvan",
-                                   fs::path(STELVAN_SHARE_DIR)};
-    for (const fs::path& folder : candidates) {
-        if (fs::is_directory(folder)) return fs::canonical(folder);
-    }
-    throw std::runtime_error(std::string("the folder of the templates is missing: ") +
-                             STELVAN_SHARE_DIR);
-}
-
-/// Gives the named settings a value, current and default alike.
-void setSettings(const fs::path& file, const std::map<std::string, std::string>& settings) {
-    jet::Database database = jet::Database::open(file, jet::Access::ReadWrite);
-    jet::Table& table = database.table("secs_setting");
-    const jet::TableInfo info = table.info();
-    const std::size_t field = info.findColumn("set_field").value();
-    const std::size_t value = info.findColumn("set_value").value();
-    const std::size_t standard = info.findColumn("set_defaultval").value();
-
-    std::vector<std::pair<jet::RowId, std::string>> changes;
-    for (const auto rows = table.scan({field}); rows->next();) {
-        const auto name = std::get<std::string_view>(rows->value(field));
-        const auto setting = settings.find(std::string(name));
-        if (setting != settings.end()) changes.emplace_back(rows->rowId(), setting->second);
-    }
-    jet::UnitOfWork unit(database);
-    for (const auto& [row, text] : changes) {
-        table.update(row,
-                     std::array{jet::ColumnValue{value, text}, jet::ColumnValue{standard, text}});
-    }
-    unit.commit();
-}
-
-}  // namespace
-
-int newCommand(const fs::path& folder, bool demo) {
-    const fs::path share = shareDir();
-    const fs::path home = fs::absolute(folder).lexically_normal();
-    const fs::path model = home / "gem.mdb";
-    const fs::path log = home / "log" / "secs.log";
-    if (fs::exists(model)) throw std::runtime_error("there is a model already: " + model.string());
-
-    fs::create_directories(log.parent_path());
-    std::ofstream(log, std::ios::app);
-    fs::copy_file(share / (demo ? "demo-template.mdb" : "gem-template.mdb"), model);
-    try {
-        fs::permissions(model, fs::perms::owner_write, fs::perm_options::add);
-        setSettings(model, {{"GEMDatabase", model.string()},
-                            {"SECSILogPath", log.parent_path().string()},
-                            {"SECSLogFile", log.string()},
-                            {"SECSDictionaryFile", (share / kDictionary).string()}});
-    } catch (...) {
-        std::error_code ignored;
-        fs::remove(model, ignored);
-        throw;
-    }
+int newCommand(const std::filesystem::path& folder, bool demo) {
+    const auto from = demo ? model::Template::Demo : model::Template::Standard;
+    const std::filesystem::path made = model::newModel(folder, from);
     Output output;
-    output.write(model.string() + "\n");
+    output.write(made.string() + "\n");
     output.finish();
     return kDone;
 }

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "gemdb/commands.h"
+#include "gemdb/working.h"
 
 namespace stelvan::gemdb {
 
@@ -27,6 +28,7 @@ void Output::finish() {
 }
 
 void Output::flush() {
+    if (Working* const working = Working::current()) working->makeRoom();
     if (std::fwrite(buffer_.data(), 1, buffer_.size(), stdout) != buffer_.size()) {
         throw std::runtime_error(std::string("output: ") + std::strerror(errno));
     }

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "gemdb/working.h"
+
 namespace stelvan::gemdb {
 
 CLI::App* addVerb(CLI::App& app, const VerbText& text) {
@@ -17,7 +19,10 @@ CLI::App* addVerb(CLI::App& app, const VerbText& text, std::string& file) {
 }
 
 void act(CLI::App* verb, int& status, std::function<int()> action) {
-    verb->callback([&status, action = std::move(action)] { status = action(); });
+    verb->callback([&status, verb, action = std::move(action)] {
+        const Working working("gemdb " + verb->get_name());
+        status = action();
+    });
 }
 
 }  // namespace stelvan::gemdb

@@ -122,6 +122,11 @@ std::uint64_t Database::moment() {
     return impl_->file->pages().moment();
 }
 
+std::uint64_t Database::changesByOthers() {
+    const ReadScope scope(impl_->file->sharedPages());
+    return impl_->file->pages().changesByOthers();
+}
+
 void Database::onRollback(std::function<void()> undo) {
     impl_->file->pages().onRollback(std::move(undo));
 }

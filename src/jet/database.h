@@ -68,6 +68,10 @@ public:
     /// anything.
     [[nodiscard]] std::uint64_t moment();
 
+    /// A number that grows when another process is seen to have changed the file since this process
+    /// opened it; what this process writes itself does not count.
+    [[nodiscard]] std::uint64_t changesByOthers();
+
     /// Keeps what is to be taken back in memory when the open unit of work does not reach the file
     /// (the last first, and none may throw); forgets it where no unit is open.
     void onRollback(std::function<void()> undo);

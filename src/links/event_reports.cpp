@@ -14,6 +14,7 @@ namespace {
 namespace report = gem::schema::report;
 
 constexpr int kIdColumn = 1;
+const std::vector<int> kPoolWidths = {1, -10};
 
 std::vector<form::ListRow> readReports(db::Query& query) {
     std::vector<form::ListRow> rows;
@@ -32,7 +33,7 @@ void EventReports::lDispRptListEditor(bool show) {
         reports.showPool(show);
         if (!show) return;
         reports.pool->setHeaders({QStringLiteral("Name"), QStringLiteral("ID")});
-        reports.pool->setWidths({});
+        reports.pool->setWidths(kPoolWidths);
         db::Query query(window_.operations, gem::allReports());
         reports.poolFilter->clear();
         reports.pool->setRows(readReports(query));

@@ -18,8 +18,8 @@ namespace variable = gem::schema::variable;
 
 constexpr int kIdColumn = 2;
 constexpr int kPoolIdColumn = 1;
-const std::vector<int> kPoolWidths = {3, 1, 2, 0};
-const std::vector<int> kListWidths = {-9, 3, 1, 2, 2};
+const std::vector<int> kPoolWidths = {3, -10, 2, 0};
+const std::vector<int> kListWidths = {-9, 3, -10, 2, 2};
 constexpr auto kOthersInList = "Item not allowed to duplicate if the list containing other items.";
 
 QStringList columns() {

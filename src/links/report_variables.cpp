@@ -18,7 +18,7 @@ namespace variable = gem::schema::variable;
 
 constexpr int kIdColumn = 1;
 constexpr int kOrderColumn = 4;
-const std::vector<int> kPoolWidths = {4, 2, 1, 1};
+const std::vector<int> kPoolWidths = {1, -10, -6, -3};
 
 /// Both variable tables, the standard's first, and what their rows say under "GEM".
 constexpr std::pair<gem::Origin, const char*> kOrigins[] = {{gem::Origin::Standard, "Y"},
@@ -96,6 +96,10 @@ void ReportVariables::beginEditing() {
     const std::string id = form::toUtf8(window_.form[gem::Control::txtRptID].text());
     if (filled_ && base::isNumeric(id))
         shown_ = linkRowsOf(window_.operations, gem::kReportVariables, id);
+    sortByNumber();
+}
+
+void ReportVariables::sortByNumber() {
     form::ListView& selected = *window_.form.variables.selected;
     std::vector<form::ListRow> rows = selected.rows();
     std::stable_sort(rows.begin(), rows.end(), comesBefore);

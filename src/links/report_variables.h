@@ -33,6 +33,8 @@ public:
     /// An edit begins: the list is read anew, its rows are put in the numeric order of "Order", and
     /// what the file holds now is what a save may replace.
     void beginEditing();
+    /// Puts the rows of lvwVarList in the numeric order of "Order", the order that a save writes.
+    void sortByNumber();
 
     /// Empties lvwVarList, as for a report that is new or gone.
     void clear();

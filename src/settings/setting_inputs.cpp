@@ -1,5 +1,6 @@
 #include "settings/setting_inputs.h"
 
+#include <QLabel>
 #include <QPushButton>
 
 #include "form/text.h"
@@ -45,6 +46,7 @@ void SettingInputs::lInitSttInput(bool show) {
         // focus.
         showInputs(kind);
         lSttSetRightByRecord();
+        showFacts(rule);
         if (!show || kind == gem::InputKind::NameOnly) return;
         Field& first =
             kind == gem::InputKind::Combo ? window_.form[cmbSttValue] : window_.form[txtSttValue];
@@ -76,6 +78,17 @@ void SettingInputs::showInputs(gem::InputKind kind) {
     window_.form[chkSttDefValue].setVisible(false);
     window_.form.cmdSttBrowse->setVisible(browse);
     window_.form.cmdSttDefBrowse->setVisible(browse);
+}
+
+void SettingInputs::showFacts(const gem::SettingRule* rule) {
+    const QString range = rule == nullptr ? QString() : form::toQt(gem::rangeOf(*rule));
+    const QString meaning = rule == nullptr ? QString() : form::toQt(rule->meaning);
+    window_.form.lblSttRange->setText(range);
+    window_.form.lblSttRange->setVisible(!range.isEmpty());
+    window_.form.lblSttMeaning->setText(meaning);
+    const QString spoken = (range + QLatin1String(". ") + meaning).trimmed();
+    for (const gem::Control control : {txtSttValue, cmbSttValue, txtSttDefValue, cmbSttDefValue})
+        window_.form[control].setDescription(range.isEmpty() ? meaning : spoken);
 }
 
 void SettingInputs::lSttSetRightByRecord() {
@@ -116,9 +129,9 @@ bool SettingInputs::listFault(const gem::FieldFacts& value) {
     const QString caption = form::toQt(name()) + form::toQt(value.caption);
     const QString marker = field.marker();
     if (marker == form::toQt(gem::kDatabaseMissing)) {
-        box_.lLogError(caption, marker);
+        box_.lLogError(caption, marker, field.widget());
     } else {
-        box_.logMarker(caption, marker);
+        box_.logMarker(caption, marker, field.widget());
     }
     return true;
 }

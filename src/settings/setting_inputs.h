@@ -50,6 +50,8 @@ public:
 private:
     [[nodiscard]] std::string name() const;
     void showInputs(gem::InputKind kind);
+    /// Range, unit and meaning beside the inputs, and as their description.
+    void showFacts(const gem::SettingRule* rule);
     void fillChoices(std::span<const std::string_view> choices);
     /// True when the field is at fault, which is then listed.
     [[nodiscard]] bool listFault(const gem::FieldFacts& value);

@@ -17,12 +17,12 @@ namespace {
 namespace fs = std::filesystem;
 
 void buildAccessFile(const fs::path& file, std::size_t rows) {
-    const model::Schema schema =
-        model::parseSchema(model::readText(STELVAN_SOURCE_DIR "/data/schema.txt"));
-    model::buildModel(file, schema, std::array{model::generateVariables(0, rows)});
+    const data::Schema schema =
+        data::parseSchema(data::readText(STELVAN_SOURCE_DIR "/data/schema.txt"));
+    data::buildModel(file, schema, std::array{data::generateVariables(0, rows)});
 }
 
-std::vector<std::vector<jet::ColumnValue>> valuesOf(const model::TableRows& rows,
+std::vector<std::vector<jet::ColumnValue>> valuesOf(const data::TableRows& rows,
                                                     const jet::TableInfo& table) {
     std::vector<std::vector<jet::ColumnValue>> values;
     for (const auto& cells : rows.rows) {
@@ -52,7 +52,7 @@ void buildSqliteFile(const fs::path& file, const fs::path& accessFile) {
     sqlite.run("CREATE INDEX var_parentkey ON secs_cusvar (var_parentkey)");
     sqlite.run("BEGIN");
     sqlite3_stmt* insert = sqlite.prepare(insertText(table.columns.size()));
-    for (const auto& row : valuesOf(model::generateVariables(0, kRows), table)) {
+    for (const auto& row : valuesOf(data::generateVariables(0, kRows), table)) {
         bindRow(insert, row);
         sqlite3_step(insert);
         sqlite3_reset(insert);
@@ -123,7 +123,7 @@ fs::path Files::copyOf(const fs::path& file) {
 }
 
 const std::vector<std::vector<jet::ColumnValue>>& newRows(const jet::TableInfo& table) {
-    static const auto kNewRows = valuesOf(model::generateVariables(kRows, kInserted), table);
+    static const auto kNewRows = valuesOf(data::generateVariables(kRows, kInserted), table);
     return kNewRows;
 }
 

@@ -55,15 +55,17 @@ TEST_F(GridViewTest, GridFollowsTheCategoryWhileItsTabIsSelected) {
     EXPECT_TRUE(form.DBGridGEM->isColumnHidden(column("var_canadd")));
 }
 
-TEST_F(GridViewTest, AlarmCategoryHidesNoColumnAndKeepsDefaultWidths) {
+TEST_F(GridViewTest, AlarmCategoryHidesNoColumnAndItsNamesTakeWhatNumbersDoNotNeed) {
     click("CSTVSV");
     viewAll();
     click("CSTALM");
     for (int c = 0; c < rows()->columnCount(); ++c) {
         EXPECT_FALSE(form.DBGridGEM->isColumnHidden(c));
-        EXPECT_EQ(form.DBGridGEM->columnWidth(c),
-                  form.DBGridGEM->horizontalHeader()->defaultSectionSize());
+        EXPECT_GE(form.DBGridGEM->columnWidth(c),
+                  form.DBGridGEM->horizontalHeader()->sectionSizeHint(c));
     }
+    EXPECT_GT(form.DBGridGEM->columnWidth(column("alm_name")),
+              form.DBGridGEM->columnWidth(column("alm_id")));
     EXPECT_TRUE(QStringList({"TRUE", "FALSE"}).contains(cell(0, "alm_enable")));
 }
 

@@ -104,17 +104,17 @@ INSTANTIATE_TEST_SUITE_P(Templates, TemplateTest,
                              return std::string(kind.index == 0 ? "Standard" : "Demo");
                          });
 
-model::Schema shippedSchema() {
-    return model::parseSchema(model::readText(STELVAN_SOURCE_DIR "/data/schema.txt"));
+data::Schema shippedSchema() {
+    return data::parseSchema(data::readText(STELVAN_SOURCE_DIR "/data/schema.txt"));
 }
 
 TEST(BuildModel, TwoBuildsGiveTheSameBytes) {
     const ScratchDir folder;
-    const auto tables = model::readTables(STELVAN_SOURCE_DIR "/data/standard");
+    const auto tables = data::readTables(STELVAN_SOURCE_DIR "/data/standard");
     std::array<std::string, 2> bytes;
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         const fs::path file = folder.path() / (std::to_string(i) + ".mdb");
-        model::buildModel(file, shippedSchema(), tables);
+        data::buildModel(file, shippedSchema(), tables);
         bytes[i] = readFile(file);
     }
     EXPECT_FALSE(bytes[0].empty());
@@ -124,11 +124,11 @@ TEST(BuildModel, TwoBuildsGiveTheSameBytes) {
 TEST(BuildModel, LeavesNothingBehindWhenACellDoesNotFit) {
     const ScratchDir folder;
     const fs::path file = folder.path() / "gem.mdb";
-    const std::array rows = {model::TableRows{"secs_report", {"rpt_id"}, {{"1"}, {"one"}}}};
-    EXPECT_THROW(model::buildModel(file, shippedSchema(), rows), jet::Error);
+    const std::array rows = {data::TableRows{"secs_report", {"rpt_id"}, {{"1"}, {"one"}}}};
+    EXPECT_THROW(data::buildModel(file, shippedSchema(), rows), jet::Error);
     EXPECT_FALSE(fs::exists(file));
-    const std::array columns = {model::TableRows{"secs_report", {"rpt_none"}, {{"1"}}}};
-    EXPECT_THROW(model::buildModel(file, shippedSchema(), columns), std::runtime_error);
+    const std::array columns = {data::TableRows{"secs_report", {"rpt_none"}, {{"1"}}}};
+    EXPECT_THROW(data::buildModel(file, shippedSchema(), columns), std::runtime_error);
     EXPECT_FALSE(fs::exists(file));
 }
 
@@ -136,7 +136,7 @@ TEST(BuildModel, NeverReplacesAFile) {
     const ScratchDir folder;
     const fs::path file = folder.path() / "gem.mdb";
     std::ofstream(file) << "mine";
-    EXPECT_THROW(model::buildModel(file, shippedSchema(), {}), jet::Error);
+    EXPECT_THROW(data::buildModel(file, shippedSchema(), {}), jet::Error);
     EXPECT_EQ(readFile(file), "mine");
 }
 

@@ -15,15 +15,15 @@ using Row = std::map<std::string, std::string>;
 class ModelTexts {
 public:
     ModelTexts(const std::vector<std::string>& folders,
-               const model::Replacements& replacements = {}) {
+               const data::Replacements& replacements = {}) {
         for (const std::string& folder : folders) {
             const auto tables =
-                model::readTables(std::string(STELVAN_SOURCE_DIR "/data/") + folder, replacements);
-            for (const model::TableRows& table : tables) append(table);
+                data::readTables(std::string(STELVAN_SOURCE_DIR "/data/") + folder, replacements);
+            for (const data::TableRows& table : tables) append(table);
         }
     }
 
-    void append(const model::TableRows& table) {
+    void append(const data::TableRows& table) {
         for (const auto& cells : table.rows) {
             Row row;
             for (std::size_t i = 0; i < cells.size(); ++i) row[table.columns[i]] = cells[i].value();

@@ -22,13 +22,12 @@ namespace rules = stelvan::gem;
 struct ShippedModel {
     const char* name;
     std::vector<std::string> folders;
-    model::ModelSize generated;
+    data::ModelSize generated;
 };
 
 ModelTexts textsOf(const ShippedModel& shipped) {
     ModelTexts texts(shipped.folders);
-    for (const model::TableRows& table : model::generateModel(shipped.generated))
-        texts.append(table);
+    for (const data::TableRows& table : data::generateModel(shipped.generated)) texts.append(table);
     return texts;
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 std::string refusal(const std::string& schema) {
     try {
-        (void)model::parseSchema(schema);
+        (void)data::parseSchema(schema);
     } catch (const std::runtime_error& error) {
         return error.what();
     }
@@ -22,7 +22,7 @@ std::string refusal(const std::string& schema) {
 }
 
 TEST(SchemaText, GivesColumnsWithTypesSizesAndDefaults) {
-    const model::Schema schema = model::parseSchema(
+    const data::Schema schema = data::parseSchema(
         "created 2025-01-01T12:00:00\n"
         "table one two   # of the same shape\n"
         "column id Long default 7\n"
@@ -44,7 +44,7 @@ TEST(SchemaText, GivesColumnsWithTypesSizesAndDefaults) {
 }
 
 TEST(SchemaText, GivesTraitsDescendingIndexesAndRelationships) {
-    const model::Schema schema = model::parseSchema(
+    const data::Schema schema = data::parseSchema(
         "table parent\ncolumn id Long auto\nprimary PrimaryKey id\n"
         "table child\ncolumn id Long\ncolumn price Decimal 9 2\n"
         "column note Text 20 default none uncompressed nonempty\nindex back -id note\n"
@@ -77,7 +77,7 @@ TEST(SchemaText, RefusesWhatItDoesNotKnowAndNamesTheLine) {
 }
 
 TEST(ShippedSchema, HasTheNineTablesAndTheLimits) {
-    const auto schema = model::parseSchema(model::readText(STELVAN_SOURCE_DIR "/data/schema.txt"));
+    const auto schema = data::parseSchema(data::readText(STELVAN_SOURCE_DIR "/data/schema.txt"));
     std::vector<std::string> names;
     for (const jet::TableSpec& table : schema.tables) names.push_back(table.name);
     EXPECT_EQ(names,
@@ -91,31 +91,31 @@ TEST(TableText, GivesCellsAndReplacesWords) {
     std::ofstream(folder.path() / "b.tsv") << "id\tpath\n1\t@DIR@/x@DIR@\n2\t\n";
     std::ofstream(folder.path() / "a.tsv") << "id\n";
     std::ofstream(folder.path() / "notes.txt") << "no table";
-    const auto tables = model::readTables(folder.path(), {{"@DIR@", "/d"}});
+    const auto tables = data::readTables(folder.path(), {{"@DIR@", "/d"}});
     ASSERT_EQ(tables.size(), 2U);
     EXPECT_EQ(tables[0].table, "a");
     EXPECT_TRUE(tables[0].rows.empty());
-    EXPECT_EQ(tables[1].rows, (std::vector<model::Cells>{{"1", "/d/x/d"}, {"2", ""}}));
+    EXPECT_EQ(tables[1].rows, (std::vector<data::Cells>{{"1", "/d/x/d"}, {"2", ""}}));
 }
 
 TEST(TableText, TellsNullFromAnEmptyTextAndKeepsTabsAndLines) {
     const ScratchDir folder;
     std::ofstream(folder.path() / "a.tsv") << "x\ty\n\\N\t\n\\ta\\r\\nb\tC:\\\\N\n";
-    EXPECT_EQ(model::readTables(folder.path())[0].rows,
-              (std::vector<model::Cells>{{std::nullopt, ""}, {"\ta\r\nb", "C:\\N"}}));
+    EXPECT_EQ(data::readTables(folder.path())[0].rows,
+              (std::vector<data::Cells>{{std::nullopt, ""}, {"\ta\r\nb", "C:\\N"}}));
 }
 
 TEST(TableText, RefusesASignThatStandsForNothing) {
     const ScratchDir folder;
     std::ofstream(folder.path() / "a.tsv") << "x\nC:\\dir\n";
-    EXPECT_THROW((void)model::readTables(folder.path()), std::runtime_error);
+    EXPECT_THROW((void)data::readTables(folder.path()), std::runtime_error);
 }
 
 TEST(TableText, RefusesALineWithTooFewCells) {
     const ScratchDir folder;
     std::ofstream(folder.path() / "a.tsv") << "id\tname\n1\tx\n2\n";
     try {
-        (void)model::readTables(folder.path());
+        (void)data::readTables(folder.path());
         FAIL() << "not refused";
     } catch (const std::runtime_error& error) {
         EXPECT_NE(std::string(error.what()).find("line 3"), std::string::npos) << error.what();
@@ -123,18 +123,18 @@ TEST(TableText, RefusesALineWithTooFewCells) {
 }
 
 TEST(GeneratedModel, HasTheSizesAskedForAndIsTheSameEachTime) {
-    const model::ModelSize size{.variables = 25, .events = 4, .alarms = 3, .reports = 6};
-    const auto tables = model::generateModel(size);
+    const data::ModelSize size{.variables = 25, .events = 4, .alarms = 3, .reports = 6};
+    const auto tables = data::generateModel(size);
     std::map<std::string, std::size_t> rows;
-    for (const model::TableRows& table : tables) rows[table.table] = table.rows.size();
+    for (const data::TableRows& table : tables) rows[table.table] = table.rows.size();
     EXPECT_EQ(rows["secs_cusvar"], 25U);
     EXPECT_EQ(rows["secs_cusevent"], 4U);
     EXPECT_EQ(rows["secs_alarm"], 3U);
     EXPECT_EQ(rows["secs_report"], 6U);
     EXPECT_EQ(rows["secs_rpt_var"], 30U);
     EXPECT_EQ(rows["secs_def_evt_rpt"], 8U);
-    EXPECT_EQ(model::generateModel(size)[0].rows, tables[0].rows);
-    EXPECT_EQ(model::generateVariables(10, 5).rows[0], tables[0].rows[10]);
+    EXPECT_EQ(data::generateModel(size)[0].rows, tables[0].rows);
+    EXPECT_EQ(data::generateVariables(10, 5).rows[0], tables[0].rows[10]);
 }
 
 }  // namespace

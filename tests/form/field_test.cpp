@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QSignalSpy>
@@ -229,6 +230,22 @@ TEST(Field, ColoursFollowThePalette) {
     line.field->setColour(Colour::WindowBackground);
     EXPECT_EQ(line.box.palette().color(QPalette::Base), dark.color(QPalette::Base));
     QApplication::setPalette(before);
+}
+
+TEST(Field, AListIsOfferedByF4AndAltDownAndTheButtonWhileTheFieldIsOpen) {
+    Line line;
+    line.field->offerChoice("Choose");
+    QSignalSpy wanted(line.field, &Field::choiceWanted);
+    auto* const button = line.box.findChild<QAction*>("choice");
+    QTest::keyClick(&line.box, Qt::Key_F4);
+    QTest::keyClick(&line.box, Qt::Key_Down, Qt::AltModifier);
+    QTest::keyClick(&line.box, Qt::Key_Down);
+    button->trigger();
+    EXPECT_EQ(wanted.size(), 3);
+    line.field->setLocked(true);
+    EXPECT_FALSE(button->isVisible());
+    QTest::keyClick(&line.box, Qt::Key_F4);
+    EXPECT_EQ(wanted.size(), 3);
 }
 
 }  // namespace

@@ -10,7 +10,9 @@
 #include <QMap>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTabBar>
 #include <QTest>
 #include <QTreeWidget>
@@ -163,6 +165,42 @@ TEST_F(MainFormTest, NothingIsCutOffWithALargeFontOrInASmallWindow) {
             EXPECT_GE(button->width(), button->minimumSizeHint().width());
         }
     }
+}
+
+TEST_F(MainFormTest, ThePlaceIsNamedForScreenReaders) {
+    form.nav.showPlace(3, 17);
+    EXPECT_EQ(form.nav.lblRecNumber->text(), "3 of 17");
+    EXPECT_EQ(form.nav.lblRecNumber->accessibleName(), "Record 3 of 17");
+}
+
+TEST_F(MainFormTest, EveryWindowHasTheProgramsPicture) {
+    EXPECT_FALSE(window.windowIcon().isNull());
+    EXPECT_FALSE(QWidget().windowIcon().isNull());
+}
+
+TEST_F(MainFormTest, TheFirstSizeLeavesRoomForTheWindowsFrame) {
+    const QSize screen = QGuiApplication::primaryScreen()->availableSize();
+    EXPECT_LE(window.width() + 16, screen.width());
+    EXPECT_LE(window.height() + 48, screen.height());
+}
+
+TEST_F(MainFormTest, TheExceptionBoxGrowsToSixLinesAndGivesTheRoomBack) {
+    window.resize(1000, 800);
+    QCoreApplication::processEvents();
+    const int before = form.txtErrLog->height();
+    const int line = form.txtErrLog->fontMetrics().lineSpacing();
+    const auto shown = [this](int lines) {
+        form.txtErrLog->setPlainText(QString("[Alarm ID]: Must be numeric.\r\n").repeated(lines));
+        QTest::qWait(1);
+        return form.txtErrLog->verticalScrollBar()->maximum() == 0;
+    };
+    EXPECT_TRUE(shown(6));
+    EXPECT_GE(form.txtErrLog->height(), before + 3 * line);
+    EXPECT_FALSE(shown(9));
+    EXPECT_LE(form.txtErrLog->height(), 8 * line);
+    form.txtErrLog->clear();
+    QTest::qWait(1);
+    EXPECT_EQ(form.txtErrLog->height(), before);
 }
 
 TEST_F(MainFormTest, FieldThatTakesTheFocusIsScrolledIntoSight) {

@@ -20,10 +20,10 @@ const std::string& modelFile() {
     static const std::string kName = [] {
         std::string name = "/dev/shm/stelvan-fuzz-" + std::to_string(::getpid()) + ".mdb";
         const auto schema =
-            model::parseSchema(model::readText(STELVAN_SOURCE_DIR "/data/schema.txt"));
+            data::parseSchema(data::readText(STELVAN_SOURCE_DIR "/data/schema.txt"));
         const auto tables =
-            model::generateModel({.variables = 40, .events = 6, .alarms = 6, .reports = 5});
-        model::buildModel(name, schema, tables);
+            data::generateModel({.variables = 40, .events = 6, .alarms = 6, .reports = 5});
+        data::buildModel(name, schema, tables);
         return name;
     }();
     static const int kRemoved = std::atexit([] { ::unlink(kName.c_str()); });

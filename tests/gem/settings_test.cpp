@@ -240,6 +240,30 @@ TEST(SettingRules, comboSettingsOfferTheirLists) {
     }
 }
 
+TEST(SettingRules, everySettingSaysWhatItTakesAndMeans) {
+    const std::map<std::string_view, std::string_view> ranges = {
+        {"AdministratorPassword", "up to 12 characters, no blank"},
+        {"ConnectionRetryLimit", "0 to 31 times"},
+        {"DeviceID", "0 to 32767"},
+        {"LocalIPAddress", "four numbers of 0 to 255"},
+        {"RemoteIPPort", "5001 to 32767"},
+        {"SECSDictionaryFile", "an existing .xml file"},
+        {"SECSILogPath", "an existing folder"},
+        {"SECSLogFile", "an existing file"},
+        {"SerialPort", "COM1 to COM99"},
+        {"T1Timeout", "0.1 to 10 s"},
+        {"T2Timeout", "0.2 to 25 s"},
+        {"T4Timeout", "1 to 120 s"},
+        {"T6Timeout", "1 to 240 s"},
+        {"TimeOutRetry", "1 to 86400 s"},
+        {"ConnectionHost", ""}};
+    for (const auto& [name, range] : ranges) EXPECT_EQ(rangeOf(*ruleFor(name)), range) << name;
+    for (const SettingRule& rule : settingRules()) {
+        EXPECT_FALSE(rule.meaning.empty()) << rule.name;
+        EXPECT_EQ(rule.meaning.back(), '.') << rule.name;
+    }
+}
+
 TEST(SettingRules, namesAreComparedExactly) {
     EXPECT_EQ(ruleFor("baudrate"), nullptr);
     EXPECT_EQ(ruleFor("T9Timeout"), nullptr);

@@ -43,7 +43,7 @@ TEST_F(CommandTest, CheckFindsAFlippedByteInAnIndex) {
 
 TEST_F(CommandTest, CheckOfWhatIsNoDatabaseFails) {
     expectFailure({"check", "--structure", folder_.path() / "absent.mdb"}, "absent.mdb");
-    expectFailure({"check", file_}, "--structure");
+    expectFailure({"check", folder_.path() / "absent.mdb"}, "absent.mdb");
 }
 
 }  // namespace

@@ -4,11 +4,13 @@
 // change the walk.
 #include <QAction>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QTableView>
 #include <QTimer>
 #include <random>
 
+#include "form/tool_bar.h"
 #include "jet/check/check.h"
 #include "jet/database.h"
 #include "tests/gui/walk_model.h"
@@ -109,7 +111,72 @@ protected:
         ASSERT_FALSE(form().nav.fraDBOperation->isEnabled());
         ASSERT_EQ(form().DBGridGEM->model()->rowCount(),
                   static_cast<int>(model_->rowsOf(kind()).size()));
+        ASSERT_NO_FATAL_FAILURE(useGrid());
         form().tspData->setCurrentIndex(0);
+    }
+    [[nodiscard]] int idColumn() const {
+        const QAbstractItemModel& grid = *form().DBGridGEM->model();
+        for (int c = 0; c < grid.columnCount(); ++c)
+            if (grid.headerData(c, Qt::Horizontal).toString() == kind().idColumn) return c;
+        return 0;
+    }
+    [[nodiscard]] QStringList gridIds() const {
+        const QAbstractItemModel& grid = *form().DBGridGEM->model();
+        QStringList ids;
+        for (int row = 0; row < grid.rowCount(); ++row)
+            ids << grid.index(row, idColumn()).data().toString();
+        return ids;
+    }
+    /// Sorts, and goes to some record.
+    void useGrid() {
+        QTableView& grid = *form().DBGridGEM;
+        const QStringList given = gridIds();
+        if (given.isEmpty()) return;
+        ASSERT_EQ(given.value(grid.currentIndex().row()), shownId());
+        QStringList now = given;
+        for (int n = pick(4); n > 0; --n) {
+            emit grid.horizontalHeader()->sectionClicked(pick(grid.model()->columnCount()));
+            now = gridIds();
+            QStringList sorted = now;
+            QStringList all = given;
+            sorted.sort();
+            all.sort();
+            ASSERT_EQ(sorted, all);
+        }
+        if (chance(50)) return;
+        const int row = pick(static_cast<int>(now.size()));
+        grid.selectRow(row);
+        QTest::keyClick(&grid, Qt::Key_Return);
+        ASSERT_EQ(form().tspData->currentIndex(), 0);
+        ASSERT_EQ(shownId(), now[row]);
+    }
+    /// Some record of some category is looked for by its identifier, and shown.
+    void stepFind() {
+        const WalkKind& wanted = walkKinds()[static_cast<std::size_t>(pick(11))];
+        const auto rows = model_->rowsOf(wanted);
+        if (rows.empty()) return;
+        const QString id =
+            rows[static_cast<std::size_t>(pick(static_cast<int>(rows.size())))][wanted.idColumn];
+        QLineEdit& find = *form().aids.txtFind;
+        find.setText(id);
+        form::ListView& list = *form().aids.lvwFound;
+        const QString caption = form::toQt(gem::categoryAt(wanted.category).caption);
+        int row = 0;
+        while (row < list.rowCount() && (list.text(row, 0) != caption ||
+                                         (list.text(row, 1) != id && list.text(row, 2) != id)))
+            ++row;
+        ASSERT_LT(row, list.rowCount()) << id.toStdString();
+        list.selectRow(row);
+        QTest::keyClick(&find, Qt::Key_Return);
+        ASSERT_EQ(state().category, wanted.category);
+        ASSERT_EQ(shownId(), id);
+        QTest::keyClick(&find, Qt::Key_Escape);
+        ASSERT_TRUE(form().tvwSECSItem->isVisible());
+    }
+    void stepBackOrForward() {
+        QAction* const action =
+            form().aids.tlbModel->action(chance(70) ? form::Tool::Back : form::Tool::Forward);
+        if (action->isEnabled()) action->trigger();
     }
     void stepDelete() {
         if (!form().nav.cmdDelete->isEnabled() || state().current.position == 0) return;
@@ -256,8 +323,10 @@ protected:
     /// Whether a save of this record can be foretold: what came with the file may break rules of
     /// its own.
     bool foretold(bool adding, const QString& id) {
+        if (duplicated_) return false;
         return adding || (kind().category == 1) || walked_.contains(kind().table + id);
     }
+    bool duplicated_ = false;
     QStringList walked_;
 
     void stepChange() {
@@ -286,6 +355,37 @@ protected:
         else if (isList)
             links = model_->children(before);
         finish(adding, before, id, isList, links);
+    }
+    /// A record like the one shown, under another name.
+    void stepDuplicate() {
+        QAction* const duplicate = form().aids.tlbModel->action(form::Tool::Duplicate);
+        if (!duplicate->isEnabled() || state().current.position == 0) return;
+        const QString before = shownId();
+        const auto original = WalkModel::shown(kind(), model_->find(kind(), before));
+        if (QStringList{"U8", "I8"}.contains(original["cmbVarFormat"])) return;
+        duplicate->trigger();
+        ASSERT_EQ(state().editMode, form::EditMode::Adding);
+        typed_.clear();
+        for (auto f = original.begin(); f != original.end(); ++f) {
+            const form::Field& copy = field(f.key());
+            if (f.key() == kind().idField) continue;
+            if (copy.isOpen()) {
+                ASSERT_EQ(copy.text(), f.value()) << f.key().toStdString();
+            }
+            typed_[f.key()] = copy.text();
+        }
+        const QMap<int, const char*> names{{5, "txtAlmName"}, {6, "txtEvtName"},
+                                           {7, "txtVarName"}, {8, "txtVarName"},
+                                           {9, "txtVarName"}, {11, "txtRptName"}};
+        enter(names[kind().category], fresh("WalkCopy"));
+        const QString id = shownId();
+        wrong_ = id.isEmpty();
+        const bool isList = original["cmbVarFormat"].trimmed().toUpper() == "L";
+        QStringList links;
+        if (kind().category == 6 || kind().category == 11) links = model_->linked(kind(), before);
+        duplicated_ = true;
+        finish(true, before, id, isList, links);
+        duplicated_ = false;
     }
     void fill(bool adding) {
         switch (kind().category) {
@@ -373,8 +473,14 @@ protected:
             stepMove();
         } else if (what < 45) {
             stepGrid();
-        } else if (what < 55) {
+        } else if (what < 52) {
             stepDelete();
+        } else if (what < 58) {
+            stepFind();
+        } else if (what < 61) {
+            stepBackOrForward();
+        } else if (what < 66) {
+            stepDuplicate();
         } else {
             stepChange();
         }

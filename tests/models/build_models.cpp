@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace stelvan;
-using Tables = std::vector<model::TableRows>;
+using Tables = std::vector<data::TableRows>;
 
 /// How a model's rows come to be what the file holds.
 enum class Life { Fresh, Used };
@@ -35,7 +35,7 @@ struct TestModel {
 };
 
 const std::vector<TestModel>& testModels() {
-    using namespace model::test;
+    using namespace data::test;
     static const std::vector<TestModel> kModels = {
         {.file = "gem",
          .schema = "small",
@@ -91,7 +91,7 @@ const std::vector<TestModel>& testModels() {
 Tables rowsOf(const TestModel& made, const fs::path& texts) {
     Tables tables;
     for (const char* folder : made.rows) {
-        Tables more = model::readTables(texts / folder);
+        Tables more = data::readTables(texts / folder);
         std::move(more.begin(), more.end(), std::back_inserter(tables));
     }
     Tables more = made.generate();
@@ -103,17 +103,17 @@ Tables rowsOf(const TestModel& made, const fs::path& texts) {
 void build(const TestModel& made, const fs::path& texts, const fs::path& folder) {
     const fs::path path = folder / (std::string(made.file) + ".mdb");
     const fs::path schemaText = texts / "schemas" / (std::string(made.schema) + ".txt");
-    model::Schema schema = model::parseSchema(model::readText(schemaText));
+    data::Schema schema = data::parseSchema(data::readText(schemaText));
     const Tables tables = rowsOf(made, texts);
     fs::create_directories(path.parent_path());
     fs::remove(path);
-    model::buildModel(path, schema, tables,
-                      made.life == Life::Used ? model::test::insertAsUsed : model::insertRows);
+    data::buildModel(path, schema, tables,
+                     made.life == Life::Used ? data::test::insertAsUsed : data::insertRows);
     if (made.deletedColumn != nullptr) {
-        model::test::deleteColumn(path, schema.tables[0].name, made.deletedColumn);
-        model::test::forgetColumn(schema.tables[0], made.deletedColumn);
+        data::test::deleteColumn(path, schema.tables[0].name, made.deletedColumn);
+        data::test::forgetColumn(schema.tables[0], made.deletedColumn);
     }
-    model::test::writeExpected(folder / "expected" / made.file, schema, tables);
+    data::test::writeExpected(folder / "expected" / made.file, schema, tables);
 }
 
 }  // namespace
@@ -125,8 +125,7 @@ int main(int argc, char** argv) {
     }
     try {
         for (const TestModel& made : testModels()) build(made, argv[1], argv[2]);
-        model::test::writeDamagedFiles(fs::path(argv[2]) / "gem.mdb",
-                                       fs::path(argv[2]) / "refused");
+        data::test::writeDamagedFiles(fs::path(argv[2]) / "gem.mdb", fs::path(argv[2]) / "refused");
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "build_test_models: %s\n", failure.what());
         return 1;

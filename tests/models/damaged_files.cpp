@@ -22,7 +22,7 @@
 #include "jet/tables/definition_format.h"
 #include "jet/tables/table_scan.h"
 
-namespace stelvan::model::test {
+namespace stelvan::data::test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -166,4 +166,4 @@ void writeDamagedFiles(const fs::path& whole, const fs::path& folder) {
     put("damaged_memo", withMemosNowhere(good));
 }
 
-}  // namespace stelvan::model::test
+}  // namespace stelvan::data::test

@@ -4,9 +4,9 @@
 
 #include <filesystem>
 
-namespace stelvan::model::test {
+namespace stelvan::data::test {
 
 /// Writes `folder`/KIND/gem.mdb for every kind, from the model `whole`.
 void writeDamagedFiles(const std::filesystem::path& whole, const std::filesystem::path& folder);
 
-}  // namespace stelvan::model::test
+}  // namespace stelvan::data::test

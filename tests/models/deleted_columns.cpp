@@ -7,7 +7,7 @@
 #include "jet/tables/definition_format.h"
 #include "jet/tables/definition_writer.h"
 
-namespace stelvan::model::test {
+namespace stelvan::data::test {
 namespace {
 
 template <typename Item>
@@ -45,4 +45,4 @@ void forgetColumn(jet::TableSpec& table, const std::string& column) {
     for (jet::IndexInfo& index : table.indexes) moveUp(index.columns, position);
 }
 
-}  // namespace stelvan::model::test
+}  // namespace stelvan::data::test

@@ -7,7 +7,7 @@
 
 #include "jet/database.h"
 
-namespace stelvan::model::test {
+namespace stelvan::data::test {
 
 /// No index may use the column, and it may hold no long values.
 void deleteColumn(const std::filesystem::path& path, const std::string& table,
@@ -16,4 +16,4 @@ void deleteColumn(const std::filesystem::path& path, const std::string& table,
 /// The table as it looks from then on.
 void forgetColumn(jet::TableSpec& table, const std::string& column);
 
-}  // namespace stelvan::model::test
+}  // namespace stelvan::data::test

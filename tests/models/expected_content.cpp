@@ -6,7 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
-namespace stelvan::model::test {
+namespace stelvan::data::test {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -176,4 +176,4 @@ void writeExpected(const std::filesystem::path& path, const Schema& schema,
     if (!rows || !definitions) throw std::runtime_error(path.string() + ": cannot be written");
 }
 
-}  // namespace stelvan::model::test
+}  // namespace stelvan::data::test

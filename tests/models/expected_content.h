@@ -7,11 +7,11 @@
 #include "data/builder/schema_text.h"
 #include "data/builder/table_text.h"
 
-namespace stelvan::model::test {
+namespace stelvan::data::test {
 
 /// Writes `path`.jsonl (a line for each row) and `path`.schema.jsonl (a line for each table and
 /// relationship), in the form in which `gemdb dump` and `gemdb schema` print them.
 void writeExpected(const std::filesystem::path& path, const Schema& schema,
                    const std::vector<TableRows>& tables);
 
-}  // namespace stelvan::model::test
+}  // namespace stelvan::data::test

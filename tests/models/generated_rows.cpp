@@ -2,7 +2,7 @@
 
 #include "data/builder/generated_model.h"
 
-namespace stelvan::model::test {
+namespace stelvan::data::test {
 namespace {
 
 std::string repeated(const std::string& text, std::size_t times) {
@@ -55,4 +55,4 @@ std::vector<TableRows> growingRows() {
     return {table};
 }
 
-}  // namespace stelvan::model::test
+}  // namespace stelvan::data::test

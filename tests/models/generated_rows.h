@@ -5,7 +5,7 @@
 
 #include "data/builder/table_text.h"
 
-namespace stelvan::model::test {
+namespace stelvan::data::test {
 
 /// 20,000 variables, 5,000 events and alarms, 3,000 reports with their links.
 [[nodiscard]] std::vector<TableRows> largeModel();
@@ -19,4 +19,4 @@ namespace stelvan::model::test {
 /// Rows of several lengths with many Nulls, enough for pages to be full when some of them grow.
 [[nodiscard]] std::vector<TableRows> growingRows();
 
-}  // namespace stelvan::model::test
+}  // namespace stelvan::data::test

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string_view>
 
-namespace stelvan::model::test {
+namespace stelvan::data::test {
 namespace {
 
 constexpr std::size_t kShortText = 255;
@@ -81,4 +81,4 @@ void dropOptionalColumns(std::vector<TableRows>& tables) {
     }
 }
 
-}  // namespace stelvan::model::test
+}  // namespace stelvan::data::test

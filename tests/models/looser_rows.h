@@ -5,7 +5,7 @@
 
 #include "data/builder/table_text.h"
 
-namespace stelvan::model::test {
+namespace stelvan::data::test {
 
 /// Texts cut to 255 characters; flags that are -1 or Null here and there, and a variable whose
 /// parent is Null.
@@ -14,4 +14,4 @@ void loosen(std::vector<TableRows>& tables);
 /// Without the columns and tables that the program never asks for.
 void dropOptionalColumns(std::vector<TableRows>& tables);
 
-}  // namespace stelvan::model::test
+}  // namespace stelvan::data::test

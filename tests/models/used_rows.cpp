@@ -2,7 +2,7 @@
 
 #include "jet/rows/conversion.h"
 
-namespace stelvan::model::test {
+namespace stelvan::data::test {
 namespace {
 
 constexpr std::size_t kCompletedLater = 9;  // every so many rows
@@ -47,4 +47,4 @@ void insertAsUsed(jet::Table& table, const TableRows& rows) {
     for (const jet::RowId row : passing) table.erase(row);
 }
 
-}  // namespace stelvan::model::test
+}  // namespace stelvan::data::test

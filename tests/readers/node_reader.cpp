@@ -10,6 +10,7 @@
 
 #include "gemdb/json_line.h"
 #include "jet/database.h"
+#include "tests/support/run_gemdb.h"
 
 namespace stelvan::test {
 namespace {
@@ -25,6 +26,14 @@ std::string outputOf(const std::string& command) {
         text.append(part.data(), n);
     if (::pclose(pipe) != 0) throw std::runtime_error("failed: " + command);
     return text;
+}
+
+/// What a script prints of a file with the help of a package; nothing where that is absent.
+std::optional<std::string> outputOfReader(const char* package, const char* script,
+                                          const fs::path& file) {
+    const fs::path folder = STELVAN_NODE_READER_DIR;
+    if (!fs::exists(folder / "node_modules" / package)) return std::nullopt;
+    return outputOf("node '" + (folder / script).string() + "' '" + file.string() + "'");
 }
 
 /// Parsing and printing again gives both sides one spelling of numbers and one order of members.
@@ -54,10 +63,13 @@ std::string linesOf(jet::Table& table) {
 }  // namespace
 
 std::optional<RowTexts> readWithNode(const fs::path& file) {
-    const fs::path folder = STELVAN_NODE_READER_DIR;
-    if (!fs::exists(folder / "node_modules" / "mdb-reader")) return std::nullopt;
-    return canonical(
-        outputOf("node '" + (folder / "dump.mjs").string() + "' '" + file.string() + "'"));
+    const auto text = outputOfReader("mdb-reader", "dump.mjs", file);
+    return text ? std::optional(canonical(*text)) : std::nullopt;
+}
+
+std::optional<std::vector<std::string>> readSmlWithNode(const fs::path& sml) {
+    const auto text = outputOfReader("secs4js", "sml.mjs", sml);
+    return text ? std::optional(splitLines(*text)) : std::nullopt;
 }
 
 RowTexts readWithEngine(const fs::path& file) {

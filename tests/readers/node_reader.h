@@ -1,10 +1,11 @@
-// The npm package mdb-reader as a second opinion on what stands in a file.
+// The npm packages mdb-reader and secs4js as a second opinion on what stands in a file.
 #pragma once
 
 #include <filesystem>
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace stelvan::test {
 
@@ -14,6 +15,10 @@ using RowTexts = std::multiset<std::string>;
 /// What the independent reader finds; nothing where Node or the package is absent. Throws when it
 /// fails.
 std::optional<RowTexts> readWithNode(const std::filesystem::path& file);
+
+/// What an independent reader of SML finds: a line of JSON for each message, as sml.mjs says.
+/// Nothing where Node or the package is absent. Throws when it fails.
+std::optional<std::vector<std::string>> readSmlWithNode(const std::filesystem::path& sml);
 
 /// What our own engine finds, in the same form.
 RowTexts readWithEngine(const std::filesystem::path& file);

@@ -28,8 +28,9 @@ public:
     std::vector<Message> questions;
     std::vector<Asked> files;
     std::vector<Asked> folders;
+    std::vector<Asked> saved;
     std::deque<bool> answers;     // to confirm(); No when used up
-    std::deque<QString> choices;  // to openFile() and openFolder(); cancelled when used up
+    std::deque<QString> choices;  // to openFile(), saveFile() and openFolder(); cancelled when used up
     std::function<void(const QString& text)> whileShown;  // runs while a box is open
 
     void message(const QString& text, form::Icon icon, const QString& title) override {
@@ -42,6 +43,10 @@ public:
     }
     QString openFile(const QString& title, const QString& filter, const QString& start) override {
         files.push_back({title, filter, start});
+        return take(choices, QString());
+    }
+    QString saveFile(const QString& title, const QString& filter, const QString& start) override {
+        saved.push_back({title, filter, start});
         return take(choices, QString());
     }
     QString openFolder(const QString& title, const QString& start) override {

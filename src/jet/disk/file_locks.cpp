@@ -22,6 +22,11 @@ constexpr ByteRange kPendingAndShared{kBase + 2, 2};
 
 }  // namespace
 
+Use useOf(OpenFile& file) {
+    if (file.lockedElsewhere(kQueueAndReserved, LockMode::Exclusive)) return Use::Writing;
+    return file.lockedElsewhere(kPendingAndShared, LockMode::Exclusive) ? Use::Reading : Use::None;
+}
+
 bool FileLocks::tryForAWhile(const std::function<bool()>& attempt) const {
     using Clock = std::chrono::steady_clock;
     constexpr std::chrono::microseconds kLongestPause{2000};

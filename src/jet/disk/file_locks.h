@@ -17,6 +17,10 @@
 
 namespace stelvan::jet {
 
+/// What others do with a database at this moment.
+enum class Use { None, Reading, Writing };
+[[nodiscard]] Use useOf(OpenFile& file);
+
 class FileLocks {
 public:
     static constexpr std::chrono::milliseconds kPatience{2000};

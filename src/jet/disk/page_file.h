@@ -85,6 +85,10 @@ public:
     /// in this process. Never twice the same while a unit of work is open. Inside a scope.
     [[nodiscard]] std::uint64_t moment() const { return inUnit() ? nextMoment() : moment_; }
 
+    /// How often it was seen that another process had changed the file: units of work of this
+    /// process do not count. Inside a scope.
+    [[nodiscard]] std::uint64_t changesByOthers() const { return byOthers_; }
+
     /// Is a unit of work open?
     [[nodiscard]] bool inUnit() const { return writers_ > 0; }
 
@@ -96,6 +100,7 @@ protected:
     PageFile() = default;
     /// The content is another one.
     void noteChange() { moment_ = nextMoment(); }
+    void noteChangeByOthers() { ++byOthers_; }
     friend class ReadScope;
     friend class WriteScope;
     virtual void beginRead() = 0;
@@ -118,6 +123,7 @@ private:
     bool doomed_ = false;  // an inner one ended without commit
     std::vector<std::function<void()>> undo_;
     std::uint64_t moment_ = nextMoment();
+    std::uint64_t byOthers_ = 0;
 };
 
 /// Holds the shared lock while it lives; nests.

@@ -278,6 +278,9 @@ void StoredPages::lookAfresh(bool withTurn) {
     cache_.clear();
     ++version_;
     noteChange();
+    // One that is only too young to prove anything is read anew, but nobody is known to have
+    // changed it.
+    if (!(stamp == stamp_)) noteChangeByOthers();
     stamp_ = stamp;
     size_ = stamp.size;
     pages_ = static_cast<PageNumber>(size_ / kPageSize);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <string_view>
 
 #include "jet/disk/error.h"
@@ -48,7 +49,27 @@ void requireNobodyIn(OpenFile& lockFile, const fs::path& database) {
     if (lockFile.lockedElsewhere(kAllUsers, LockMode::Exclusive)) throwOccupied(database);
 }
 
+std::string textAt(std::span<const std::uint8_t> bytes) {
+    const auto end = std::ranges::find(bytes, std::uint8_t{0});
+    return {bytes.begin(), end};
+}
+
 }  // namespace
+
+std::vector<User> usersOf(FileSystem& files, const fs::path& database) {
+    const fs::path path = lockFileOf(database);
+    std::vector<User> users;
+    if (!files.status(path).has_value()) return users;
+    const std::unique_ptr<OpenFile> file = files.open(path, FileSystem::Mode::Read);
+    for (std::uint64_t user = 0; user < kUsers; ++user) {
+        if (!file->lockedElsewhere({kUserLocks + user, 1}, LockMode::Exclusive)) continue;
+        std::array<std::uint8_t, kEntrySize> entry{};
+        (void)file->readAt(user * kEntrySize, entry);
+        const std::span<const std::uint8_t> bytes = entry;
+        users.push_back({textAt(bytes.first(kNameSize)), textAt(bytes.subspan(kNameSize))});
+    }
+    return users;
+}
 
 void UserEntry::requireNobody(FileSystem& files, const fs::path& database) {
     const fs::path path = lockFileOf(database);

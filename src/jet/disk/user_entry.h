@@ -7,10 +7,21 @@
 
 #include <filesystem>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "jet/disk/file_system.h"
 
 namespace stelvan::jet {
+
+/// Who has entered; both texts as the lock file holds them, up to the first zero.
+struct User {
+    std::string machine;
+    std::string name;
+};
+/// Those who are inside at this moment; nobody where there is no lock file. Throws
+/// PermissionDenied, Io.
+[[nodiscard]] std::vector<User> usersOf(FileSystem& files, const std::filesystem::path& database);
 
 class UserEntry {
 public:

@@ -1,5 +1,6 @@
 #include "jet/tables/database_writer.h"
 
+#include "jet/rows/row_reader.h"
 #include "jet/tables/table_scan.h"
 
 namespace stelvan::jet {
@@ -18,6 +19,7 @@ TableWriter& DatabaseWriter::writerOf(const Definition& table) {
 RowId DatabaseWriter::insert(const Definition& table, std::span<const ColumnValue> values) {
     TableWriter& writer = writerOf(table);
     const RowId id = writer.insert(values);
+    note(table, id, std::nullopt, noteOf(table, id));
     for (const RelationshipLink& link : writer.links()) {
         if (!link.parent) rules_.childWritten(*table, link, id);
     }
@@ -26,11 +28,36 @@ RowId DatabaseWriter::insert(const Definition& table, std::span<const ColumnValu
 
 void DatabaseWriter::update(const Definition& table, RowId id,
                             std::span<const ColumnValue> values) {
-    follow(*table, id, writerOf(table).update(id, values));
+    auto before = noteOf(table, id);
+    const std::vector<TouchedLink> touched = writerOf(table).update(id, values);
+    note(table, id, std::move(before), noteOf(table, id));
+    follow(*table, id, touched);
 }
 
 void DatabaseWriter::erase(const Definition& table, RowId id) {
-    follow(*table, id, writerOf(table).erase(id));
+    auto before = noteOf(table, id);
+    const std::vector<TouchedLink> touched = writerOf(table).erase(id);
+    note(table, id, std::move(before), std::nullopt);
+    follow(*table, id, touched);
+}
+
+std::optional<std::vector<Value>> DatabaseWriter::noteOf(const Definition& table, RowId id) {
+    if (noted_ == nullptr) return std::nullopt;
+    const std::optional<LocatedRow> row = locateRow(*file_, *table, id);
+    if (!row) return std::nullopt;
+    const ColumnSet all = allColumns(table->info);
+    RowReader reader(*file_, table, all);
+    reader.set(row->bytes, row->target.page);
+    std::vector<Value> values;
+    for (const std::size_t column : all) values.push_back(toValue(reader.value(column)));
+    return values;
+}
+
+void DatabaseWriter::note(const Definition& table, RowId id,
+                          std::optional<std::vector<Value>> before,
+                          std::optional<std::vector<Value>> after) {
+    if (noted_ != nullptr)
+        noted_->push_back({table->info.name, id, std::move(before), std::move(after)});
 }
 
 // A step of its own: where something that must follow is refused, the whole unit is undone.

@@ -38,27 +38,23 @@ void applyEntry(const std::string& name, Bytes value, ColumnInfo& column) {
     if (name == kDefaultValue) column.defaultValue = decodeText(value);
 }
 
-void applyColumnBlock(Bytes content, const std::vector<std::string>& names, TableInfo& table) {
-    std::size_t at = 4;
-    const std::string owner = nameAt(content, at);
-    at = u32At(content, 0);
-    const auto column = table.findColumn(owner);
-    if (!column) return;
-    while (at < content.size()) {
+/// Calls `visit(name, value)` for each property of one block.
+template <class Visit>
+void forEntries(Bytes content, const std::vector<std::string>& names, const Visit& visit) {
+    for (std::size_t at = u32At(content, 0); at < content.size();) {
         const std::size_t size = u16At(content, at);
         if (size < kEntryHeader) throwBeyondEnd();
         const Bytes entry = bytesAt(content, at, size);
         const std::size_t name = u16At(entry, 4);
         if (name >= names.size()) throwBeyondEnd();
-        applyEntry(names[name], bytesAt(entry, kEntryHeader, u16At(entry, 6)),
-                   table.columns[*column]);
+        visit(names[name], bytesAt(entry, kEntryHeader, u16At(entry, 6)));
         at += size;
     }
 }
 
-}  // namespace
-
-void applyProperties(Bytes blob, TableInfo& table) {
+/// Calls `visit(kind, content, names)` for each block that holds properties.
+template <class Visit>
+void forBlocks(Bytes blob, const Visit& visit) {
     if (blob.size() < kMagicSize || !std::ranges::equal(blob.first(kMagicSize), kMagic)) return;
     std::vector<std::string> names;
     for (std::size_t at = kMagicSize; at < blob.size();) {
@@ -66,10 +62,38 @@ void applyProperties(Bytes blob, TableInfo& table) {
         if (size < kBlockHeader) throwBeyondEnd();
         const Bytes content = bytesAt(blob, at, size).subspan(kBlockHeader);
         const std::uint16_t kind = u16At(blob, at + 4);
-        if (kind == kNames) names = readNames(content);
-        if (kind == kColumn) applyColumnBlock(content, names, table);
+        if (kind == kNames) {
+            names = readNames(content);
+        } else {
+            visit(kind, content, names);
+        }
         at += size;
     }
+}
+
+}  // namespace
+
+void applyProperties(Bytes blob, TableInfo& table) {
+    forBlocks(blob, [&](std::uint16_t kind, Bytes content, const std::vector<std::string>& names) {
+        if (kind != kColumn) return;
+        std::size_t at = 4;
+        const auto column = table.findColumn(nameAt(content, at));
+        if (!column) return;
+        forEntries(content, names, [&](const std::string& name, Bytes value) {
+            applyEntry(name, value, table.columns[*column]);
+        });
+    });
+}
+
+std::optional<std::string> textProperty(Bytes blob, std::string_view wanted) {
+    std::optional<std::string> text;
+    forBlocks(blob, [&](std::uint16_t kind, Bytes content, const std::vector<std::string>& names) {
+        if (kind != kObject) return;
+        forEntries(content, names, [&](const std::string& name, Bytes value) {
+            if (name == wanted) text = decodeText(value);
+        });
+    });
+    return text;
 }
 
 namespace {

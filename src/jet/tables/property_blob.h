@@ -16,6 +16,7 @@
 //        6     2  length of the value, which follows
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -35,6 +36,9 @@ inline constexpr std::size_t kEntryHeader = 8;
 
 /// Sets required, allowZeroLength and defaultValue of the columns that the blob names.
 void applyProperties(Bytes blob, TableInfo& table);
+
+/// The text of a property of the object itself; nothing where it has none of that name.
+[[nodiscard]] std::optional<std::string> textProperty(Bytes blob, std::string_view name);
 
 /// The blob of a new table; empty where no column has a property that is worth one.
 [[nodiscard]] Blob makeProperties(const TableInfo& table);

@@ -39,13 +39,16 @@ Table readTable(jet::Table& source) {
     return table;
 }
 
-/// The columns by which the rows of a part are put in order, the most important first.
+/// The columns by which the rows of a part are put in order, the most important first; the others
+/// decide where these leave it open, so that the order does not depend on where rows are stored.
 std::vector<std::size_t> sortColumns(const PartFacts& facts, const Table& table) {
     std::vector<std::size_t> columns;
     for (const std::string_view column : {facts.id, facts.order, facts.target, facts.name}) {
         if (column.empty()) continue;
         if (const auto at = table.find(column)) columns.push_back(*at);
     }
+    for (std::size_t at = 0; at < table.columns.size(); ++at)
+        if (std::ranges::count(columns, at) == 0) columns.push_back(at);
     return columns;
 }
 
@@ -109,16 +112,21 @@ void sortRows(Model& model) {
 }
 
 std::int16_t categoryOf(Part part, const Table& table, const Row& row) {
+    const bool typed = factsOf(part).kind == gem::Kind::Variable;
+    return categoryOf(part, typed ? table.text(row, gem::schema::variable::kType) : std::string());
+}
+
+std::int16_t categoryOf(Part part, std::string_view type) {
     const PartFacts& facts = factsOf(part);
     if (facts.kind == gem::Kind::None) return gem::NO_CATEGORY;
     if (facts.kind == gem::Kind::Limit) return gem::LIMIT;
     const bool typed = facts.kind == gem::Kind::Variable;
-    const std::string type = typed ? table.text(row, gem::schema::variable::kType) : std::string();
     const bool twoTables = typed || facts.kind == gem::Kind::CollectionEvent;
     const auto categories = gem::categories();
     for (std::size_t index = 1; index < categories.size(); ++index) {
         const gem::CategoryInfo& category = categories[index];
-        const bool fits = category.kind == facts.kind && jet::equalText(category.type, type) &&
+        const bool fits = category.kind == facts.kind &&
+                          (!typed || jet::equalText(category.type, type)) &&
                           (!twoTables || category.custom == facts.custom);
         if (fits) return static_cast<std::int16_t>(index);
     }

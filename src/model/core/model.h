@@ -50,8 +50,8 @@ struct Model {
 };
 
 /// Reads every part at one moment of the file. Rows stand in ascending order of identifier (of the
-/// owner, for link rows and limits), then of place, target and name, then as they are stored; what
-/// has no identifier comes first. A file that lacks tables gives a model that lacks them. Throws
+/// owner, for link rows and limits), then of place, target, name and all other columns; what has no
+/// identifier comes first. A file that lacks tables gives a model that lacks them. Throws
 /// jet::Error.
 [[nodiscard]] Model read(jet::Database& database);
 [[nodiscard]] Model read(const std::filesystem::path& file);
@@ -65,5 +65,7 @@ void sortRows(Model& model);
 /// The category in which the editor shows a row; NO_CATEGORY for a variable of no known type and
 /// for link rows.
 [[nodiscard]] std::int16_t categoryOf(Part part, const Table& table, const Row& row);
+/// The same by what var_type holds; it does not count for items without types.
+[[nodiscard]] std::int16_t categoryOf(Part part, std::string_view type);
 
 }  // namespace stelvan::model

@@ -43,6 +43,10 @@ constexpr std::array<PartFacts, kParts> kFacts = {{
 }};
 // clang-format on
 
+constexpr std::array kVariables = {Part::StandardVariables, Part::CustomVariables};
+constexpr std::array kEvents = {Part::StandardEvents, Part::CustomEvents};
+constexpr std::array kReports = {Part::Reports};
+
 }  // namespace
 
 std::span<const PartFacts> parts() {
@@ -51,6 +55,18 @@ std::span<const PartFacts> parts() {
 
 const PartFacts& factsOf(Part part) {
     return kFacts[indexOf(part)];
+}
+
+std::span<const Part> ownersOf(Part links) {
+    if (links == Part::EventReports) return kEvents;
+    if (links == Part::ReportVariables) return kReports;
+    return {};
+}
+
+std::span<const Part> targetsOf(Part links) {
+    if (links == Part::EventReports) return kReports;
+    if (links == Part::ReportVariables) return kVariables;
+    return {};
 }
 
 }  // namespace stelvan::model

@@ -51,4 +51,9 @@ struct PartFacts {
     return part == Part::EventReports || part == Part::ReportVariables;
 }
 
+/// Where the owners of link rows stand, and what they lead to: the parts to look in for an
+/// identifier, in this order. None for a part that holds no links.
+[[nodiscard]] std::span<const Part> ownersOf(Part links);
+[[nodiscard]] std::span<const Part> targetsOf(Part links);
+
 }  // namespace stelvan::model

@@ -3,11 +3,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 namespace stelvan::model {
@@ -74,6 +74,17 @@ void writeWhole(const fs::path& file, const std::function<void(const Sink&)>& wr
     draft.finish();
 }
 
+void copyWhole(const fs::path& from, const fs::path& to) {
+    writeWhole(to, [&](const Sink& write) {
+        std::ifstream stream(from, std::ios::binary);
+        std::array<char, 1 << 16> piece;
+        while (stream.read(piece.data(), piece.size()), stream.gcount() > 0)
+            write({piece.data(), static_cast<std::size_t>(stream.gcount())});
+        if (stream.bad() || !stream.eof())
+            throw std::runtime_error(from.string() + ": could not be copied");
+    });
+}
+
 std::string readWhole(const fs::path& file) {
     if (fs::is_directory(file)) {
         errno = EISDIR;
@@ -81,7 +92,17 @@ std::string readWhole(const fs::path& file) {
     }
     std::ifstream stream(file, std::ios::binary);
     if (!stream) fail(file);
-    std::string text(std::istreambuf_iterator<char>(stream), {});
+    std::string text;
+    std::error_code unknown;
+    const auto size = fs::file_size(file, unknown);
+    if (!unknown) text.reserve(size + 1);
+    constexpr std::size_t kPiece = 1 << 16;
+    while (stream) {
+        const std::size_t before = text.size();
+        text.resize(before + kPiece);
+        stream.read(text.data() + before, kPiece);
+        text.resize(before + static_cast<std::size_t>(stream.gcount()));
+    }
     if (stream.bad()) fail(file);
     return text;
 }

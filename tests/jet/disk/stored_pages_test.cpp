@@ -56,6 +56,26 @@ TEST_F(Pages, OwnCommitsKeepTheVersionAndWhatIsCached) {
     EXPECT_EQ(file->version(), version);
 }
 
+TEST_F(Pages, ChangesByOthersAreCountedAndOwnOnesAreNot) {
+    const auto file = open();
+    const auto count = [&] {
+        const ReadScope scope(file);
+        return file->changesByOthers();
+    };
+    const std::uint64_t atFirst = count();
+    for (std::uint64_t i = 0; i < 5; ++i) {
+        change(file, 3, i);
+        EXPECT_EQ(count(), atFirst);
+    }
+    { const WriteScope undone(file); }
+    EXPECT_EQ(count(), atFirst);
+    changeFromOutside(9, 9);
+    const std::uint64_t then = count();
+    EXPECT_GT(then, atFirst);
+    change(file, 3, 9);
+    EXPECT_EQ(count(), then);
+}
+
 TEST_F(Pages, AReplacedFileIsNotMistakenForTheOldOne) {
     const auto file = open();
     EXPECT_EQ(word(file, 1), 1001u);

@@ -1,10 +1,8 @@
-#include <unistd.h>
-
-#include <cstdlib>
 
 #include "base/text.h"
 #include "gemdb/commands.h"
 #include "gemdb/json_line.h"
+#include "gemdb/terminal.h"
 #include "gemdb/working.h"
 #include "jet/rows/value_text.h"
 #include "model/check/check.h"
@@ -44,10 +42,6 @@ std::string jsonLine(const model::Fix& fix, bool done) {
     line.open('{').member(done ? "fixed" : "wouldFix").text(fix.rule);
     line.member("table").text(fix.table).member("id").value(jet::toView(fix.id));
     return line.member("name").text(fix.name).member("text").text(fix.text).close('}').take();
-}
-
-bool wantsColours() {
-    return ::isatty(STDOUT_FILENO) == 1 && std::getenv("NO_COLOR") == nullptr;
 }
 
 std::string coloured(Severity severity) {

@@ -15,6 +15,7 @@ namespace {
 
 constexpr int kNeutralFrame = 0;
 constexpr int kPathCharacters = 60;
+const QString kPictureChoice = QStringLiteral("fraPicture");
 
 }  // namespace
 
@@ -30,6 +31,7 @@ FrmMain::FrmMain(form::Dialogs& dialogs, QString programFolder, UserPlaces place
     connect(window_.form.mnuHelpAbout, &QAction::triggered, this, &FrmMain::mnuHelpAbout_Click);
     subsystems_->connectAll();
     memory_.restoreWindow(*this, window_.form);
+    subsystems_->tools.pictures.choose(memory_.choice(kPictureChoice));
 }
 
 FrmMain::~FrmMain() = default;
@@ -102,6 +104,7 @@ void FrmMain::forgetRecords() {
     subsystems_->browser.grid.reset();
     window_.state.current.drop();
     subsystems_->browser.forgetAids();
+    subsystems_->tools.forget();
 }
 
 void FrmMain::mnuFileDB_Click() {
@@ -133,6 +136,7 @@ void FrmMain::Form_QueryUnload() {
 void FrmMain::closeEvent(QCloseEvent* event) {
     Form_QueryUnload();
     memory_.keepWindow(*this, window_.form);
+    memory_.keepChoice(kPictureChoice, subsystems_->tools.pictures.chosen());
     event->accept();
 }
 

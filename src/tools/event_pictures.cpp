@@ -52,6 +52,7 @@ void EventPictures::build() {
     auto* const area = new QScrollArea;
     area->setFocusPolicy(Qt::NoFocus);
     area->setBackgroundRole(QPalette::Base);
+    area->setAlignment(Qt::AlignCenter);
     area->setWidget(view_);
     auto* const inside = new QVBoxLayout(frame_);
     inside->setContentsMargins(0, 0, 0, 0);

@@ -116,24 +116,23 @@ void ModelCheck::showControl(gem::Control control, const QString& text) {
         list->pointOut(text);
         return list->setFocus(Qt::OtherFocusReason);
     }
-    form::Field* const field = fieldFor(control);
-    if (field == nullptr) return;
-    markedField_ = field;
-    field->pointOut(text);
-    field->setFocus();
+    markedField_ = &fieldFor(control);
+    markedField_->pointOut(text);
+    markedField_->setFocus();
 }
 
-form::Field* ModelCheck::fieldFor(gem::Control control) const {
-    // Several may take turns for one column; the first field stands for the whole record.
+form::Field& ModelCheck::fieldFor(gem::Control control) const {
+    // Several may take turns for one column; the first field stands for the whole record, and for
+    // what is not shown.
     const auto fields = gem::fieldsOf(window_.state.category);
     const bool isField =
         control != gem::Control::None && window_.form.inputs[gem::indexOf(control)];
     const std::string_view column = isField ? gem::factsOf(control).column : fields.front().column;
     for (const gem::FieldFacts& other : fields) {
         form::Field& field = window_.form[other.control];
-        if (other.column == column && field.isVisible()) return &field;
+        if (other.column == column && field.isVisible()) return field;
     }
-    return nullptr;
+    return window_.form[fields.front().control];
 }
 
 void ModelCheck::unmark() {

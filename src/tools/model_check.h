@@ -35,7 +35,7 @@ private:
     void done(CheckRun::Outcome outcome);
     void show(const model::Finding& finding);
     void showControl(gem::Control control, const QString& text);
-    [[nodiscard]] form::Field* fieldFor(gem::Control control) const;
+    [[nodiscard]] form::Field& fieldFor(gem::Control control) const;
     void unmark();
     void lookForChange();
 

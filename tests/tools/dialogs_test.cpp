@@ -16,7 +16,7 @@ protected:
     void SetUp() override {
         open();
         other = scratch.copyOf(path(), "other.mdb");
-        changeElsewhere("UPDATE secs_alarm SET alm_group = 'Other' WHERE alm_id = 5003");
+        changeElsewhere("UPDATE secs_alarm SET alm_group = 'Other' WHERE alm_id = 103");
     }
     /// What `gemdb diff` prints, without its summary.
     [[nodiscard]] std::string differences(const fs::path& from) const {
@@ -34,7 +34,7 @@ TEST_F(CompareTool, ListsWhatTheCommandLineListsForAFile) {
         EXPECT_FALSE(child<QPushButton>(dialog, "cmdSavePage").isEnabled());
         click(dialog, "cmdCompareFile");
         EXPECT_EQ(listed(dialog).toStdString(), differences(other));
-        EXPECT_TRUE(child<QLabel>(dialog, "lblCompared").text().contains("1 changed"));
+        EXPECT_TRUE(child<QLabel>(dialog, "lblCompared").text().contains("1 item changed"));
     });
     trigger(form::Tool::Compare);
     EXPECT_EQ(awaited(), 0);

@@ -29,11 +29,11 @@ protected:
         text.replace(at, from.size(), to);
         std::ofstream(texts() / file) << text;
     }
-    /// Alarm 5003 has another group in the texts than in the file.
+    /// Alarm 103 has another group in the texts than in the file.
     void prepareChange() {
         open();
         clickCategory(gem::CSTALM);
-        const QStringList name = query("SELECT alm_name FROM secs_alarm WHERE alm_id = 5003");
+        const QStringList name = query("SELECT alm_name FROM secs_alarm WHERE alm_id = 103");
         ASSERT_EQ(name.size(), 1);
         writeTexts();
         replaceInText("alarms.toml", "alm_name = \"" + name.front().toStdString() + "\"",
@@ -131,7 +131,7 @@ TEST_F(ExchangeTool, ImportThatIsAgreedToIsOneUnitThatCanBeTakenBack) {
     whenOpen("frmLines", [](QDialog& dialog) { click(dialog, "cmdAccept"); });
     import();
     EXPECT_TRUE(asked);
-    EXPECT_EQ(renamed(), QStringList{"5003"});
+    EXPECT_EQ(renamed(), QStringList{"103"});
     EXPECT_EQ(history.next(), "Import of " + texts().string());
     static_cast<void>(history.undo(path()));
     EXPECT_TRUE(renamed().isEmpty());
@@ -148,10 +148,10 @@ TEST_F(ExchangeTool, ImportIsNotDoneWhereItMayNotWrite) {
 
 TEST_F(ExchangeTool, RecordsShownAreLoadedAnewAfterAnImport) {
     prepareChange();
-    goTo("txtAlmID", "5003");
+    goTo("txtAlmID", "103");
     whenOpen("frmLines", [](QDialog& dialog) { click(dialog, "cmdAccept"); });
     import();
-    EXPECT_EQ(form()[txtAlmID].text(), "5003");
+    EXPECT_EQ(form()[txtAlmID].text(), "103");
     EXPECT_EQ(form()[txtAlmName].text(), "Renamed");
     EXPECT_EQ(status(), "Imported: 0 rows added, 1 changed, 0 removed");
     EXPECT_FALSE(form().aids.lblNotice->isVisible());
@@ -193,20 +193,20 @@ TEST_F(ExchangeTool, RefusedImportShowsAllLinesAndWritesNothing) {
 TEST_F(ExchangeTool, ImportRefusesWhatWasChangedWhileItsListWasRead) {
     prepareChange();
     whenOpen("frmLines", [this](QDialog& dialog) {
-        changeElsewhere("UPDATE secs_alarm SET alm_group = 'Other' WHERE alm_id = 5003");
+        changeElsewhere("UPDATE secs_alarm SET alm_group = 'Other' WHERE alm_id = 103");
         click(dialog, "cmdAccept");
     });
     import();
     ASSERT_EQ(dialogs.texts().size(), 1);
     EXPECT_TRUE(dialogs.texts().first().contains("nothing was imported"));
     EXPECT_TRUE(renamed().isEmpty());
-    EXPECT_EQ(query("SELECT alm_group FROM secs_alarm WHERE alm_id = 5003"), QStringList{"Other"});
+    EXPECT_EQ(query("SELECT alm_group FROM secs_alarm WHERE alm_id = 103"), QStringList{"Other"});
 }
 
 TEST_F(ExchangeTool, TablesAreThoseOfTheCommandLineAndOneIsTakenBackIn) {
     open();
     clickCategory(gem::CSTALM);
-    goTo("txtAlmID", "5003");
+    goTo("txtAlmID", "103");
     chooseTexts();
     exportBy("mnuExportSheets");
     const fs::path other = scratch.path() / "other";
@@ -224,7 +224,7 @@ TEST_F(ExchangeTool, TablesAreThoseOfTheCommandLineAndOneIsTakenBackIn) {
     chooseFrom(form::Tool::Import, "mnuImportSheet");
     EXPECT_EQ(awaited(), 0);
     EXPECT_TRUE(lines.contains("Renamed")) << lines.toStdString();
-    EXPECT_EQ(renamed(), QStringList{"5003"});
+    EXPECT_EQ(renamed(), QStringList{"103"});
     EXPECT_EQ(form()[txtAlmName].text(), "Renamed");
 }
 

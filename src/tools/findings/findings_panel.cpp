@@ -16,9 +16,9 @@ namespace stelvan::tools {
 namespace {
 
 constexpr int kLeastLines = 3;
-constexpr int kWantedLines = 8;
+constexpr int kWantedLines = 7;
 // In characters of usual width: subject, weight, field, text; the last takes the rest.
-constexpr int kColumnCharacters[] = {34, 9, 16, 52};
+constexpr int kColumnCharacters[] = {42, 9, 16, 48};
 constexpr std::size_t kOpenedAtMost = 200;  // findings of a rule that is shown open at first
 
 /// Wants some lines, and does with few where the window is low.

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QStyleFactory>
 #include <QTabBar>
@@ -14,6 +15,7 @@
 #include <optional>
 
 #include "app/frm_gem_database.h"
+#include "app/frm_keys.h"
 #include "app/frm_main.h"
 #include "app/subsystems.h"
 #include "form/crisp_style.h"
@@ -24,6 +26,7 @@
 namespace {
 
 using stelvan::app::FrmGEMDatabase;
+using stelvan::app::FrmKeys;
 using stelvan::app::FrmMain;
 
 /// Prints what a box would show; nobody is there to close one.
@@ -71,6 +74,7 @@ void addOptions(QCommandLineParser& options) {
     };
     add("category", "key of the category to show; empty for none", "key", "CSTVSV");
     add("record", "number of the record to show", "n", "1");
+    add("find", "what to look for in the find box", "text", "");
     add("font", "size of the font in points", "points", "");
     add("size", "size of the window", "size", "1100x760");
     options.addOption({QStringLiteral("all"), QStringLiteral("show the grid of all records")});
@@ -86,6 +90,7 @@ void addOptions(QCommandLineParser& options) {
     options.addOption({QStringLiteral("document"), QStringLiteral("show the dialog of documents "
                                                                   "instead")});
     options.addOption({QStringLiteral("first"), QStringLiteral("show the first dialog instead")});
+    options.addOption({QStringLiteral("keys"), QStringLiteral("show the page of keys instead")});
     options.addOption({QStringLiteral("desktop"), QStringLiteral("keep the desktop's own look")});
 }
 
@@ -133,19 +138,19 @@ void arrange(FrmMain& window, const QCommandLineParser& options) {
     window.subsystems().tools.pictures.choose(
         options.isSet(QStringLiteral("unfold")) ? std::optional(true) : std::nullopt);
     if (options.isSet(QStringLiteral("check"))) check(window);
+    if (const QString text = options.value(QStringLiteral("find")); !text.isEmpty())
+        window.window().form.aids.txtFind->setText(text);
     if (options.isSet(QStringLiteral("edit"))) window.window().form.nav.cmdUpdate->click();
     if (options.isSet(QStringLiteral("add"))) window.window().form.nav.cmdNew->click();
     if (options.isSet(QStringLiteral("fault"))) makeFaulty(window);
     if (options.isSet(QStringLiteral("all"))) window.window().form.tspData->setCurrentIndex(1);
 }
 
-/// Draws a window as it stands once everything that was put off is done. On a real display it is
-/// first given the time to come up.
+/// Draws a window as it stands once it has come up and everything that was put off is done.
 bool written(QWidget& window, const QString& picture) {
     constexpr int kPatience = 300;  // milliseconds
     window.show();
-    QDeadlineTimer patience(
-        QGuiApplication::platformName() == QLatin1String("offscreen") ? 0 : kPatience);
+    QDeadlineTimer patience(kPatience);
     do {
         QApplication::processEvents(QEventLoop::AllEvents, 20);
     } while (!patience.hasExpired());
@@ -170,6 +175,10 @@ int main(int argc, char** argv) {
     if (options.isSet(QStringLiteral("first"))) {
         FrmGEMDatabase dialog(window.window().errors, dialogs, QFileInfo(files[0]).path());
         return written(dialog, files[1]) ? 0 : 1;
+    }
+    if (options.isSet(QStringLiteral("keys"))) {
+        FrmKeys keys(nullptr);
+        return written(keys, files[1]) ? 0 : 1;
     }
     window.start(files[0]);
     const QStringList size = options.value(QStringLiteral("size")).split(QLatin1Char('x'));

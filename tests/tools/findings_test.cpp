@@ -185,7 +185,7 @@ TEST_F(FindingsOfEveryRule, LeadToTheRecordAndToTheFieldAtFault) {
             "UPDATE secs_alarm SET alm_set_ceid = 101, alm_clr_ceid = 101 WHERE alm_id = 103",
             "DELETE FROM secs_def_evt_rpt WHERE evt_id = 21",
             "UPDATE secs_gemevent SET evt_id = 101 WHERE evt_id = 21",
-            "UPDATE secs_report SET rpt_name = 'Sc1Status' WHERE rpt_id = 102",
+            "UPDATE secs_report SET rpt_name = ' Sc1Status' WHERE rpt_id = 102",
             "UPDATE secs_cusvar SET var_parentkey = 9999 WHERE var_id = 130",
             "UPDATE secs_cusvar SET var_parentkey = 131 WHERE var_id = 132",
             "UPDATE secs_cusvar SET var_format = 'L', var_parentkey = 133 WHERE var_id = 133",

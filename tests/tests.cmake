@@ -49,6 +49,7 @@ if(STELVAN_WINDOW)
     stelvan_tests(settings QT LINKS stelvan_settings)
     stelvan_tests(browser QT LINKS stelvan_browser)
     stelvan_tests(editing QT LINKS stelvan_editing)
+    stelvan_tests(tools QT LINKS stelvan_app)
     stelvan_tests(app QT LINKS stelvan_app)
     stelvan_tests(gui QT LINKS stelvan_app)
     if(TARGET gui_tests)
@@ -57,11 +58,14 @@ if(STELVAN_WINDOW)
 endif()
 
 # These look at the shipped models, or run gemdb.
-foreach(suite data_tests model_tests gemdb_tests readers_tests app_tests gui_tests)
+foreach(suite data_tests model_tests gemdb_tests readers_tests tools_tests app_tests gui_tests)
     if(TARGET ${suite})
         add_dependencies(${suite} gem_database)
     endif()
 endforeach()
+if(TARGET tools_tests)
+    add_dependencies(tools_tests gemdb)
+endif()
 
 if(TARGET app_tests)
     add_dependencies(app_tests stelvan stelvan_texts)  # whose help is compared

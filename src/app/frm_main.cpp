@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kNeutralFrame = 0;
 constexpr int kPathCharacters = 60;
+const QString kPictureChoice = QStringLiteral("fraPicture");
 
 }  // namespace
 
@@ -32,6 +33,7 @@ FrmMain::FrmMain(form::Dialogs& dialogs, QString programFolder, UserPlaces place
     addKeysAction();
     subsystems_->connectAll();
     memory_.restoreWindow(*this, window_.form);
+    subsystems_->tools.pictures.choose(memory_.choice(kPictureChoice));
 }
 
 FrmMain::~FrmMain() = default;
@@ -115,6 +117,7 @@ void FrmMain::forgetRecords() {
     subsystems_->browser.grid.reset();
     window_.state.current.drop();
     subsystems_->browser.forgetAids();
+    subsystems_->tools.forget();
 }
 
 void FrmMain::mnuFileDB_Click() {
@@ -164,6 +167,7 @@ void FrmMain::Form_QueryUnload() {
 void FrmMain::closeEvent(QCloseEvent* event) {
     Form_QueryUnload();
     memory_.keepWindow(*this, window_.form);
+    memory_.keepChoice(kPictureChoice, subsystems_->tools.pictures.chosen());
     event->accept();
 }
 

@@ -37,6 +37,7 @@ void Subsystems::connectAll() {
                      [this](int row) { links.listChildren.lvwChildItems_ItemCheck(row); });
     browser.tree.connectTree();
     browser.connectAids();
+    tools.connectTools();
     checks.fields.connectFields();
     checks.eventChoice.connectFields();
     settings.connectFields();

@@ -14,20 +14,6 @@ namespace {
 using model::Finding;
 using model::Severity;
 
-/// Structure faults come first; a file too damaged to be read as a model has those alone.
-std::vector<Finding> findingsOf(const std::filesystem::path& file, const CheckRequest& request) {
-    std::vector<Finding> findings;
-    if (request.structure) findings = model::checkStructure(file, request.strict);
-    if (!request.model) return findings;
-    try {
-        std::vector<Finding> more = model::check(model::read(file), {Working::progress()});
-        std::move(more.begin(), more.end(), std::back_inserter(findings));
-    } catch (const jet::Error& error) {
-        if (error.kind() != jet::ErrorKind::Corrupt || !model::needsAction(findings)) throw;
-    }
-    return findings;
-}
-
 std::string jsonLine(const Finding& finding) {
     JsonLine line;
     line.open('{').member("severity").text(model::nameOf(finding.severity));
@@ -74,10 +60,6 @@ std::string plainLine(const model::Fix& fix, bool done) {
            "\n";
 }
 
-std::string counted(std::size_t number, const char* noun) {
-    return std::to_string(number) + " " + noun + (number == 1 ? "" : "s");
-}
-
 void writeFixes(const std::filesystem::path& file, const CheckRequest& request, Output& output) {
     model::FixResult result;
     if (request.dryRun) {
@@ -109,16 +91,14 @@ void writeStructure(const std::vector<Finding>& findings, Output& output) {
 int checkCommand(const std::filesystem::path& file, const CheckRequest& request) {
     Output output;
     if (request.fix) writeFixes(file, request, output);
-    const std::vector<Finding> findings = findingsOf(file, request);
+    const std::vector<Finding> findings = model::checkFile(
+        file, {request.structure, request.model, request.strict, Working::progress()});
     if (!request.model && !request.json) {
         writeStructure(findings, output);
     } else {
         for (const Finding& finding : findings)
             output.write(request.json ? jsonLine(finding) : plainLine(finding));
-        if (!request.json)
-            output.write(counted(model::count(findings, Severity::Error), "error") + ", " +
-                         counted(model::count(findings, Severity::Warning), "warning") + ", " +
-                         counted(model::count(findings, Severity::Note), "note") + "\n");
+        if (!request.json) output.write(model::summaryOf(findings) + "\n");
     }
     output.finish();
     return model::needsAction(findings) ? kFaultsFound : kDone;

@@ -72,6 +72,9 @@ Database Database::create(const std::filesystem::path& path, DateTime created) {
     return database;
 }
 
+const std::shared_ptr<PageFile>& Database::pages() const {
+    return impl_->file->sharedPages();
+}
 const std::filesystem::path& Database::path() const {
     return impl_->file->pages().path();
 }

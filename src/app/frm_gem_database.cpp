@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <initializer_list>
 
+#include "app/frm_copies.h"
 #include "base/text.h"
 #include "form/text.h"
 #include "gem/settings.h"
@@ -52,8 +53,9 @@ void FrmGEMDatabase::buildControls() {
     whole->addWidget(buildRecent(), 1);
     whole->addLayout(buildButtons());
     // Here and not on its way up: some desktops' group boxes keep Enter to themselves.
-    const std::initializer_list<QWidget*> takers = {
-        txtGEMDatabase_, lvwRecent_, cmdBrowse_, cmdLoad_, cmdNewModel_, cmdTryDemo_, cmdCancel_};
+    const std::initializer_list<QWidget*> takers = {txtGEMDatabase_, lvwRecent_,   cmdBrowse_,
+                                                    cmdLoad_,        cmdNewModel_, cmdTryDemo_,
+                                                    cmdCopies_,      cmdCancel_};
     for (QWidget* taker : takers) taker->installEventFilter(this);
     connect(txtGEMDatabase_, &QLineEdit::textChanged, this, &FrmGEMDatabase::txtGEMDatabase_Change);
     connect(cmdBrowse_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdBrowse_Click);
@@ -61,6 +63,7 @@ void FrmGEMDatabase::buildControls() {
     connect(cmdCancel_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdCancel_Click);
     connect(cmdNewModel_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdNewModel_Click);
     connect(cmdTryDemo_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdTryDemo_Click);
+    connect(cmdCopies_, &QPushButton::clicked, this, &FrmGEMDatabase::cmdCopies_Click);
     connect(lvwRecent_, &QTreeWidget::itemSelectionChanged, this, &FrmGEMDatabase::takeRecent);
     connect(lvwRecent_, &QTreeWidget::itemDoubleClicked, this, &FrmGEMDatabase::cmdLoad_Click);
 }
@@ -116,11 +119,15 @@ QLayout* FrmGEMDatabase::buildButtons() {
         QStringLiteral("Opens your own copy of an imaginary wet bench, in %1")
             .arg(memory_.demoFolder().isEmpty() ? QStringLiteral("a folder of yours")
                                                 : memory_.demoFolder())));
+    cmdCopies_ = button("cmdCopies", "Earlier copies...", this);
+    cmdCopies_->setToolTip(
+        QStringLiteral("Lists the model as it was before, and restores it from there"));
     cmdLoad_ = button("cmdLoad", "&Load", this);
     cmdCancel_ = button("cmdCancel", "&Cancel", this);
     auto* row = new QHBoxLayout;
     row->addWidget(cmdNewModel_);
     row->addWidget(cmdTryDemo_);
+    row->addWidget(cmdCopies_);
     row->addStretch(1);
     row->addWidget(cmdLoad_);
     row->addWidget(cmdCancel_);
@@ -239,6 +246,21 @@ void FrmGEMDatabase::cmdTryDemo_Click() {
         if (folder.isEmpty())
             folder = commDlg_.openFolder(QStringLiteral("Folder of the demo"), QDir::homePath());
         if (!folder.isEmpty()) startModel(folder, model::Template::Demo);
+    });
+}
+
+void FrmGEMDatabase::cmdCopies_Click() {
+    handle("cmdCopies_Click", [this] {
+        const QString path = txtGEMDatabase_->text();
+        if (path.isEmpty()) {
+            refuse(QStringLiteral("Please select the GEM Database!"));
+            return;
+        }
+        const bool open = !openModel_.isEmpty() && QFileInfo(path).canonicalFilePath() ==
+                                                       QFileInfo(openModel_).canonicalFilePath();
+        FrmCopies(errors_, commDlg_, path, memory_.copiesFolder(),
+                  open ? FrmCopies::Model::OpenHere : FrmCopies::Model::Free, this)
+            .exec();
     });
 }
 

@@ -35,6 +35,9 @@ public:
     /// 0 after a confirmed choice, 1 otherwise.
     [[nodiscard]] int LoadStatus() const;
 
+    /// The model that this program has open; its copies are listed, and it is not replaced.
+    void setOpenModel(const QString& path) { openModel_ = path; }
+
     void cmdBrowse_Click();
     void cmdLoad_Click();
     void cmdCancel_Click();
@@ -42,6 +45,8 @@ public:
     void cmdNewModel_Click();
     /// Loads the user's own copy of the demo; makes it where there is none yet.
     void cmdTryDemo_Click();
+    /// Lists the earlier copies of the model in the path field.
+    void cmdCopies_Click();
     void txtGEMDatabase_Change();
     void txtGEMDatabase_KeyDown(int key);
 
@@ -67,6 +72,7 @@ private:
     base::ErrorInfo& errors_;
     form::Dialogs& commDlg_;
     UserMemory memory_;
+    QString openModel_;
     int loadStatus_ = kNotChosen;
     QLineEdit* txtGEMDatabase_ = nullptr;
     QPushButton* cmdBrowse_ = nullptr;
@@ -74,6 +80,7 @@ private:
     QPushButton* cmdCancel_ = nullptr;
     QPushButton* cmdNewModel_ = nullptr;
     QPushButton* cmdTryDemo_ = nullptr;
+    QPushButton* cmdCopies_ = nullptr;
     QTreeWidget* lvwRecent_ = nullptr;
 };
 

@@ -32,6 +32,7 @@ FrmMain::FrmMain(form::Dialogs& dialogs, QString programFolder, UserPlaces place
     connect(window_.form.mnuHelpAbout, &QAction::triggered, this, &FrmMain::mnuHelpAbout_Click);
     addKeysAction();
     subsystems_->connectAll();
+    subsystems_->editing.copy.setFolder(form::toUtf8(memory_.copiesFolder()));
     memory_.restoreWindow(*this, window_.form);
     subsystems_->tools.pictures.choose(memory_.choice(kPictureChoice));
 }
@@ -86,6 +87,8 @@ bool FrmMain::takeGiven(const QString& file) {
 
 void FrmMain::takeDatabase(const QString& path) {
     window_.state.databasePath = form::toUtf8(path);
+    subsystems_->editing.copy.forget();
+    subsystems_->editing.undo.forget();
     memory_.noteOpened(path);
     const int room = fontMetrics().averageCharWidth() * kPathCharacters;
     window_.form.databasePanel->setText(fontMetrics().elidedText(path, Qt::ElideMiddle, room));
@@ -123,6 +126,7 @@ void FrmMain::forgetRecords() {
 void FrmMain::mnuFileDB_Click() {
     window_.errors.handle("mnuFileDB_Click", [this] {
         FrmGEMDatabase dialog(window_.errors, window_.dialogs, programFolder_, this, memory_);
+        dialog.setOpenModel(form::toQt(window_.state.databasePath));
         dialog.exec();
         if (dialog.LoadStatus() != kDatabaseChosen) return;
         takeDatabase(dialog.DBFile());

@@ -6,8 +6,9 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <system_error>
+
+#include "base/user_folders.h"
 
 namespace stelvan::app {
 namespace {
@@ -21,19 +22,12 @@ bool isOwn(const std::filesystem::path& folder) {
            found.st_uid == ::getuid() && (found.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
-std::filesystem::path fromEnvironment(const char* name) {
-    const char* const value = std::getenv(name);
-    return value == nullptr ? std::filesystem::path() : std::filesystem::path(value);
-}
-
 }  // namespace
 
 std::filesystem::path folderOfUser() {
-    if (std::filesystem::path session = fromEnvironment("XDG_RUNTIME_DIR"); isOwn(session))
+    if (std::filesystem::path session = base::folderNamedBy("XDG_RUNTIME_DIR"); isOwn(session))
         return session;
-    const std::filesystem::path state = fromEnvironment("XDG_STATE_HOME");
-    if (state.is_absolute()) return state / "stelvan";
-    return fromEnvironment("HOME") / ".local" / "state" / "stelvan";
+    return base::stateFolder();
 }
 
 SingleInstance::~SingleInstance() {

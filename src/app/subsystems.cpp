@@ -43,6 +43,7 @@ void Subsystems::connectAll() {
     settings.connectFields();
     links.selectionLists.connectControls();
     editing.focusChain.install();
+    editing.undo.connectTool();
     window.form.aids.tlbModel->setHook(
         form::Tool::Duplicate, [this] { editing.commands.cmdDuplicate_Click(); },
         [this] { return editing.commands.mayDuplicate(); });

@@ -10,6 +10,8 @@
 #include <algorithm>
 
 #include "form/frames.h"
+#include "form/text.h"
+#include "model/core/kept_copies.h"
 
 namespace stelvan::app {
 namespace {
@@ -54,8 +56,8 @@ std::vector<NamedColumns> columnsOf(const form::MainForm& form) {
 UserPlaces UserPlaces::ofUser() {
     const QString config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    return {config + QStringLiteral("/stelvan/stelvan.ini"),
-            data + QStringLiteral("/stelvan/demo")};
+    return {config + QStringLiteral("/stelvan/stelvan.ini"), data + QStringLiteral("/stelvan/demo"),
+            form::toQt(model::KeptCopies::folderOfUser().string())};
 }
 
 std::vector<RecentModel> UserMemory::recentModels() const {

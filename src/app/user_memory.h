@@ -22,7 +22,8 @@ namespace stelvan::app {
 /// Where the program keeps what is its user's; empty names: nowhere.
 struct UserPlaces {
     QString settingsFile;
-    QString demoFolder;  // of the model to try things out on
+    QString demoFolder;         // of the model to try things out on
+    QString copiesFolder = {};  // of models as they were
 
     /// The usual places of the user who runs the program.
     [[nodiscard]] static UserPlaces ofUser();
@@ -38,6 +39,8 @@ public:
     explicit UserMemory(UserPlaces places) : places_(std::move(places)) {}
 
     [[nodiscard]] const QString& demoFolder() const { return places_.demoFolder; }
+
+    [[nodiscard]] const QString& copiesFolder() const { return places_.copiesFolder; }
 
     /// The newest first, ten at most.
     [[nodiscard]] std::vector<RecentModel> recentModels() const;

@@ -23,6 +23,11 @@ RecordAddress RecordJump::addressOf(const IndexedItem& item) const {
             item.place};
 }
 
+bool RecordJump::showAnew(const RecordAddress& address) {
+    if (window_.state.editing() || gem::kindOf(address.category) == gem::Kind::None) return false;
+    return load(address.category) && show(address);
+}
+
 std::optional<RecordAddress> RecordJump::shown() const {
     const form::MainState& state = window_.state;
     if (!state.current.onRecord()) return std::nullopt;

@@ -36,6 +36,9 @@ public:
     /// Runs when a way has ended, wherever it led.
     std::function<void()> onEnded = [] {};
 
+    /// The same after its category was loaded anew, which shows what the file holds now.
+    bool showAnew(const RecordAddress& address);
+
     /// The record on screen; nothing where none is, or one that is being added.
     [[nodiscard]] std::optional<RecordAddress> shown() const;
 

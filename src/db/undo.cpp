@@ -22,9 +22,9 @@ bool isConflict(const jet::Error& failure) {
 
 }  // namespace
 
-void UndoHistory::add(std::string what, jet::RowChanges changes) {
+void UndoHistory::add(std::string what, jet::RowChanges changes, UnitSubject subject) {
     if (changes.empty()) return;
-    done_.push_back({std::move(what), std::move(changes)});
+    done_.push_back({std::move(what), std::move(changes), std::move(subject)});
     if (done_.size() > kMost) done_.erase(done_.begin());
 }
 

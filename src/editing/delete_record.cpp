@@ -25,7 +25,7 @@ void EditCommands::cmdDelete_Click() {
             window_.dialogs.message(QLatin1String(kReserved), form::Icon::Exclamation);
             return;
         }
-        deleteShown();
+        if (copy_.mayWrite()) deleteShown();
     });
     if (window_.state.recordIsStale) showPresentState();
 }
@@ -33,8 +33,9 @@ void EditCommands::cmdDelete_Click() {
 void EditCommands::deleteShown() {
     const std::int16_t category = window_.state.category;
     const gem::Control id = gem::fieldWith(gem::kindOf(category), gem::Check::Id);
+    const auto address = below_.jump.shown();
     {
-        db::UnitOfWork unit(window_.operations.path());
+        db::UnitOfWork unit(window_.operations.path(), db::UnitOfWork::Notes::RowChanges);
         db::Connection connection;
         for (const std::string& statement :
              gem::cascadesOf(category, form::toUtf8(window_.form[id].text()),
@@ -42,6 +43,7 @@ void EditCommands::deleteShown() {
             window_.operations.lExecCommand(connection, statement);
         noteStale(window_.state, [&] { window_.state.current.records->deleteCurrent(); });
         unit.commit();
+        if (address) undo_.noteDone("Delete", *address, unit.changes());
     }
     showFollower();
 }

@@ -7,14 +7,15 @@
 
 #include "browser/browser.h"
 #include "editing/control_access.h"
+#include "editing/undo_last.h"
 
 namespace stelvan::editing {
 
 class EditCommands {
 public:
-    /// Both must outlive the object.
-    EditCommands(browser::Browser& below, ControlAccess& access)
-        : below_(below), window_(below.window), access_(access) {}
+    /// All must outlive the object.
+    EditCommands(browser::Browser& below, ControlAccess& access, SafetyCopy& copy, UndoLast& undo)
+        : below_(below), window_(below.window), access_(access), copy_(copy), undo_(undo) {}
 
     void cmdUpdate_Click();
     void cmdCancel_Click();
@@ -58,6 +59,8 @@ private:
     browser::Browser& below_;
     form::Window& window_;
     ControlAccess& access_;
+    SafetyCopy& copy_;
+    UndoLast& undo_;
 };
 
 }  // namespace stelvan::editing

@@ -4,7 +4,9 @@
 #include "editing/control_access.h"
 #include "editing/edit_commands.h"
 #include "editing/focus_chain.h"
+#include "editing/safety_copy.h"
 #include "editing/save_record.h"
+#include "editing/undo_last.h"
 
 namespace stelvan::editing {
 
@@ -12,11 +14,15 @@ struct Editing {
     /// Both must outlive the object; `shell` holds the controls.
     Editing(QWidget& shell, browser::Browser& below)
         : access(below.window),
-          commands(below, access),
-          save(below, access),
+          copy(below.window),
+          undo(below, copy),
+          commands(below, access, copy, undo),
+          save(below, access, copy, undo),
           focusChain(shell, below.window) {}
 
     ControlAccess access;
+    SafetyCopy copy;
+    UndoLast undo;
     EditCommands commands;
     SaveRecord save;
     FocusChain focusChain;

@@ -29,8 +29,7 @@ void SaveRecord::cmdSave_Click() {
             below_.checks.box.lReportError(QLatin1String(kRefused));
             return;
         }
-        if (window_.state.current.records != nullptr) store();
-        stored = true;
+        stored = window_.state.current.records == nullptr || store();
     });
     if (stored) showStored();
 }
@@ -46,14 +45,19 @@ bool SaveRecord::verified() {
     }
 }
 
-void SaveRecord::store() {
+bool SaveRecord::store() {
     requireFilledList();
+    if (!copy_.mayWrite()) return false;
+    write(below_.checks.recordFields.read());
+    return true;
+}
+
+void SaveRecord::write(const gem::Record& record) {
     db::Recordset& stored = *window_.state.current.records;
-    const gem::Record record = below_.checks.recordFields.read();
     const bool wasList =
         record.kind() == gem::Kind::Variable &&
         gem::isList(below_.checks.recordFields.stored(gem::schema::variable::kFormat));
-    db::UnitOfWork unit(window_.operations.path());
+    db::UnitOfWork unit(window_.operations.path(), db::UnitOfWork::Notes::RowChanges);
     setColumns(stored, gem::columnsOf(record));
     if (record.adding) setColumns(stored, gem::columnsOfNew(record.kind()));
     noteStale(window_.state, [&] {
@@ -61,6 +65,7 @@ void SaveRecord::store() {
         stored.update();
     });
     unit.commit();
+    if (const auto address = below_.jump.shown()) undo_.noteDone("Save", *address, unit.changes());
 }
 
 void SaveRecord::requireFilledList() const {

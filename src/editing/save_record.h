@@ -7,20 +7,23 @@
 
 #include "browser/browser.h"
 #include "editing/control_access.h"
+#include "editing/undo_last.h"
 
 namespace stelvan::editing {
 
 class SaveRecord {
 public:
-    /// Both must outlive the object.
-    SaveRecord(browser::Browser& below, ControlAccess& access)
-        : below_(below), window_(below.window), access_(access) {}
+    /// All must outlive the object.
+    SaveRecord(browser::Browser& below, ControlAccess& access, SafetyCopy& copy, UndoLast& undo)
+        : below_(below), window_(below.window), access_(access), copy_(copy), undo_(undo) {}
 
     void cmdSave_Click();
 
 private:
     [[nodiscard]] bool verified();
-    void store();
+    /// False where the user wants no save without a copy.
+    [[nodiscard]] bool store();
+    void write(const gem::Record& record);
     void requireFilledList() const;
     void writeLinks(const gem::Record& record, bool wasList);
     void showStored();
@@ -28,6 +31,8 @@ private:
     browser::Browser& below_;
     form::Window& window_;
     ControlAccess& access_;
+    SafetyCopy& copy_;
+    UndoLast& undo_;
 };
 
 }  // namespace stelvan::editing

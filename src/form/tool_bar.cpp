@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QKeySequence>
 
+#include "form/text.h"
 #include "form/tool_icons.h"
 
 namespace stelvan::form {
@@ -22,7 +23,7 @@ constexpr std::array<ToolFacts, kTools> kFacts = {{
     {"actBack", "back", "Back", "Back to the record seen before", "Alt+Left"},
     {"actForward", "forward", "Forward", "Forward to the record seen after", "Alt+Right", true},
     {"actDuplicate", "duplicate", "Duplicate", "Add a record like the one shown", "Ctrl+D"},
-    {"actUndo", "undo", "Undo", "Undo the last save or delete", "Ctrl+Shift+Z", true},
+    {"actUndo", "undo", "Undo", "Undo the last save or delete", "Ctrl+Z", true},
     {"actCheck", "check", "Check", "Check the whole model", "F7"},
     {"actCompare", "compare", "Compare", "Compare the model with another one", "F8", true},
     {"actDocument", "document", "Document", "Write the model as a document", "Ctrl+Shift+D"},
@@ -47,21 +48,29 @@ ToolBar::ToolBar(QWidget* parent) : QToolBar(parent) {
 
 void ToolBar::addTool(std::size_t index) {
     const ToolFacts& facts = kFacts[index];
-    const QKeySequence key(QLatin1String(facts.key));
     Entry& made = entries_[index];
     made.action = addAction(QLatin1String(facts.text));
     made.action->setObjectName(QLatin1String(facts.name));
-    made.action->setShortcut(key);
-    const QString tip = QStringLiteral("%1 (%2)").arg(QLatin1String(facts.tip),
-                                                      key.toString(QKeySequence::NativeText));
-    made.action->setToolTip(tip);
-    QWidget* const button = widgetForAction(made.action);
-    button->setAccessibleName(QLatin1String(facts.text));
-    button->setAccessibleDescription(tip);
+    made.action->setShortcut(QKeySequence(QLatin1String(facts.key)));
+    widgetForAction(made.action)->setAccessibleName(QLatin1String(facts.text));
+    showTip(index, QLatin1String(facts.tip));
     connect(made.action, &QAction::triggered, this, [this, index] {
         if (entries_[index].run) entries_[index].run();
     });
     if (facts.endsGroup) addSeparator();
+}
+
+void ToolBar::showTip(std::size_t index, const QString& tip) {
+    QAction& action = *entries_[index].action;
+    const QString whole =
+        tip + QStringLiteral(" (%1)").arg(action.shortcut().toString(QKeySequence::NativeText));
+    action.setToolTip(asToolTip(whole));
+    widgetForAction(&action)->setAccessibleDescription(whole);
+}
+
+void ToolBar::setTip(Tool tool, const QString& tip) {
+    const auto index = static_cast<std::size_t>(tool);
+    showTip(index, tip.isEmpty() ? QString(QLatin1String(kFacts[index].tip)) : tip);
 }
 
 void ToolBar::setHook(Tool tool, std::function<void()> run, std::function<bool()> possible) {

@@ -26,6 +26,10 @@ public:
     void setHook(
         Tool tool, std::function<void()> run, std::function<bool()> possible = [] { return true; });
 
+    /// What a tool is about to do, in place of its own words: "Undo save of variable 101"; its key
+    /// is added. Empty: its own words again.
+    void setTip(Tool tool, const QString& tip);
+
     /// Enables what can act now: nothing unless `browsing`.
     void follow(bool browsing);
     /// The same as before, after what is possible has changed.
@@ -45,6 +49,7 @@ private:
         return entries_[static_cast<std::size_t>(tool)];
     }
     void addTool(std::size_t index);
+    void showTip(std::size_t index, const QString& tip);
     void drawIcons();
 
     std::array<Entry, kTools> entries_;

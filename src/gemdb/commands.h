@@ -88,6 +88,9 @@ int importSheetCommand(const std::filesystem::path& sheet, const std::filesystem
                        bool dryRun);
 /// The same texts as one stream.
 int textCommand(const std::filesystem::path& file);
+/// Lists the copies that were kept of a model before it was changed, the newest first as number 1;
+/// puts the one with the number `restored` back unless that is 0.
+int copiesCommand(const std::filesystem::path& file, std::size_t restored);
 /// Starts a model of one's own: a copy of the shipped template in `folder` (made if need be), with
 /// the settings that name files pointing there. Never replaces a model.
 int newCommand(const std::filesystem::path& folder, bool demo);

@@ -43,10 +43,30 @@ void addCheck(CLI::App& app, int& status) {
     });
 }
 
+constexpr VerbText kCopies = {"copies", "List the earlier copies of a model, or put one back",
+                              "  gemdb copies gem.mdb\n"
+                              "  gemdb copies gem.mdb --restore 1"};
+
+void addCopies(CLI::App& app, int& status) {
+    struct Arguments {
+        std::string file;
+        std::size_t restored = 0;
+    };
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App* copies = addVerb(app, kCopies, arguments->file);
+    copies
+        ->add_option("--restore", arguments->restored,
+                     "Replace the model by the copy with this number; the file as it is now is "
+                     "kept as a copy first")
+        ->check(CLI::PositiveNumber);
+    act(copies, status, [=] { return copiesCommand(arguments->file, arguments->restored); });
+}
+
 }  // namespace
 
 void addModelVerbs(CLI::App& app, int& status) {
     addCheck(app, status);
+    addCopies(app, status);
 }
 
 }  // namespace stelvan::gemdb

@@ -26,7 +26,7 @@ void act(CLI::App* verb, int& status, std::function<int()> action);
 
 // Groups of verbs; `status` outlives the parsing.
 void addFileVerbs(CLI::App& app, int& status);     // new, info, tables, schema, dump, sql
-void addModelVerbs(CLI::App& app, int& status);    // check
+void addModelVerbs(CLI::App& app, int& status);    // check, copies
 void addCompareVerbs(CLI::App& app, int& status);  // diff, merge
 void addTextVerbs(CLI::App& app, int& status);     // export, import, text
 void addPublishVerbs(CLI::App& app, int& status);  // sedd, sml, doc

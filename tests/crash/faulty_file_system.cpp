@@ -165,14 +165,23 @@ std::unique_ptr<jet::OpenFile> FaultyFileSystem::open(const fs::path& path, Mode
     return std::make_unique<FaultyFile>(*this, std::move(file), history.back());
 }
 
-void FaultyFileSystem::rename(const fs::path& from, const fs::path& to) {
+void FaultyFileSystem::giveName(const fs::path& from, const fs::path& to,
+                                void (jet::FileSystem::*call)(const fs::path&, const fs::path&)) {
     if (step()) throw Crash{};
     const std::shared_ptr<Node> node = historyOf(from).back();
     if (node != nullptr) keepContent(from, *node);
-    (void)historyOf(to);
-    real_.rename(from, to);
+    if (const std::shared_ptr<Node> replaced = historyOf(to).back()) keepContent(to, *replaced);
+    (real_.*call)(from, to);
     historyOf(from).push_back(nullptr);
     historyOf(to).push_back(node);
+}
+
+void FaultyFileSystem::rename(const fs::path& from, const fs::path& to) {
+    giveName(from, to, &jet::FileSystem::rename);
+}
+
+void FaultyFileSystem::replace(const fs::path& from, const fs::path& to) {
+    giveName(from, to, &jet::FileSystem::replace);
 }
 
 void FaultyFileSystem::remove(const fs::path& path) {

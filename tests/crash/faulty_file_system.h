@@ -54,6 +54,7 @@ public:
     std::unique_ptr<jet::OpenFile> open(const std::filesystem::path& path, Mode mode,
                                         std::uint32_t permissions) override;
     void rename(const std::filesystem::path& from, const std::filesystem::path& to) override;
+    void replace(const std::filesystem::path& from, const std::filesystem::path& to) override;
     void remove(const std::filesystem::path& path) override;
     void syncFolder(const std::filesystem::path& folder) override;
     bool canCreateIn(const std::filesystem::path& folder) override;
@@ -85,6 +86,9 @@ private:
         if (stopped_) throw Crash{};
     }
     History& historyOf(const std::filesystem::path& path);
+    void giveName(const std::filesystem::path& from, const std::filesystem::path& to,
+                  void (jet::FileSystem::*call)(const std::filesystem::path&,
+                                                const std::filesystem::path&));
     void keepContent(const std::filesystem::path& path, Node& node);
     static Content randomState(const Node& node, std::mt19937& random);
 

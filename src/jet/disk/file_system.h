@@ -88,6 +88,8 @@ public:
                                                          std::uint32_t permissions = 0) = 0;
     /// Gives a file another name in the same folder; throws BadPath where that name is taken.
     virtual void rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
+    /// The same where a file may bear that name: it is replaced in one step.
+    virtual void replace(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
     /// Removing what is not there is no error.
     virtual void remove(const std::filesystem::path& path) = 0;
     /// Returns when the entries of the folder (files created, removed) are on the medium.

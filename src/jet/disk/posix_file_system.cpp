@@ -263,6 +263,10 @@ public:
         fail(to, "created");
     }
 
+    void replace(const fs::path& from, const fs::path& to) override {
+        if (::rename(from.c_str(), to.c_str()) != 0) fail(to, "replaced");
+    }
+
     void remove(const fs::path& path) override {
         if (::unlink(path.c_str()) != 0 && errno != ENOENT) fail(path, "removed");
     }

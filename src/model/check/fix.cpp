@@ -11,7 +11,7 @@
 #include "model/check/links.h"
 #include "model/check/lists.h"
 #include "model/core/refusal.h"
-#include "model/core/sink.h"
+#include "model/core/whole_copy.h"
 
 namespace stelvan::model {
 namespace {

@@ -10,7 +10,7 @@
 #include "jet/database.h"
 #include "model/core/about_file.h"
 #include "model/core/new_rows.h"
-#include "model/core/sink.h"
+#include "model/core/whole_copy.h"
 #include "model/core/write.h"
 
 namespace stelvan::model {

@@ -3,7 +3,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -72,17 +71,6 @@ void writeWhole(const fs::path& file, const std::function<void(const Sink&)>& wr
     Draft draft(file);
     write([&](std::string_view text) { draft.write(text); });
     draft.finish();
-}
-
-void copyWhole(const fs::path& from, const fs::path& to) {
-    writeWhole(to, [&](const Sink& write) {
-        std::ifstream stream(from, std::ios::binary);
-        std::array<char, 1 << 16> piece;
-        while (stream.read(piece.data(), piece.size()), stream.gcount() > 0)
-            write({piece.data(), static_cast<std::size_t>(stream.gcount())});
-        if (stream.bad() || !stream.eof())
-            throw std::runtime_error(from.string() + ": could not be copied");
-    });
 }
 
 std::string readWhole(const fs::path& file) {

@@ -17,9 +17,6 @@ using Sink = std::function<void(std::string_view)>;
 /// the file's name, and what `write` throws.
 void writeWhole(const std::filesystem::path& file, const std::function<void(const Sink&)>& write);
 
-/// The same with another file's content. Its name in what is thrown where it cannot be read.
-void copyWhole(const std::filesystem::path& from, const std::filesystem::path& to);
-
 /// The whole content of a file. Throws std::runtime_error with its name.
 [[nodiscard]] std::string readWhole(const std::filesystem::path& file);
 

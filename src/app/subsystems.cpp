@@ -44,6 +44,10 @@ void Subsystems::connectAll() {
     links.selectionLists.connectControls();
     editing.focusChain.install();
     editing.undo.connectTool();
+    tools.exchange.mayWrite = [this] { return editing.copy.mayWrite(); };
+    tools.exchange.noteDone = [this](const std::string& what, jet::RowChanges changes) {
+        editing.undo.noteDone(what, std::move(changes));
+    };
     window.form.aids.tlbModel->setHook(
         form::Tool::Duplicate, [this] { editing.commands.cmdDuplicate_Click(); },
         [this] { return editing.commands.mayDuplicate(); });

@@ -137,6 +137,16 @@ TEST_F(ExchangeTool, ImportThatIsAgreedToIsOneUnitThatCanBeTakenBack) {
     EXPECT_TRUE(renamed().isEmpty());
 }
 
+TEST_F(ExchangeTool, ImportIsTakenBackByTheWindowsUndo) {
+    prepareChange();
+    whenOpen("frmLines", [](QDialog& dialog) { click(dialog, "cmdAccept"); });
+    import();
+    EXPECT_EQ(renamed(), QStringList{"103"});
+    trigger(form::Tool::Undo);
+    EXPECT_TRUE(renamed().isEmpty());
+    EXPECT_EQ(dialogs.texts(), QStringList());
+}
+
 TEST_F(ExchangeTool, ImportIsNotDoneWhereItMayNotWrite) {
     prepareChange();
     const std::string before = bytes();

@@ -22,12 +22,6 @@ std::string today() {
     return {text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%d", &local)};
 }
 
-/// A manual of a file that is no model would be an empty book with a cover.
-void requireModel(const Model& model) {
-    if (std::ranges::none_of(model.tables, &Table::present))
-        throw Refusal("none of the tables of a GEM model is there");
-}
-
 }  // namespace
 
 void requireOther(const std::filesystem::path& out, const std::filesystem::path& file) {

@@ -7,10 +7,13 @@
 required_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libsqlite3-dev libcli11-dev
                    nlohmann-json3-dev libtomlplusplus-dev libpugixml-dev)
 test_packages=(libgtest-dev libgmock-dev python3 gzip)
-bench_packages=(libbenchmark-dev)
+bench_packages=(libbenchmark-dev sqlite3)
 package_packages=(debhelper dpkg-dev fakeroot lintian xz-utils python3)
+# They judge what is installed beside the programs; the tests of it are skipped without them.
+checker_packages=(desktop-file-utils appstream mandoc zsh fish x11-utils)
 # Faster builds, independent readers for tests and benchmarks, a display for machines without one, fonts.
-helpful_packages=(ccache lld mdbtools libxml2-utils xvfb xauth fonts-dejavu-core)
+helpful_packages=(ccache lld mdbtools libxml2-utils xvfb xauth fonts-dejavu-core
+                  pngquant)
 
 say() { printf '%s\n' "$*" >&2; }
 

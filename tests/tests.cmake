@@ -49,6 +49,7 @@ if(STELVAN_WINDOW)
     stelvan_tests(settings QT LINKS stelvan_settings)
     stelvan_tests(browser QT LINKS stelvan_browser)
     stelvan_tests(editing QT LINKS stelvan_editing)
+    stelvan_tests(tools QT LINKS stelvan_app)
     stelvan_tests(app QT LINKS stelvan_app)
     stelvan_tests(gui QT LINKS stelvan_app)
     if(TARGET gui_tests)
@@ -57,11 +58,18 @@ if(STELVAN_WINDOW)
 endif()
 
 # These look at the shipped models, or run gemdb.
-foreach(suite data_tests model_tests gemdb_tests readers_tests app_tests gui_tests)
+foreach(suite data_tests model_tests gemdb_tests readers_tests tools_tests app_tests gui_tests)
     if(TARGET ${suite})
         add_dependencies(${suite} gem_database)
     endif()
 endforeach()
+if(TARGET tools_tests)
+    add_dependencies(tools_tests gemdb)
+endif()
+
+if(TARGET app_tests)
+    add_dependencies(app_tests stelvan stelvan_texts)  # whose help is compared
+endif()
 
 # The first dialog under a desktop's own theme, where one and a display to draw on are installed: themes
 # take keys that the toolkit's own style leaves alone.
@@ -94,3 +102,20 @@ add_test(NAME packaging.the_installed_library_builds_its_example
                  -DFOLDER=${CMAKE_BINARY_DIR}/tests/installed_library
                  -DFLAGS=$<$<BOOL:${STELVAN_SANITIZE}>:-fsanitize=address,undefined>
                  -P ${CMAKE_SOURCE_DIR}/tests/packaging/installed_library.cmake)
+foreach(what desktop_entry metadata manual_pages bash zsh fish)
+    add_test(NAME packaging.${what} COMMAND ${CMAKE_SOURCE_DIR}/tests/packaging/checks.sh
+             ${what} ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR})
+    set_tests_properties(packaging.${what} PROPERTIES SKIP_RETURN_CODE 77)
+endforeach()
+foreach(shell bash fish)
+    add_test(NAME packaging.${shell}_completes COMMAND ${CMAKE_SOURCE_DIR}/tests/packaging/complete.sh
+             ${shell} ${CMAKE_BINARY_DIR} ${CMAKE_BINARY_DIR}/tests/models/gem.mdb)
+    set_tests_properties(packaging.${shell}_completes PROPERTIES SKIP_RETURN_CODE 77)
+endforeach()
+if(TARGET stelvan)
+    add_test(NAME packaging.the_pictures_are_drawn_by_their_script
+             COMMAND ${CMAKE_SOURCE_DIR}/tests/packaging/guide_pictures.sh ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR})
+    add_test(NAME packaging.the_window_belongs_to_its_desktop_entry
+             COMMAND ${CMAKE_SOURCE_DIR}/tests/packaging/window_class.sh ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR})
+    set_tests_properties(packaging.the_window_belongs_to_its_desktop_entry PROPERTIES SKIP_RETURN_CODE 77)
+endif()

@@ -1,11 +1,13 @@
-// Writes what is installed beside gemdb: its manual page and the completions of three shells, all
-// made of the texts that gemdb --help shows.
+// Writes what is installed beside the programs: their manual pages, and gemdb's completions for
+// three shells, all made of the texts that --help shows.
 //
 // Usage: make_texts FOLDER DATE, the date of the release as YYYY-MM-DD.
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 
+#include "app/command_line.h"
+#include "base/version.h"
 #include "gemdb/application.h"
 #include "gemdb/completions.h"
 #include "gemdb/manual_page.h"
@@ -16,15 +18,10 @@ namespace {
 namespace fs = std::filesystem;
 using namespace stelvan::gemdb;
 
-std::string version() {
-    return std::to_string(STELVAN_VERSION_MAJOR) + "." + std::to_string(STELVAN_VERSION_MINOR) +
-           "." + std::to_string(STELVAN_VERSION_PATCH);
-}
-
 ManualPage gemdbPage(const CLI::App& app, const std::string& date) {
     return {
         "gemdb",
-        version(),
+        stelvan::base::version(),
         date,
         "look into a GEM database, and change it, from the command line",
         app.get_description() +
@@ -40,20 +37,29 @@ ManualPage gemdbPage(const CLI::App& app, const std::string& date) {
         {"stelvan(1)"}};
 }
 
+std::vector<OptionFacts> stelvanOptions() {
+    using namespace stelvan::app;
+    std::vector<OptionFacts> all = {
+        {{std::string(kFile.name)}, std::string(kFile.help), false, false, true, false}};
+    for (const OptionText& option : kOptions)
+        all.push_back({{"--" + std::string(option.name), std::string("-") + option.letter},
+                       std::string(option.help),
+                       false,
+                       false,
+                       false,
+                       false});
+    return all;
+}
+
 ManualPage stelvanPage(const std::string& date) {
     return {"stelvan",
-            version(),
+            stelvan::base::version(),
             date,
-            "edit the SECS/GEM model of one piece of equipment",
-            "Opens a window in which the model in an Access file called gem.mdb is browsed and "
-            "edited: variables, equipment constants, collection events, alarms, reports, the links "
-            "between them, and the protocol settings. Without a file a dialog asks for one, or "
-            "starts a new model.",
-            {{{"FILE"}, "The model to open; it must be called gem.mdb.", false, false, true, false},
-             {{"--help", "-h"}, "Print the options and exit.", false, false, false, false},
-             {{"--version", "-v"}, "Print the version and exit.", false, false, false, false}},
+            std::string(stelvan::app::kSummary),
+            std::string(stelvan::app::kDescription),
+            stelvanOptions(),
             {},
-            "0 where the window was closed, 1 where it could not be shown.",
+            std::string(stelvan::app::kExitStatus),
             {{"gem.mdb", "the model"}},
             {"gemdb(1)"}};
 }

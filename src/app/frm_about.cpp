@@ -6,6 +6,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "base/version.h"
+
 namespace stelvan::app {
 namespace {
 constexpr int kPictureSize = 64;
@@ -39,12 +41,10 @@ FrmAbout::FrmAbout(QWidget* parent) : QDialog(parent) {
 QString FrmAbout::versionText() {
     return QStringLiteral(
                "Stelvan (A component of Duvessa)\n"
-               "Version %1.%2.%3\n"
+               "Version %1\n"
                "Builds and maintains the SECS/GEM model of one piece of equipment.\n"
                "Provided as it is, without warranty of any kind.")
-        .arg(STELVAN_VERSION_MAJOR)
-        .arg(STELVAN_VERSION_MINOR)
-        .arg(STELVAN_VERSION_PATCH);
+        .arg(QString::fromStdString(base::version()));
 }
 
 void FrmAbout::keyPressEvent(QKeyEvent* event) {

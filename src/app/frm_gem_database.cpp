@@ -191,22 +191,22 @@ void FrmGEMDatabase::cmdBrowse_Click() {
     });
 }
 
-void FrmGEMDatabase::refuse(const QString& message) {
-    commDlg_.message(message, form::Icon::Exclamation);
-    cmdBrowse_->setFocus();
+QString FrmGEMDatabase::refusalOf(const QString& path) {
+    if (path.isEmpty()) return QStringLiteral("Please select the GEM Database!");
+    if (!path.contains(QLatin1String(".mdb"), Qt::CaseSensitive))
+        return QStringLiteral("Please select the correct database type!");
+    if (!base::sameWord(form::toUtf8(lGetFileTitle(path)), "GEM.MDB"))
+        return QStringLiteral("Please select correct GEM Database: GEM.MDB ");
+    return {};
 }
 
 void FrmGEMDatabase::cmdLoad_Click() {
     handle("cmdLoad_Click", [this] {
         const QString path = txtGEMDatabase_->text();
-        if (path.isEmpty()) {
-            refuse(QStringLiteral("Please select the GEM Database!"));
-        } else if (!path.contains(QLatin1String(".mdb"), Qt::CaseSensitive)) {
-            refuse(QStringLiteral("Please select the correct database type!"));
-        } else if (!base::sameWord(form::toUtf8(lGetFileTitle(path)), "GEM.MDB")) {
-            commDlg_.message(QStringLiteral("Please select correct GEM Database: GEM.MDB "),
-                             form::Icon::Exclamation);
-            txtGEMDatabase_->clear();
+        if (const QString refusal = refusalOf(path); !refusal.isEmpty()) {
+            commDlg_.message(refusal, form::Icon::Exclamation);
+            // Of another name there is nothing to mend.
+            if (path.contains(QLatin1String(".mdb"))) txtGEMDatabase_->clear();
             cmdBrowse_->setFocus();
         } else {
             hide();

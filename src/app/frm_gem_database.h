@@ -27,6 +27,9 @@ public:
     FrmGEMDatabase(base::ErrorInfo& errors, form::Dialogs& commDlg, const QString& programFolder,
                    QWidget* parent = nullptr, UserMemory memory = UserMemory({}));
 
+    /// Why a path is no GEM database, by its name alone; empty where it is one.
+    [[nodiscard]] static QString refusalOf(const QString& path);
+
     /// The text of the path field as it is now.
     [[nodiscard]] QString DBFile() const;
     /// 0 after a confirmed choice, 1 otherwise.
@@ -62,7 +65,6 @@ private:
     void takeRecent();
     void startModel(const QString& folder, model::Template from);
     void Form_Load(const QString& programFolder);
-    void refuse(const QString& message);
     /// The text after the last separator; empty where there is none.
     [[nodiscard]] static QString lGetFileTitle(const QString& path);
     void handle(const char* procedure, const std::function<void()>& body) const;

@@ -6,6 +6,7 @@
 
 #include "app/frm_about.h"
 #include "app/frm_gem_database.h"
+#include "app/frm_keys.h"
 #include "app/subsystems.h"
 #include "form/text.h"
 #include "gem/kinds.h"
@@ -15,6 +16,7 @@ namespace {
 
 constexpr int kNeutralFrame = 0;
 constexpr int kPathCharacters = 60;
+const QString kPictureChoice = QStringLiteral("fraPicture");
 
 }  // namespace
 
@@ -28,14 +30,16 @@ FrmMain::FrmMain(form::Dialogs& dialogs, QString programFolder, UserPlaces place
     connect(window_.form.mnuFileDB, &QAction::triggered, this, &FrmMain::mnuFileDB_Click);
     connect(window_.form.mnuFileExit, &QAction::triggered, this, &FrmMain::mnuFileExit_Click);
     connect(window_.form.mnuHelpAbout, &QAction::triggered, this, &FrmMain::mnuHelpAbout_Click);
+    addKeysAction();
     subsystems_->connectAll();
     subsystems_->editing.copy.setFolder(form::toUtf8(memory_.copiesFolder()));
     memory_.restoreWindow(*this, window_.form);
+    subsystems_->tools.pictures.choose(memory_.choice(kPictureChoice));
 }
 
 FrmMain::~FrmMain() = default;
 
-bool FrmMain::Form_Load(const std::function<bool()>& isFirstCopy) {
+bool FrmMain::Form_Load(const std::function<bool()>& isFirstCopy, const QString& file) {
     bool goesOn = false;
     window_.errors.handle("Form_Load", [&] {
         if (!isFirstCopy()) {
@@ -43,7 +47,7 @@ bool FrmMain::Form_Load(const std::function<bool()>& isFirstCopy) {
                 QStringLiteral("Cannot run more than 1 copy of Stelvan application"));
             return;
         }
-        if (!lSelectDB()) return;
+        if (!takeGiven(file) && !lSelectDB()) return;
         start(form::toQt(window_.state.databasePath));
         goesOn = true;
     });
@@ -68,6 +72,17 @@ bool FrmMain::lSelectDB() {
         chosen = true;
     });
     return chosen;
+}
+
+bool FrmMain::takeGiven(const QString& file) {
+    if (file.isEmpty()) return false;
+    const QString refusal = FrmGEMDatabase::refusalOf(file);
+    if (refusal.isEmpty()) {
+        takeDatabase(file);
+    } else {
+        window_.dialogs.message(refusal, form::Icon::Exclamation);
+    }
+    return refusal.isEmpty();
 }
 
 void FrmMain::takeDatabase(const QString& path) {
@@ -105,6 +120,7 @@ void FrmMain::forgetRecords() {
     subsystems_->browser.grid.reset();
     window_.state.current.drop();
     subsystems_->browser.forgetAids();
+    subsystems_->tools.forget();
 }
 
 void FrmMain::mnuFileDB_Click() {
@@ -129,6 +145,24 @@ void FrmMain::mnuHelpAbout_Click() {
     window_.errors.handle("mnuHelpAbout_Click", [this] { FrmAbout(this).exec(); });
 }
 
+void FrmMain::addKeysAction() {
+    auto* const action = new QAction(this);
+    action->setObjectName(QStringLiteral("actKeys"));
+    action->setShortcut(QKeySequence(Qt::Key_F1));
+    connect(action, &QAction::triggered, this, &FrmMain::showKeys);
+    addAction(action);
+}
+
+void FrmMain::showKeys() {
+    if (keys_.isNull()) {
+        keys_ = new FrmKeys(this);
+        keys_->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    keys_->show();
+    keys_->raise();
+    keys_->activateWindow();
+}
+
 void FrmMain::Form_QueryUnload() {
     window_.state.checksEnabled = false;
     window_.errors.handle("Form_QueryUnload", [this] { window_.state.current.drop(); });
@@ -137,6 +171,7 @@ void FrmMain::Form_QueryUnload() {
 void FrmMain::closeEvent(QCloseEvent* event) {
     Form_QueryUnload();
     memory_.keepWindow(*this, window_.form);
+    memory_.keepChoice(kPictureChoice, subsystems_->tools.pictures.chosen());
     event->accept();
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 #include <functional>
 #include <memory>
 
@@ -12,6 +13,7 @@
 namespace stelvan::app {
 
 struct Subsystems;
+class FrmKeys;
 
 class FrmMain : public QMainWindow {
     Q_OBJECT
@@ -21,9 +23,10 @@ public:
     FrmMain(form::Dialogs& dialogs, QString programFolder, UserPlaces places = {});
     ~FrmMain() override;
 
-    /// The start-up sequence. `isFirstCopy` answers the single-instance rule. False: the program
+    /// The start-up sequence. `isFirstCopy` answers the single-instance rule. A `file` is opened
+    /// without the dialog, unless its name says that it is no GEM database. False: the program
     /// ends.
-    bool Form_Load(const std::function<bool()>& isFirstCopy);
+    bool Form_Load(const std::function<bool()>& isFirstCopy, const QString& file = {});
     /// What follows once the database path is known: categories, controls, catalogue, browse mode.
     void start(const QString& databasePath);
 
@@ -34,6 +37,8 @@ public:
     void mnuFileDB_Click();
     void mnuFileExit_Click() { close(); }
     void mnuHelpAbout_Click();
+    /// The page of all keys, beside the window; the one that is open already comes to the front.
+    void showKeys();
     /// Releases the current record set; never refuses.
     void Form_QueryUnload();
 
@@ -44,12 +49,15 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void addKeysAction();
+    bool takeGiven(const QString& file);
     void takeDatabase(const QString& path);
     void forgetRecords();
     void browseNothing();
 
     QString programFolder_;
     UserMemory memory_;
+    QPointer<FrmKeys> keys_;
     form::Window window_;
     std::unique_ptr<Subsystems> subsystems_;
 };

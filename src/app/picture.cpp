@@ -3,22 +3,30 @@
 #include <QCommandLineParser>
 #include <QDeadlineTimer>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QStyleFactory>
 #include <QTabBar>
 #include <QTextStream>
+#include <QTreeView>
 #include <QTreeWidget>
+#include <optional>
 
 #include "app/frm_gem_database.h"
+#include "app/frm_keys.h"
 #include "app/frm_main.h"
 #include "app/subsystems.h"
 #include "form/crisp_style.h"
 #include "form/dialogs.h"
+#include "tools/dialogs/compare_dialog.h"
+#include "tools/dialogs/document_dialog.h"
 
 namespace {
 
 using stelvan::app::FrmGEMDatabase;
+using stelvan::app::FrmKeys;
 using stelvan::app::FrmMain;
 
 /// Prints what a box would show; nobody is there to close one.
@@ -66,6 +74,7 @@ void addOptions(QCommandLineParser& options) {
     };
     add("category", "key of the category to show; empty for none", "key", "CSTVSV");
     add("record", "number of the record to show", "n", "1");
+    add("find", "what to look for in the find box", "text", "");
     add("font", "size of the font in points", "points", "");
     add("size", "size of the window", "size", "1100x760");
     options.addOption({QStringLiteral("all"), QStringLiteral("show the grid of all records")});
@@ -74,7 +83,14 @@ void addOptions(QCommandLineParser& options) {
     options.addOption({QStringLiteral("dark"), QStringLiteral("use dark colours")});
     options.addOption({QStringLiteral("fault"), QStringLiteral("empty the name, so that it is at "
                                                                "fault")});
+    options.addOption({QStringLiteral("check"), QStringLiteral("check the model and go to the "
+                                                               "first finding")});
+    options.addOption({QStringLiteral("unfold"), QStringLiteral("open an event's picture")});
+    add("compare", "show the comparison with this model instead", "other", "");
+    options.addOption({QStringLiteral("document"), QStringLiteral("show the dialog of documents "
+                                                                  "instead")});
     options.addOption({QStringLiteral("first"), QStringLiteral("show the first dialog instead")});
+    options.addOption({QStringLiteral("keys"), QStringLiteral("show the page of keys instead")});
     options.addOption({QStringLiteral("desktop"), QStringLiteral("keep the desktop's own look")});
 }
 
@@ -100,6 +116,16 @@ void makeFaulty(FrmMain& window) {
     static_cast<void>(window.subsystems().checks.fields.checkForSave(category));
 }
 
+/// Checks, waits for what is found, and goes to the first.
+void check(FrmMain& window) {
+    window.subsystems().tools.check.run();
+    while (window.subsystems().tools.check.running()) QApplication::processEvents();
+    auto* const list = window.findChild<QTreeView*>(QStringLiteral("lvwFindings"));
+    list->setCurrentIndex(list->model()->index(0, 0, list->model()->index(0, 0)));
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QApplication::sendEvent(list, &enter);
+}
+
 void arrange(FrmMain& window, const QCommandLineParser& options) {
     if (const QString key = options.value(QStringLiteral("category")); !key.isEmpty()) {
         const auto index = stelvan::gem::categoryOf(key.toStdString());
@@ -109,19 +135,22 @@ void arrange(FrmMain& window, const QCommandLineParser& options) {
     }
     for (int n = options.value(QStringLiteral("record")).toInt(); n > 1; --n)
         window.window().form.nav.cmdNext->click();
+    window.subsystems().tools.pictures.choose(
+        options.isSet(QStringLiteral("unfold")) ? std::optional(true) : std::nullopt);
+    if (options.isSet(QStringLiteral("check"))) check(window);
+    if (const QString text = options.value(QStringLiteral("find")); !text.isEmpty())
+        window.window().form.aids.txtFind->setText(text);
     if (options.isSet(QStringLiteral("edit"))) window.window().form.nav.cmdUpdate->click();
     if (options.isSet(QStringLiteral("add"))) window.window().form.nav.cmdNew->click();
     if (options.isSet(QStringLiteral("fault"))) makeFaulty(window);
     if (options.isSet(QStringLiteral("all"))) window.window().form.tspData->setCurrentIndex(1);
 }
 
-/// Draws a window as it stands once everything that was put off is done. On a real display it is
-/// first given the time to come up.
+/// Draws a window as it stands once it has come up and everything that was put off is done.
 bool written(QWidget& window, const QString& picture) {
     constexpr int kPatience = 300;  // milliseconds
     window.show();
-    QDeadlineTimer patience(
-        QGuiApplication::platformName() == QLatin1String("offscreen") ? 0 : kPatience);
+    QDeadlineTimer patience(kPatience);
     do {
         QApplication::processEvents(QEventLoop::AllEvents, 20);
     } while (!patience.hasExpired());
@@ -147,10 +176,23 @@ int main(int argc, char** argv) {
         FrmGEMDatabase dialog(window.window().errors, dialogs, QFileInfo(files[0]).path());
         return written(dialog, files[1]) ? 0 : 1;
     }
+    if (options.isSet(QStringLiteral("keys"))) {
+        FrmKeys keys(nullptr);
+        return written(keys, files[1]) ? 0 : 1;
+    }
     window.start(files[0]);
     const QStringList size = options.value(QStringLiteral("size")).split(QLatin1Char('x'));
     if (size.size() == 2) window.resize(size[0].toInt(), size[1].toInt());
     window.show();
     arrange(window, options);
+    if (const QString other = options.value(QStringLiteral("compare")); !other.isEmpty()) {
+        stelvan::tools::CompareDialog dialog(window.window(), nullptr);
+        dialog.compareWith(other);
+        return written(dialog, files[1]) && dialogs.shown() == 0 ? 0 : 1;
+    }
+    if (options.isSet(QStringLiteral("document"))) {
+        stelvan::tools::DocumentDialog dialog(window.window(), nullptr);
+        return written(dialog, files[1]) ? 0 : 1;
+    }
     return written(window, files[1]) && dialogs.shown() == 0 ? 0 : 1;
 }

@@ -37,12 +37,17 @@ void Subsystems::connectAll() {
                      [this](int row) { links.listChildren.lvwChildItems_ItemCheck(row); });
     browser.tree.connectTree();
     browser.connectAids();
+    tools.connectTools();
     checks.fields.connectFields();
     checks.eventChoice.connectFields();
     settings.connectFields();
     links.selectionLists.connectControls();
     editing.focusChain.install();
     editing.undo.connectTool();
+    tools.exchange.mayWrite = [this] { return editing.copy.mayWrite(); };
+    tools.exchange.noteDone = [this](const std::string& what, jet::RowChanges changes) {
+        editing.undo.noteDone(what, std::move(changes));
+    };
     window.form.aids.tlbModel->setHook(
         form::Tool::Duplicate, [this] { editing.commands.cmdDuplicate_Click(); },
         [this] { return editing.commands.mayDuplicate(); });

@@ -2,17 +2,19 @@
 #pragma once
 
 #include "editing/editing.h"
+#include "tools/tools.h"
 
 namespace stelvan::app {
 
 struct Subsystems {
     /// Both must outlive the object; `shell` holds the controls of `window`.
-    Subsystems(QWidget& shell, form::Window& window)
+    Subsystems(QMainWindow& shell, form::Window& window)
         : checks(window),
           links(checks),
           settings(checks),
           browser(links, settings),
-          editing(shell, browser) {}
+          editing(shell, browser),
+          tools(shell, browser) {}
 
     /// Connects controls to handlers, and what the floors call upwards. Once.
     void connectAll();
@@ -22,6 +24,7 @@ struct Subsystems {
     settings::SettingInputs settings;
     browser::Browser browser;
     editing::Editing editing;
+    tools::Tools tools;
 };
 
 }  // namespace stelvan::app

@@ -20,6 +20,7 @@ constexpr std::size_t kMostRecent = 10;
 const QString kRecent = QStringLiteral("recentModels");
 const QString kPath = QStringLiteral("path");
 const QString kOpened = QStringLiteral("opened");
+const QString kChoices = QStringLiteral("choices");
 
 /// "0+0_1920x1080@1 1920+0_1280x1024@1"
 QString screenSetUp() {
@@ -110,6 +111,21 @@ void UserMemory::restoreWindow(QMainWindow& window, const form::MainForm& form) 
         divider->restoreState(settings.value(divider->objectName()).toByteArray());
     for (const auto& [name, columns] : columnsOf(form))
         columns->setWidths(settings.value(name).toMap());
+}
+
+void UserMemory::keepChoice(const QString& name, std::optional<bool> choice) const {
+    if (places_.settingsFile.isEmpty() || !choice) return;
+    QSettings settings(places_.settingsFile, QSettings::IniFormat);
+    settings.beginGroup(kChoices);
+    settings.setValue(name, *choice);
+}
+
+std::optional<bool> UserMemory::choice(const QString& name) const {
+    if (places_.settingsFile.isEmpty()) return std::nullopt;
+    QSettings settings(places_.settingsFile, QSettings::IniFormat);
+    settings.beginGroup(kChoices);
+    if (!settings.contains(name)) return std::nullopt;
+    return settings.value(name).toBool();
 }
 
 }  // namespace stelvan::app

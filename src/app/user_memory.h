@@ -7,6 +7,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <optional>
 #include <vector>
 
 class QMainWindow;
@@ -50,6 +51,10 @@ public:
     void keepWindow(const QMainWindow& window, const form::MainForm& form) const;
     /// Leaves the window as it is where nothing is remembered for these screens.
     void restoreWindow(QMainWindow& window, const form::MainForm& form) const;
+
+    /// What the user decided under a name, whatever the screens; nothing where he did not.
+    void keepChoice(const QString& name, std::optional<bool> choice) const;
+    [[nodiscard]] std::optional<bool> choice(const QString& name) const;
 
 private:
     UserPlaces places_;

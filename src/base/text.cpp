@@ -101,4 +101,8 @@ std::u16string withPlainBlanks(std::u16string_view text) {
     return withBlanksFor(isSpaceOfAnyKind, text);
 }
 
+std::string counted(std::size_t count, std::string_view noun) {
+    return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
+}
+
 }  // namespace stelvan::base

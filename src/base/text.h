@@ -58,4 +58,7 @@ namespace stelvan::base {
 /// kind is one blank.
 [[nodiscard]] std::u16string withPlainBlanks(std::u16string_view text);
 
+/// "1 report", "2 reports".
+[[nodiscard]] std::string counted(std::size_t count, std::string_view noun);
+
 }  // namespace stelvan::base

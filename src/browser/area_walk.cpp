@@ -24,13 +24,16 @@ QWidget* AreaWalk::area(std::size_t index) const {
             return form.Frame.at(static_cast<std::size_t>(form.frontFrame()));
         case 2:
             return form.nav.fraDBOperation;
-        default:
+        case 3:
             return form.txtErrLog;
+        default:
+            return form.aids.findings;
     }
 }
 
 QWidget* AreaWalk::targetIn(std::size_t index) const {
     QWidget* const whole = area(index);
+    if (whole == nullptr || !whole->isVisible()) return nullptr;
     QWidget* const last = last_.at(index);
     if (last != nullptr && takesFocus(*last) && (last == whole || whole->isAncestorOf(last)))
         return last;
@@ -48,7 +51,8 @@ void AreaWalk::walk(bool backwards) {
     std::size_t here = backwards ? 0 : kAreas - 1;
     for (std::size_t index = 0; index < kAreas; ++index) {
         QWidget* const whole = area(index);
-        if (focus != nullptr && (focus == whole || whole->isAncestorOf(focus))) here = index;
+        if (whole == nullptr || focus == nullptr) continue;
+        if (focus == whole || whole->isAncestorOf(focus)) here = index;
     }
     if (focus != nullptr) last_.at(here) = focus;
     for (std::size_t step = 1; step < kAreas; ++step) {

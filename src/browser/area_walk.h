@@ -1,6 +1,7 @@
 // F6 and Shift+F6: the focus walks from area to area of the window (tree or find list, fields or
-// grid, buttons, exceptions), back to where it was in each. An area in which nothing can take the
-// focus is passed by. It does so while a record is being added or edited, too, as Tab does.
+// grid, buttons, exceptions, findings), back to where it was in each. An area in which nothing can
+// take the focus is passed by. It does so while a record is being added or edited, too, as Tab
+// does.
 #pragma once
 
 #include <QPointer>
@@ -19,7 +20,7 @@ public:
     void walk(bool backwards);
 
 private:
-    static constexpr std::size_t kAreas = 4;
+    static constexpr std::size_t kAreas = 5;
     [[nodiscard]] QWidget* area(std::size_t index) const;
     [[nodiscard]] QWidget* targetIn(std::size_t index) const;
 

@@ -8,10 +8,13 @@ namespace stelvan::browser {
 
 void Browser::connectAids() {
     form::ToolBar& tools = *window.form.aids.tlbModel;
-    records.onDisplayed = [this, &tools] {
+    jump.onEnded = [this, &tools] {
         if (!window.state.editing()) history.visit();
         usedIn.display(jump.shown());
         tools.follow();
+    };
+    records.onDisplayed = [this] {
+        if (!jump.underway()) jump.onEnded();
     };
     window.onButtons = [this, &tools](bool editing) {
         find.follow(editing);

@@ -83,6 +83,14 @@ bool RecordJump::load(std::int16_t category) {
 
 bool RecordJump::show(const RecordAddress& address) {
     if (window_.state.editing() || gem::kindOf(address.category) == gem::Kind::None) return false;
+    underway_ = true;
+    const bool arrived = goTo(address);
+    underway_ = false;
+    onEnded();
+    return arrived;
+}
+
+bool RecordJump::goTo(const RecordAddress& address) {
     window_.form.tspData->setCurrentIndex(kPropertiesTab - 1);
     const bool there = window_.state.category == address.category;
     if (!there && !load(address.category)) return false;

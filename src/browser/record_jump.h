@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -30,6 +31,10 @@ public:
     /// Shows the record in "Properties". False where it is there no longer, which the status bar
     /// says, or its category could not be loaded, which has been reported.
     bool show(const RecordAddress& address);
+    /// While a category is being loaded on the way: what is displayed then is not the aim yet.
+    [[nodiscard]] bool underway() const { return underway_; }
+    /// Runs when a way has ended, wherever it led.
+    std::function<void()> onEnded = [] {};
 
     /// The same after its category was loaded anew, which shows what the file holds now.
     bool showAnew(const RecordAddress& address);
@@ -46,11 +51,13 @@ private:
     [[nodiscard]] bool holds(std::int32_t row, const RecordAddress& address) const;
     [[nodiscard]] std::optional<jet::RowId> presentPlace(const RecordAddress& address) const;
     [[nodiscard]] bool load(std::int16_t category);
+    [[nodiscard]] bool goTo(const RecordAddress& address);
 
     form::Window& window_;
     RecordView& records_;
     CategoryTree& tree_;
     ModelIndex& index_;
+    bool underway_ = false;
 };
 
 /// The column that tells the records of a category apart; empty for none.

@@ -20,6 +20,7 @@ struct Aids {
     QToolButton* lblUsedIn = nullptr;  // under the heading; reads like a label, opens a menu
     QLabel* lblNotice = nullptr;       // in the status bar
     ToolBar* tlbModel = nullptr;
+    QWidget* findings = nullptr;  // lists what a check found, where something makes one
 };
 
 /// Makes the widgets; the tool bar goes into `window`, the others to whoever lays them out.

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "form/look.h"
+#include "form/mixed.h"
 
 namespace stelvan::form {
 namespace {
@@ -39,13 +39,8 @@ void drawEdges(QPainter& painter, const Snapped& at, const QColor& colour) {
 
 /// Between text and ground.
 QColor edgeColour(const QPalette& palette, QPalette::ColorGroup group, double share) {
-    const QColor text = palette.color(group, QPalette::WindowText);
-    const QColor ground = palette.color(group, QPalette::Window);
-    const auto mix = [share](int a, int b) {
-        return static_cast<int>(std::lround(share * a + (1 - share) * b));
-    };
-    return {mix(text.red(), ground.red()), mix(text.green(), ground.green()),
-            mix(text.blue(), ground.blue())};
+    return mixed(palette.color(group, QPalette::WindowText), palette.color(group, QPalette::Window),
+                 share);
 }
 
 void drawFrame(const QStyleOption& option, QPainter& painter) {

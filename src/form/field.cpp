@@ -306,13 +306,18 @@ void Field::setMarker(const QString& code) {
     applyMark();
 }
 
+void Field::pointOut(const QString& why) {
+    pointedOut_ = why;
+    applyMark();
+}
+
 QString Field::faultShown() const {
     return mark_->message();
 }
 
 void Field::applyMark() {
     // A closed field cannot be mended, and keeps its marker until the next edit begins.
-    mark_->setMessage(hasException() && isOpen() ? messageOf(marker()) : QString());
+    mark_->setMessage(hasException() && isOpen() ? messageOf(marker()) : pointedOut_);
     if (choice_ != nullptr) choice_->setVisible(isOpen());
 }
 

@@ -57,6 +57,9 @@ public:
     [[nodiscard]] QString marker() const;
     void setMarker(const QString& code);
     [[nodiscard]] bool hasException() const { return marker() != QStringLiteral("0"); }
+    /// Marks the field while it is closed, too: somebody was led to it for this reason. Empty: no
+    /// longer. A fault of its own comes first.
+    void pointOut(const QString& why);
     /// What the mark says; empty while there is none.
     [[nodiscard]] QString faultShown() const;
 
@@ -118,6 +121,7 @@ private:
     bool programmatic_ = false;
     bool typedInto_ = false;  // since the last choice or the last leaving
     int maxLength_ = 0;
+    QString pointedOut_;
     QString lastLine_;  // single-line, combo: the text before the change at hand
     QString original_;  // multi-line: the text as given
     QString shown_;     // multi-line: what the widget made of it

@@ -102,6 +102,7 @@ struct MainForm {
     /// lvwRptPool, lvwRptList, lblRptPool, lblRptList, cmdRptSelect, cmdRptDeselect, cmdRptOrderUp,
     /// cmdRptOrderDown.
     TwoListEditor reports;
+    QWidget* eventLower = nullptr;  // that editor, and room for a picture beside it
     Navigator nav;
     Aids aids;
 

@@ -192,6 +192,10 @@ void ListView::setFault(const QString& message) {
     mark_->setMessage(open_ ? message : QString());
 }
 
+void ListView::pointOut(const QString& why) {
+    if (!open_) mark_->setMessage(why);
+}
+
 void ListView::setColour(Colour colour) {
     colour_ = colour;
     applyLook();

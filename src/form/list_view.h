@@ -74,6 +74,8 @@ public:
 
     /// Marks the list with what is wrong with it; empty: nothing. An open one only.
     void setFault(const QString& message);
+    /// Marks a closed list: somebody was led to it for this reason. Empty: no longer.
+    void pointOut(const QString& why);
 
     /// Narrows what is shown to rows holding `text` (letter case ignored); the rows stay what they
     /// are.

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "form/mixed.h"
+
 namespace stelvan::form {
 namespace {
 
@@ -27,14 +29,6 @@ double luminance(const QColor& colour) {
     };
     return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
            0.0722 * linear(colour.blueF());
-}
-
-/// `share` of `a`, the rest of `b`.
-QColor mixed(const QColor& a, const QColor& b, double share) {
-    const auto mix = [share](int from, int to) {
-        return static_cast<int>(std::lround(share * from + (1 - share) * to));
-    };
-    return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
 }
 
 QColor farFrom(const QColor& ground) {

@@ -135,7 +135,11 @@ void buildEvtFrame(QGroupBox& frame, MainForm& form) {
     form.reports = buildEditor({lvwRptPool, lvwRptList, "lblRptPool", "lblRptList", cmdRptSelect,
                                 cmdRptDeselect, cmdRptOrderUp, cmdRptOrderDown, "fltRptPool",
                                 tr("Existing reports:"), tr("Linked reports:")});
-    rows.below(form.reports.area);
+    form.eventLower = new QWidget;
+    auto* const lower = new QHBoxLayout(form.eventLower);
+    lower->setContentsMargins(0, 0, 0, 0);
+    lower->addWidget(form.reports.area, 1);
+    rows.below(form.eventLower);
 }
 
 void buildRptFrame(QGroupBox& frame, MainForm& form) {

@@ -15,21 +15,23 @@ constexpr const char* kTone = "#tone";
 const QColor kToneOnLight(0x1f, 0x6f, 0xb5);
 const QColor kToneOnDark(0x6c, 0xb6, 0xf0);
 
-QByteArray drawingOf(const QString& name, const QPalette& palette) {
+/// The drawing with its colours. Fusion and others only pale a picture that is disabled, which is
+/// hardly seen on a dark ground, so it is drawn in the palette's own disabled colour.
+QByteArray drawingOf(const QString& name, const QPalette& palette, QIcon::Mode mode) {
     QFile file(QStringLiteral(":/icons/tools/%1.svg").arg(name));
     if (!file.open(QIODevice::ReadOnly)) return {};
-    const bool dark = palette.color(QPalette::Button).lightness() < 128;
+    const bool disabled = mode == QIcon::Disabled;
+    const bool dark = palette.color(QPalette::Active, QPalette::Button).lightness() < 128;
+    const QColor ink =
+        palette.color(disabled ? QPalette::Disabled : QPalette::Active, QPalette::ButtonText);
+    const QColor tone = disabled ? ink : dark ? kToneOnDark : kToneOnLight;
     QByteArray drawing = file.readAll();
-    drawing.replace(kInk, palette.color(QPalette::ButtonText).name().toLatin1());
-    drawing.replace(kTone, (dark ? kToneOnDark : kToneOnLight).name().toLatin1());
+    drawing.replace(kInk, ink.name().toLatin1());
+    drawing.replace(kTone, tone.name().toLatin1());
     return drawing;
 }
 
-}  // namespace
-
-QIcon toolIcon(const QString& name, const QPalette& palette) {
-    QByteArray drawing = drawingOf(name, palette);
-    QIcon icon;
+void addPictures(QIcon& icon, QByteArray drawing, QIcon::Mode mode) {
     for (const int scale : {1, 2}) {
         QBuffer buffer(&drawing);
         QImageReader reader(&buffer, "svg");
@@ -37,8 +39,16 @@ QIcon toolIcon(const QString& name, const QPalette& palette) {
         QPixmap picture = QPixmap::fromImageReader(&reader);
         if (picture.isNull()) continue;
         picture.setDevicePixelRatio(scale);
-        icon.addPixmap(picture);
+        icon.addPixmap(picture, mode);
     }
+}
+
+}  // namespace
+
+QIcon toolIcon(const QString& name, const QPalette& palette) {
+    QIcon icon;
+    for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Disabled})
+        addPictures(icon, drawingOf(name, palette, mode), mode);
     return icon;
 }
 

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/version.h"
 #include "gemdb/verbs.h"
 
 namespace stelvan::gemdb {
@@ -9,9 +10,7 @@ namespace stelvan::gemdb {
 std::unique_ptr<CLI::App> makeApplication(int& status) {
     auto app = std::make_unique<CLI::App>(
         "Looks into a GEM database, and changes it, from the command line.", "gemdb");
-    app->set_version_flag("--version", std::to_string(STELVAN_VERSION_MAJOR) + "." +
-                                           std::to_string(STELVAN_VERSION_MINOR) + "." +
-                                           std::to_string(STELVAN_VERSION_PATCH));
+    app->set_version_flag("--version", base::version());
     app->footer(
         "Exit status: 0 fine, 1 findings or differences, 2 it could not be done.\n"
         "gemdb VERB --help shows the options of a verb, and examples.");

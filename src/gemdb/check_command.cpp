@@ -1,10 +1,8 @@
-#include <unistd.h>
-
-#include <cstdlib>
 
 #include "base/text.h"
 #include "gemdb/commands.h"
 #include "gemdb/json_line.h"
+#include "gemdb/terminal.h"
 #include "gemdb/working.h"
 #include "jet/rows/value_text.h"
 #include "model/check/check.h"
@@ -15,20 +13,6 @@ namespace {
 
 using model::Finding;
 using model::Severity;
-
-/// Structure faults come first; a file too damaged to be read as a model has those alone.
-std::vector<Finding> findingsOf(const std::filesystem::path& file, const CheckRequest& request) {
-    std::vector<Finding> findings;
-    if (request.structure) findings = model::checkStructure(file, request.strict);
-    if (!request.model) return findings;
-    try {
-        std::vector<Finding> more = model::check(model::read(file), {Working::progress()});
-        std::move(more.begin(), more.end(), std::back_inserter(findings));
-    } catch (const jet::Error& error) {
-        if (error.kind() != jet::ErrorKind::Corrupt || !model::needsAction(findings)) throw;
-    }
-    return findings;
-}
 
 std::string jsonLine(const Finding& finding) {
     JsonLine line;
@@ -44,10 +28,6 @@ std::string jsonLine(const model::Fix& fix, bool done) {
     line.open('{').member(done ? "fixed" : "wouldFix").text(fix.rule);
     line.member("table").text(fix.table).member("id").value(jet::toView(fix.id));
     return line.member("name").text(fix.name).member("text").text(fix.text).close('}').take();
-}
-
-bool wantsColours() {
-    return ::isatty(STDOUT_FILENO) == 1 && std::getenv("NO_COLOR") == nullptr;
 }
 
 std::string coloured(Severity severity) {
@@ -78,10 +58,6 @@ std::string plainLine(const model::Fix& fix, bool done) {
     return base::onOneLine((done ? "fixed " : "would fix ") + fix.rule + ": " +
                            placeOf(fix.table, fix.id, fix.name, "") + ": " + fix.text) +
            "\n";
-}
-
-std::string counted(std::size_t number, const char* noun) {
-    return std::to_string(number) + " " + noun + (number == 1 ? "" : "s");
 }
 
 void writeFixes(const std::filesystem::path& file, const CheckRequest& request, Output& output) {
@@ -115,16 +91,14 @@ void writeStructure(const std::vector<Finding>& findings, Output& output) {
 int checkCommand(const std::filesystem::path& file, const CheckRequest& request) {
     Output output;
     if (request.fix) writeFixes(file, request, output);
-    const std::vector<Finding> findings = findingsOf(file, request);
+    const std::vector<Finding> findings = model::checkFile(
+        file, {request.structure, request.model, request.strict, Working::progress()});
     if (!request.model && !request.json) {
         writeStructure(findings, output);
     } else {
         for (const Finding& finding : findings)
             output.write(request.json ? jsonLine(finding) : plainLine(finding));
-        if (!request.json)
-            output.write(counted(model::count(findings, Severity::Error), "error") + ", " +
-                         counted(model::count(findings, Severity::Warning), "warning") + ", " +
-                         counted(model::count(findings, Severity::Note), "note") + "\n");
+        if (!request.json) output.write(model::summaryOf(findings) + "\n");
     }
     output.finish();
     return model::needsAction(findings) ? kFaultsFound : kDone;

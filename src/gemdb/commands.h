@@ -25,6 +25,9 @@ inline constexpr int kFailed = 2;
 class Output {
 public:
     void write(std::string_view text);
+    /// What is appended here is written too; call flushWhenFull() now and then.
+    [[nodiscard]] std::string& buffer() { return buffer_; }
+    void flushWhenFull();
     void finish();
 
 private:

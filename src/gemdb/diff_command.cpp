@@ -1,10 +1,10 @@
 #include "gemdb/change_json.h"
 #include "gemdb/commands.h"
-#include "gemdb/model_source.h"
 #include "gemdb/terminal.h"
 #include "model/compare/change_text.h"
-#include "model/core/sink.h"
 #include "model/publish/change_page.h"
+#include "model/publish/publication.h"
+#include "model/text/model_source.h"
 
 namespace stelvan::gemdb {
 
@@ -19,10 +19,11 @@ int statusOf(const std::vector<model::ItemChange>& changes) {
 int diffCommand(const std::filesystem::path& before, const std::filesystem::path& after,
                 const DiffOptions& options) {
     const std::vector<model::ItemChange> changes =
-        model::differences(readModel(before), readModel(after));
+        model::differences(model::readModel(before), model::readModel(after));
     if (!options.html.empty()) {
         const model::ComparedSides sides{before.string(), after.string()};
-        model::writeWhole(options.html, [&](const model::Sink& sink) {
+        model::requireOther(options.html, before);
+        model::publishInto(options.html, after, [&](const model::Sink& sink) {
             model::writeChangePage(changes, sides, sink);
         });
         return statusOf(changes);

@@ -6,7 +6,6 @@
 #include "jet/database.h"
 #include "model/compare/change_text.h"
 #include "model/compare/plan_differences.h"
-#include "model/core/new_rows.h"
 #include "model/core/refusal.h"
 #include "model/text/import_sheet.h"
 #include "model/text/import_text.h"
@@ -90,11 +89,7 @@ int importCommand(const fs::path& folder, const fs::path& file, bool dryRun) {
 }
 
 int importSheetCommand(const fs::path& sheet, const fs::path& file, bool dryRun) {
-    const auto planned = [&](jet::Database& database) {
-        model::Model wanted = model::withSheet(model::read(database), sheet);
-        model::switchOffUnsaidFlags(database, wanted);
-        return model::planWrite(database, std::move(wanted));
-    };
+    const auto planned = [&](jet::Database& database) { return model::planSheet(database, sheet); };
     return printed(aboutFile(file, sheet, [&] { return run(file, planned, dryRun); }), dryRun);
 }
 

@@ -1,9 +1,9 @@
 #include "gemdb/commands.h"
-#include "gemdb/model_source.h"
 #include "gemdb/terminal.h"
 #include "model/compare/change_text.h"
 #include "model/compare/merge_text.h"
 #include "model/core/rewrite.h"
+#include "model/text/model_source.h"
 
 namespace stelvan::gemdb {
 namespace {
@@ -18,8 +18,8 @@ std::string conflictSummary(std::size_t count, std::optional<model::Side> decide
 }  // namespace
 
 int mergeCommand(const MergeFiles& files, const MergeOptions& options) {
-    model::Model base = readModel(files.base);
-    model::Model theirs = readModel(files.theirs);
+    model::Model base = model::readModel(files.base);
+    model::Model theirs = model::readModel(files.theirs);
     std::vector<model::Conflict> conflicts;
     std::vector<model::ItemChange> changes;
     bool undecided = false;
@@ -31,7 +31,7 @@ int mergeCommand(const MergeFiles& files, const MergeOptions& options) {
         return undecided ? std::nullopt : std::optional(std::move(merge.merged));
     };
     if (options.dryRun)
-        (void)merged(readModel(files.ours));
+        (void)merged(model::readModel(files.ours));
     else
         model::rewrite(files.ours, files.out, merged);
 

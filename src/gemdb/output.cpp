@@ -14,6 +14,10 @@ constexpr std::size_t kBufferSize = 1 << 16;
 
 void Output::write(std::string_view text) {
     buffer_ += text;
+    flushWhenFull();
+}
+
+void Output::flushWhenFull() {
     if (buffer_.size() >= kBufferSize) flush();
 }
 

@@ -1,9 +1,9 @@
 #include <cstdio>
-#include <stdexcept>
 
 #include "base/text.h"
 #include "gemdb/commands.h"
 #include "gemdb/working.h"
+#include "model/publish/publication.h"
 
 namespace stelvan::gemdb {
 
@@ -16,10 +16,7 @@ void publishTo(const std::string& out, const fs::path& file,
         write([&](std::string_view text) { output.write(text); });
         return output.finish();
     }
-    std::error_code absent;
-    if (fs::equivalent(out, file, absent))
-        throw std::runtime_error(out + " is the model itself; name another file");
-    model::writeWhole(out, write);
+    model::publishInto(out, file, write);
 }
 
 void printNotes(const std::vector<std::string>& notes) {

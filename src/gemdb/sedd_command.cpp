@@ -1,33 +1,16 @@
-#include <array>
-#include <ctime>
-
 #include "gemdb/commands.h"
-#include "model/publish/sedd.h"
+#include "model/publish/publication.h"
 
 namespace stelvan::gemdb {
-namespace {
-
-std::string today() {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    ::localtime_r(&now, &local);
-    std::array<char, 16> text{};
-    return {text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%d", &local)};
-}
-
-}  // namespace
 
 int seddCommand(const std::filesystem::path& file, const std::string& out,
                 model::SeddHeader header) {
-    if (header.date.empty()) header.date = today();
     const model::Model content = model::read(file);
-    const model::CrossReference references(content);
-    model::Notes notes;
-    const model::Catalogue catalogue = model::catalogueOf(content, references, notes);
+    std::vector<std::string> notes;
     publishTo(out, file, [&](const model::Sink& sink) {
-        model::writeSedd(catalogue, references, header, sink, notes);
+        notes = model::publishSedd(content, std::move(header), sink);
     });
-    printNotes(notes.lines());
+    printNotes(notes);
     return kDone;
 }
 

@@ -57,7 +57,7 @@ Database Database::copyInMemory() {
     constexpr PageNumber kPagesHeld = 1024;
     const ReadScope scope(impl_->file->sharedPages());
     PageFile& pages = impl_->file->pages();
-    const auto copy = std::make_shared<MemoryPages>();
+    const auto copy = std::make_shared<MemoryPages>(pages.path());
     for (PageNumber page = 0; page < pages.pageCount(); ++page) {
         copy->add(pages.read(page));
         if (page % kPagesHeld == 0 && impl_->file->cursors == 0) pages.release();
@@ -72,6 +72,9 @@ Database Database::create(const std::filesystem::path& path, DateTime created) {
     return database;
 }
 
+const std::shared_ptr<PageFile>& Database::pages() const {
+    return impl_->file->sharedPages();
+}
 const std::filesystem::path& Database::path() const {
     return impl_->file->pages().path();
 }

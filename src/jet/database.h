@@ -44,6 +44,8 @@ public:
     Database& operator=(Database&&) noexcept;
     ~Database();
 
+    /// What it stands on, for those who look below tables and rows.
+    [[nodiscard]] const std::shared_ptr<PageFile>& pages() const;
     [[nodiscard]] const std::filesystem::path& path() const;
     [[nodiscard]] Access access() const;
 

@@ -14,6 +14,7 @@
 #include "sql/single_table.h"
 #include "sql/sqlite_handle.h"
 #include "sql/sqlite_values.h"
+#include "sql/summary_select.h"
 #include "sql/table_module.h"
 #include "sql/type_check.h"
 
@@ -193,13 +194,18 @@ std::vector<jet::RowId> takePlaces(Run& run, bool ordered) {
     return places;
 }
 
-/// An expression without a name of its own has its text for one; Access calls it by its place.
-std::string columnName(sqlite3_stmt* prepared, int column) {
+/// How Access calls an expression without a name: by its place.
+std::string expressionName(int column) {
     constexpr int kFirstExpression = 1000;
+    return "Expr" + std::to_string(kFirstExpression + column);
+}
+
+/// SQLite calls an expression without a name by its text.
+std::string columnName(sqlite3_stmt* prepared, int column) {
     const std::string name = sqlite3_column_name(prepared, column);
     const bool isColumn = sqlite3_column_decltype(prepared, column) != nullptr;
     const bool isName = name.find_first_of("\"'() ") == std::string::npos;
-    return isColumn || isName ? name : "Expr" + std::to_string(kFirstExpression + column);
+    return isColumn || isName ? name : expressionName(column);
 }
 
 ComputedRows takeRows(Run& run) {
@@ -221,7 +227,11 @@ Selection Engine::State::select(std::string_view sql, Take take, ReadLimit limit
         throw Error(ErrorKind::NotAStatement, "Invalid SQL statement; expected 'SELECT'.");
     }
     std::optional<SingleTableSelect> single;
-    if (statement.tables.size() == 1) single = asSingleTable(statement, tableOf(statement).info());
+    if (statement.tables.size() == 1) {
+        if (const auto value = summaryOf(statement, tableOf(statement)))
+            return ComputedRows{{expressionName(0)}, {{*value}}};
+        single = asSingleTable(statement, tableOf(statement).info());
+    }
     if (single && single->everyRow) {
         RowPlaces all{tableOf(statement).info().name, single->columns, database.moment(), {}, {}};
         takeAll(tableOf(statement), all, take, limit);

@@ -8,6 +8,17 @@
 
 namespace stelvan::sql {
 
+std::optional<std::size_t> columnNamed(const Statement& statement, const jet::TableInfo& table,
+                                       std::size_t begin, std::size_t end) {
+    const Tokens& tokens = statement.tokens;
+    if (end - begin == 3 && tokens[begin + 1].isSymbol(".") &&
+        base::sameWord(tokens[begin].text, statement.tables.front().alias)) {
+        begin += 2;
+    }
+    if (end - begin != 1 || !tokens[begin].isName()) return std::nullopt;
+    return table.findColumn(tokens[begin].text);
+}
+
 namespace {
 
 // Any of these makes rows that are not the table's own.
@@ -25,18 +36,6 @@ bool hasOtherShape(const Statement& statement) {
            statement.tables.size() != 1;
 }
 
-/// The column of one entry of the list, tokens [begin, end): "column", "table.column".
-std::optional<std::size_t> columnOf(const Statement& statement, const jet::TableInfo& table,
-                                    std::size_t begin, std::size_t end) {
-    const Tokens& tokens = statement.tokens;
-    if (end - begin == 3 && tokens[begin + 1].isSymbol(".") &&
-        base::sameWord(tokens[begin].text, statement.tables.front().alias)) {
-        begin += 2;
-    }
-    if (end - begin != 1 || !tokens[begin].isName()) return std::nullopt;
-    return table.findColumn(tokens[begin].text);
-}
-
 std::optional<std::vector<std::size_t>> listedColumns(const Statement& statement,
                                                       const jet::TableInfo& table,
                                                       std::size_t from) {
@@ -49,7 +48,7 @@ std::optional<std::vector<std::size_t>> listedColumns(const Statement& statement
     std::size_t begin = 1;
     for (std::size_t at = 1; at <= from; ++at) {
         if (at < from && !statement.tokens[at].isSymbol(",")) continue;
-        const std::optional<std::size_t> column = columnOf(statement, table, begin, at);
+        const std::optional<std::size_t> column = columnNamed(statement, table, begin, at);
         if (!column) return std::nullopt;
         columns.push_back(*column);
         begin = at + 1;

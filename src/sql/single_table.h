@@ -19,6 +19,11 @@ struct SingleTableSelect {
     bool ordered = false;
 };
 
+/// The column that the tokens [begin, end) name: "column", "table.column".
+[[nodiscard]] std::optional<std::size_t> columnNamed(const Statement& statement,
+                                                     const jet::TableInfo& table, std::size_t begin,
+                                                     std::size_t end);
+
 /// Nothing for any other statement, and for one that names a column which the table does not have.
 [[nodiscard]] std::optional<SingleTableSelect> asSingleTable(const Statement& statement,
                                                              const jet::TableInfo& table);

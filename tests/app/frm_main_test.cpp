@@ -79,6 +79,34 @@ TEST_F(FrmMainTest, StartsWithNothingSelected) {
     EXPECT_FALSE(window->isVisible());
 }
 
+TEST_F(FrmMainTest, AFileThatIsGivenIsOpenedWithoutTheDialog) {
+    const QString path = form::toQt(scratch.copyOf(model("gem.mdb")).string());
+    EXPECT_TRUE(window->Form_Load(firstCopy, path));
+    EXPECT_EQ(state().databasePath, path.toStdString());
+    expectFreshStart();
+    EXPECT_TRUE(dialogs.messages.empty());
+    clickCategory(gem::CSTVSV);
+    EXPECT_GT(state().current.count(), 0);
+}
+
+TEST_F(FrmMainTest, AFileOfAnotherNameIsRefusedAsInTheDialogWhichThenOpens) {
+    const QString path = form::toQt(scratch.copyOf(model("gem.mdb")).string());
+    answerDialog(path);
+    EXPECT_TRUE(window->Form_Load(firstCopy, "/line3/other.mdb"));
+    EXPECT_EQ(dialogs.texts(), QStringList{"Please select correct GEM Database: GEM.MDB "});
+    EXPECT_EQ(dialogs.messages.front().icon, form::Icon::Exclamation);
+    EXPECT_EQ(state().databasePath, path.toStdString());
+    answerDialog(QString());
+    EXPECT_FALSE(window->Form_Load(firstCopy, "/line3/gem.txt"));
+    EXPECT_EQ(dialogs.texts().last(), "Please select the correct database type!");
+}
+
+TEST_F(FrmMainTest, ASecondCopyEndsWithItsFileToo) {
+    EXPECT_FALSE(window->Form_Load([] { return false; }, "/line3/gem.mdb"));
+    EXPECT_EQ(dialogs.texts(), QStringList{"Cannot run more than 1 copy of Stelvan application"});
+    EXPECT_EQ(state().databasePath, "");
+}
+
 TEST_F(FrmMainTest, SecondCopySaysSoAndEnds) {
     EXPECT_FALSE(window->Form_Load([] { return false; }));
     EXPECT_EQ(dialogs.texts(), QStringList{"Cannot run more than 1 copy of Stelvan application"});

@@ -16,7 +16,7 @@ from pathlib import Path
 # Lowest first; each is a folder of src/.
 FLOORS = [
     "base", "jet", "sql", "db", "gem", "model", "form", "checks", "links", "settings", "browser", "editing",
-    "app",
+    "tools", "app",
 ]
 PLAIN = FLOORS[:FLOORS.index("form")]
 # Rooms of a floor, lowest first, where a floor has rooms. What lies in the floor's own folder is its face:
@@ -25,6 +25,7 @@ ROOMS = {
     "jet": ["disk", "pages", "rows", "index", "tables", "check"],
     "browser": ["index", "grid"],
     "model": ["core", "check", "compare", "text", "publish"],
+    "tools": ["dialogs", "findings", "picture"],
 }
 # Beside the house: what each may look at. Tests may look at everything.
 GUESTS = {

@@ -7,6 +7,7 @@ if(benchmark_FOUND)
                           stelvan_jet SQLite::SQLite3 benchmark::benchmark)
     target_compile_definitions(stelvan_bench PRIVATE
         STELVAN_SOURCE_DIR="${CMAKE_SOURCE_DIR}" STELVAN_BINARY_DIR="${CMAKE_BINARY_DIR}")
+    add_dependencies(stelvan_bench gemdb)
     set_target_properties(stelvan_bench PROPERTIES AUTOMOC OFF)
 else()
     message(STATUS "Google Benchmark (package libbenchmark-dev) is absent: no target stelvan_bench")

@@ -43,4 +43,7 @@ private:
 /// Prints the table; true when every aim is met.
 bool printTable(const std::vector<Question>& questions, const MedianReporter& medians);
 
+/// Peak memory of each verb of gemdb over the whole model.
+void printModelMemory();
+
 }  // namespace stelvan::bench

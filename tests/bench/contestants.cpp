@@ -22,6 +22,13 @@ void buildAccessFile(const fs::path& file, std::size_t rows) {
     data::buildModel(file, schema, std::array{data::generateVariables(0, rows)});
 }
 
+void buildWholeModel(const fs::path& file, const data::ModelSize& size) {
+    const std::string texts = STELVAN_SOURCE_DIR "/data/";
+    std::vector<data::TableRows> rows = data::readTables(texts + "standard");
+    for (data::TableRows& more : data::generateModel(size)) rows.push_back(std::move(more));
+    data::buildModel(file, data::parseSchema(data::readText(texts + "schema.txt")), rows);
+}
+
 std::vector<std::vector<jet::ColumnValue>> valuesOf(const data::TableRows& rows,
                                                     const jet::TableInfo& table) {
     std::vector<std::vector<jet::ColumnValue>> values;
@@ -111,6 +118,18 @@ const fs::path& Files::hugeAccessFile() {
 const fs::path& Files::sqliteFile() {
     if (sqlite_.empty()) buildSqliteFile(sqlite_ = folder_ / "gem.sqlite", accessFile());
     return sqlite_;
+}
+
+const fs::path& Files::modelFile() {
+    if (model_.empty())
+        buildWholeModel(model_ = folder_ / "model.mdb",
+                        {.variables = kRows, .events = 2000, .alarms = 2000, .reports = 2000});
+    return model_;
+}
+
+const fs::path& Files::standardFile() {
+    if (standard_.empty()) buildWholeModel(standard_ = folder_ / "standard.mdb", {});
+    return standard_;
 }
 
 fs::path Files::copyOf(const fs::path& file) {

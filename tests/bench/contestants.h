@@ -29,12 +29,15 @@ public:
     [[nodiscard]] const std::filesystem::path& accessFile();
     [[nodiscard]] const std::filesystem::path& hugeAccessFile();  // four times the rows
     [[nodiscard]] const std::filesystem::path& sqliteFile();
+    /// A whole model: the standard's items, kRows variables, 2,000 events, alarms and reports.
+    [[nodiscard]] const std::filesystem::path& modelFile();
+    [[nodiscard]] const std::filesystem::path& standardFile();  // the standard's items alone
     /// A fresh copy, synced, that the caller may change; it replaces the copy before.
     [[nodiscard]] std::filesystem::path copyOf(const std::filesystem::path& file);
 
 private:
     Files();
-    std::filesystem::path folder_, access_, huge_, sqlite_;
+    std::filesystem::path folder_, access_, huge_, sqlite_, model_, standard_;
 };
 
 /// Decodes every value of every row of the variable table; a sum that depends on all of them.

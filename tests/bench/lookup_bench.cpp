@@ -5,6 +5,7 @@
 #include "db/connection.h"
 #include "db/current_records.h"
 #include "jet/rows/row_reader.h"
+#include "sql/engine.h"
 #include "tests/bench/contest.h"
 #include "tests/bench/contestants.h"
 
@@ -62,6 +63,24 @@ void clickOurs(benchmark::State& state) {
     }
 }
 
+constexpr const char* kCount = "SELECT COUNT(*) FROM secs_cusvar";
+constexpr const char* kGreatest = "SELECT MAX(var_id) FROM secs_cusvar";
+
+void askOurs(benchmark::State& state, const char* sql) {
+    jet::Database database = jet::Database::open(Files::get().accessFile(), jet::Access::ReadOnly);
+    sql::Engine engine(database);
+    for (auto _ : state) benchmark::DoNotOptimize(engine.select(sql));
+}
+
+void askSqlite(benchmark::State& state, const char* sql) {
+    Sqlite sqlite(Files::get().sqliteFile());
+    for (auto _ : state) sqlite.run(sql);
+}
+
+BENCHMARK_CAPTURE(askOurs, count, kCount)->Name("count all rows/stelvan")->UseRealTime();
+BENCHMARK_CAPTURE(askSqlite, count, kCount)->Name("count all rows/SQLite")->UseRealTime();
+BENCHMARK_CAPTURE(askOurs, max, kGreatest)->Name("the highest id/stelvan")->UseRealTime();
+BENCHMARK_CAPTURE(askSqlite, max, kGreatest)->Name("the highest id/SQLite")->UseRealTime();
 BENCHMARK(clickOurs)->Name("click on a category of 60,000 records/stelvan")->UseRealTime();
 BENCHMARK(openOurs)->Name("open, read one definition, close/stelvan")->UseRealTime();
 BENCHMARK(lookupOurs)->Name("look up a row by id/stelvan")->UseRealTime();

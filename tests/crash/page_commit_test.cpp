@@ -1,5 +1,6 @@
-// A unit of work is interrupted at every operation in every way; what is found afterwards is always
-// the file before it or after it.
+// A unit of work is interrupted at every operation in every way, the first of a program as well as
+// a later one, whose journal lies there already; what is found afterwards is always the file before
+// it or after it.
 
 #include <gtest/gtest.h>
 
@@ -23,7 +24,25 @@ const Generations kAfter{1, 2, 1, 1, 2, 2, 2, 1, 1, 1, 1, 2, 2, 2, 2};
 
 constexpr int kPowerCuts = 12;
 
-class InterruptedCommit : public ::testing::TestWithParam<Fault> {
+struct Case {
+    Fault fault;
+    bool later;  // the program has done units before
+};
+
+std::string nameOf(const ::testing::TestParamInfo<Case>& info) {
+    return std::to_string(static_cast<int>(info.param.fault)) +
+           (info.param.later ? "_later" : "_first");
+}
+
+template <typename Faults>
+std::vector<Case> casesOf(const Faults& faults) {
+    std::vector<Case> cases;
+    for (const Fault fault : faults)
+        for (const bool later : {false, true}) cases.push_back({fault, later});
+    return cases;
+}
+
+class InterruptedCommit : public ::testing::TestWithParam<Case> {
 protected:
     void SetUp() override { NumberedPages::create(original_, kPages); }
 
@@ -34,6 +53,20 @@ protected:
         fs::create_directory(folder);
         fs::copy_file(original_, folder / "gem.mdb");
         return folder / "gem.mdb";
+    }
+
+    /// The file as the program has it open before the unit that is interrupted.
+    static std::shared_ptr<jet::PageFile> open(const fs::path& path, FaultyFileSystem& files) {
+        auto file = jet::PageFile::open(path, jet::Access::ReadWrite, files);
+        if (GetParam().later) {
+            for (const std::uint64_t generation : {9u, 1u}) {
+                jet::WriteScope unit(file);
+                NumberedPages::write(*file, {2, 3, 4, 5, 6, 7, 8, 9, 10}, 0, generation);
+                unit.commit();
+            }
+        }
+        files.startOver(0, Fault::Stop);
+        return file;
     }
 
     static Outcome runUnit(jet::PageFile& file) {
@@ -55,7 +88,7 @@ protected:
     static void expectBeforeOrAfter(const Generations& found, Outcome outcome,
                                     const std::string& where) {
         const bool before = found == kBefore && mayBeBefore(outcome);
-        const bool after = found == kAfter && mayBeAfter(outcome, GetParam());
+        const bool after = found == kAfter && mayBeAfter(outcome, GetParam().fault);
         EXPECT_TRUE(before || after) << where << ": " << toText(found);
     }
 
@@ -78,7 +111,7 @@ protected:
     /// How many operations an undisturbed unit takes.
     std::uint64_t operationsOfOneUnit() {
         FaultyFileSystem files;
-        const auto file = jet::PageFile::open(freshCopy(), jet::Access::ReadWrite, files);
+        const auto file = open(freshCopy(), files);
         EXPECT_EQ(runUnit(*file), Outcome::Done);
         return files.operations();
     }
@@ -96,8 +129,8 @@ TEST_P(InterruptedCommit, LeavesTheFileAsBeforeOrAsAfter) {
         FaultyFileSystem files;
         Outcome outcome = Outcome::Done;
         {
-            const auto file = jet::PageFile::open(path, jet::Access::ReadWrite, files);
-            files.failAt(n, GetParam());
+            const auto file = open(path, files);
+            files.failAt(n, GetParam().fault);
             outcome = runUnit(*file);
         }
         expectSafeAgainstPowerCuts(files, outcome, where);
@@ -114,8 +147,8 @@ TEST_P(FailedCommit, LeavesTheSameProgramAbleToGoOn) {
     for (std::uint64_t n = 1; n <= operations; ++n) {
         const std::string where = "operation " + std::to_string(n);
         FaultyFileSystem files;
-        const auto file = jet::PageFile::open(freshCopy(), jet::Access::ReadWrite, files);
-        files.failAt(n, GetParam());
+        const auto file = open(freshCopy(), files);
+        files.failAt(n, GetParam().fault);
         const Outcome outcome = runUnit(*file);
         files.failAt(0, Fault::Stop);
         {
@@ -131,8 +164,10 @@ TEST_P(FailedCommit, LeavesTheSameProgramAbleToGoOn) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryFault, InterruptedCommit, ::testing::ValuesIn(kEveryFault));
-INSTANTIATE_TEST_SUITE_P(EveryFailure, FailedCommit, ::testing::ValuesIn(kEveryFailure));
+INSTANTIATE_TEST_SUITE_P(EveryFault, InterruptedCommit, ::testing::ValuesIn(casesOf(kEveryFault)),
+                         nameOf);
+INSTANTIATE_TEST_SUITE_P(EveryFailure, FailedCommit, ::testing::ValuesIn(casesOf(kEveryFailure)),
+                         nameOf);
 
 class InterruptedUndo : public InterruptedCommit {};
 
@@ -144,8 +179,8 @@ TEST_P(InterruptedUndo, IsFinishedByTheNextOne) {
             FaultyFileSystem files;
             Outcome outcome = Outcome::Done;
             {
-                const auto file = jet::PageFile::open(freshCopy(), jet::Access::ReadWrite, files);
-                files.failAt(n, GetParam());
+                const auto file = open(freshCopy(), files);
+                files.failAt(n, GetParam().fault);
                 files.stopAt(m);
                 outcome = runUnit(*file);
             }
@@ -159,7 +194,9 @@ TEST_P(InterruptedUndo, IsFinishedByTheNextOne) {
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryFault, InterruptedUndo,
-                         ::testing::Values(Fault::NoSpace, Fault::IoError));
+                         ::testing::ValuesIn(casesOf(std::initializer_list<Fault>{Fault::NoSpace,
+                                                                                  Fault::IoError})),
+                         nameOf);
 
 class InterruptedRecovery : public InterruptedCommit {};
 
@@ -170,7 +207,7 @@ TEST_P(InterruptedRecovery, CanBeTakenUpByTheNextOne) {
     for (std::uint64_t n = 1; n <= operations; ++n) {
         FaultyFileSystem files;
         {
-            const auto file = jet::PageFile::open(freshCopy(), jet::Access::ReadWrite, files);
+            const auto file = open(freshCopy(), files);
             files.failAt(n, Fault::Stop);
             runUnit(*file);
         }
@@ -181,7 +218,7 @@ TEST_P(InterruptedRecovery, CanBeTakenUpByTheNextOne) {
             fs::remove_all(again);
             fs::copy(cut, again);
             FaultyFileSystem second;
-            second.failAt(m, GetParam());
+            second.failAt(m, GetParam().fault);
             try {
                 const auto file =
                     jet::PageFile::open(again / "gem.mdb", jet::Access::ReadWrite, second);
@@ -201,7 +238,9 @@ TEST_P(InterruptedRecovery, CanBeTakenUpByTheNextOne) {
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryFault, InterruptedRecovery,
-                         ::testing::Values(Fault::Stop, Fault::StopTorn, Fault::IoError));
+                         ::testing::ValuesIn(casesOf(std::initializer_list<Fault>{
+                             Fault::Stop, Fault::StopTorn, Fault::IoError})),
+                         nameOf);
 
 }  // namespace
 }  // namespace stelvan::test

@@ -117,6 +117,14 @@ TEST_F(DiffTest, WritesAPageThatNeedsNothingBesideIt) {
     EXPECT_EQ(diff({"--html", out, "--json"}).status, 2);
 }
 
+TEST_F(DiffTest, PageNeverTakesThePlaceOfAModel) {
+    for (const std::string& file : {file_, std::string(other_)}) {
+        const std::string before = readFile(file);
+        expectFailure({"diff", file_, other_, "--html", file}, "is the model itself");
+        EXPECT_EQ(readFile(file), before);
+    }
+}
+
 TEST_F(DiffTest, APageThatCannotBeWrittenIsAFailure) {
     expectFailure({"diff", file_, other_, "--html", folder_.path() / "no" / "page.html"},
                   "/no/page.html");

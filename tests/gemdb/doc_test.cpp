@@ -88,6 +88,12 @@ TEST_F(DocTest, EveryItemOfTheModelStandsInItsOwnPlace) {
     }
 }
 
+TEST_F(DocTest, NeverWritesOverTheModel) {
+    const std::string before = readFile(file_);
+    expectFailure({"doc", file_, "-o", file_}, "is the model itself");
+    EXPECT_EQ(readFile(file_), before);
+}
+
 TEST_F(DocTest, EveryEventThatSendsReportsHasAPicture) {
     const pugi::xml_document page = parsed(doc(file_));
     EXPECT_TRUE(

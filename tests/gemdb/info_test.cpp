@@ -94,7 +94,8 @@ TEST_F(InfoTest, TellsOfAWaitingJournalAndLeavesIt) {
     std::copy_n(bytes + jet::commit_slots::kOffset, facts.slotsBefore.size(),
                 facts.slotsBefore.begin());
     facts.slotAfter = static_cast<std::uint16_t>(facts.slotBefore() + 1);
-    const std::vector<jet::Journal::Image> images = {{5, bytes + std::size_t{5} * 4096}};
+    const std::uint8_t* page = bytes + std::size_t{5} * 4096;
+    const std::vector<jet::Journal::Image> images = {{5, page, page}};
     journal.write(facts, images, 0644);
 
     const nlohmann::json waiting = info();
@@ -103,6 +104,9 @@ TEST_F(InfoTest, TellsOfAWaitingJournalAndLeavesIt) {
     EXPECT_NE(runGemdb({"info", file_}).out.find("waits"), std::string::npos);
     EXPECT_TRUE(journal.present());
     EXPECT_EQ(readFile(file_), before);
+
+    journal.noteForSure(jet::Journal::Stage::Finished);
+    EXPECT_EQ(info()["journalWaits"], false);
 }
 
 TEST_F(InfoTest, WhatIsNoDatabaseIsOneLine) {

@@ -28,6 +28,23 @@ TEST(JsonLine, EscapesWhatJsonDemandsAndControlCharacters) {
               "\"\xE6\xBC\xA2\xF0\x9F\x98\x80\"");
 }
 
+TEST(JsonLine, EscapesAtWhateverPlaceOfATextOfWhateverLength) {
+    const std::vector<std::pair<std::string, std::string>> special{
+        {"\"", R"(\")"}, {"\\", R"(\\)"},       {"\x1f", R"(\u001f)"},
+        {"\n", R"(\n)"}, {"\x7f", R"(\u007f)"}, {"\xED\xA0\x80", R"(\ud800)"}};
+    for (const auto& [stored, written] : special) {
+        for (std::size_t before = 0; before < 20; ++before) {
+            for (std::size_t after = 0; after < 20; ++after) {
+                const std::string front(before, ' ');
+                const std::string back(after, '\xC3');
+                ASSERT_EQ(json(front + stored + back), '"' + front + written + back + '"');
+                ASSERT_EQ(json(front + stored + stored + back),
+                          '"' + front + written + written + back + '"');
+            }
+        }
+    }
+}
+
 TEST(JsonLine, WritesHalfASurrogatePairAsAnEscape) {
     EXPECT_EQ(json(std::string("x\xED\xA0\x80y")), R"("x\ud800y")");
     EXPECT_EQ(json(std::string("\xED\xBF\xBF")), R"("\udfff")");

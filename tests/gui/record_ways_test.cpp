@@ -103,6 +103,20 @@ TEST_F(RecordWays, BackAndForwardLeadThroughTheRecordsSeen) {
     EXPECT_FALSE(tool(form::Tool::Back)->isEnabled());
 }
 
+TEST_F(RecordWays, BackLeadsFromWhatWasFoundToWhereOneWas) {
+    clickCategory(gem::CSTALM);
+    press(nav().cmdNext);
+    const QString alarm = shown("txtAlmID");
+    find(query("SELECT evt_id FROM secs_cusevent")[40]);
+    QTest::keyClick(aids().txtFind, Qt::Key_Return);
+    ASSERT_EQ(place(), "41 of 70");
+    tool(form::Tool::Back)->trigger();
+    EXPECT_EQ(state().category, gem::CSTALM);
+    EXPECT_EQ(shown("txtAlmID"), alarm);
+    tool(form::Tool::Forward)->trigger();
+    EXPECT_EQ(place(), "41 of 70");
+}
+
 TEST_F(RecordWays, BackPassesBySomethingThatIsGone) {
     clickCategory(gem::CSTEVT);
     press(nav().cmdNext);

@@ -29,8 +29,9 @@ public:
     std::vector<Asked> files;
     std::vector<Asked> folders;
     std::vector<Asked> saved;
-    std::deque<bool> answers;     // to confirm(); No when used up
-    std::deque<QString> choices;  // to openFile(), saveFile() and openFolder(); cancelled when used up
+    std::deque<bool> answers;  // to confirm(); No when used up
+    std::deque<QString>
+        choices;  // to openFile(), saveFile() and openFolder(); cancelled when used up
     std::function<void(const QString& text)> whileShown;  // runs while a box is open
 
     void message(const QString& text, form::Icon icon, const QString& title) override {

@@ -71,6 +71,10 @@ void FileLocks::reserve(bool reading) {
     if (!ended || hopeless) throwLocked("another program is changing it");
 }
 
+bool FileLocks::tryReserve() {
+    return file_->tryLock(kReserved, LockMode::Exclusive);
+}
+
 void FileLocks::unreserve() noexcept {
     file_->unlock(kReserved);
 }

@@ -36,6 +36,8 @@ public:
     /// Takes the writers' turn. With `reading`, a reader that must not wait for one who waits for
     /// it.
     void reserve(bool reading);
+    /// Takes it if nobody has it.
+    [[nodiscard]] bool tryReserve();
     void unreserve() noexcept;
 
     /// A reader with the turn waits until all other readers have left, and is alone.

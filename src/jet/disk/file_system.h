@@ -31,6 +31,7 @@ struct FileStatus {
     bool folder = false;
     bool writeBits = false;  // anybody at all may write, by the mode
     std::uint32_t permissions = 0;
+    std::uint32_t group = 0;  // the group that the middle three bits of them speak of
 };
 
 enum class LockMode { Shared, Exclusive };

@@ -12,6 +12,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "jet/disk/error.h"
@@ -30,6 +31,9 @@ public:
         }
         size_ = file.size();
     }
+
+    /// No page yet; errors name the file that the pages come from.
+    explicit MemoryPages(std::filesystem::path path) : path_(std::move(path)) {}
 
     /// One more page, before the first unit of work.
     void add(PageBytes bytes) {
@@ -84,7 +88,9 @@ private:
 
     Page& at(PageNumber page) {
         if (page >= bytes_.size()) {
-            throw Error(ErrorKind::Corrupt, "no page " + std::to_string(page), page);
+            throw Error(ErrorKind::Corrupt,
+                        "Page " + std::to_string(page) + " of '" + path_.string() + "' is missing.",
+                        page);
         }
         return bytes_[page];
     }

@@ -30,7 +30,8 @@ void PageCommit::syncSlot(std::uint16_t value) {
 void PageCommit::write(std::span<PageCache::Frame* const> changed, const Journal::Facts& facts) {
     std::vector<Journal::Image> images;
     for (const PageCache::Frame* frame : changed)
-        if (!frame->added) images.push_back({frame->page, frame->before->data()});
+        if (!frame->added)
+            images.push_back({frame->page, frame->before->data(), frame->bytes.data()});
     settled_ = true;
     try {
         journal_.write(facts, images, file_.status().permissions);
@@ -42,6 +43,7 @@ void PageCommit::write(std::span<PageCache::Frame* const> changed, const Journal
         writeSlot(0);
         writePages(changed);
         file_.sync();
+        journal_.note(Journal::Stage::PagesWritten);
         syncSlot(facts.slotAfter);
     } catch (const Error& fault) {
         undo(images, facts);
@@ -53,6 +55,16 @@ void PageCommit::write(std::span<PageCache::Frame* const> changed, const Journal
     } catch (...) {
         undo(images, facts);
         throw;
+    }
+    finishJournal();
+}
+
+void PageCommit::finishJournal() {
+    try {
+        journal_.note(Journal::Stage::Finished);
+        if (journal_.mayBeKept(file_.status())) return;
+    } catch (const Error&) {
+        // It cannot be kept then; without its note the commit slot tells.
     }
     dropJournal();
 }
@@ -81,7 +93,9 @@ void PageCommit::writePages(std::span<PageCache::Frame* const> changed) {
 
 void PageCommit::undo(std::span<const Journal::Image> images, const Journal::Facts& facts) {
     try {
-        // The slot first: while it holds the value after, the journal would count as done.
+        // First it must not count as good as done; nor, while the slot holds the value after, as
+        // done.
+        journal_.noteForSure(Journal::Stage::Pending);
         syncSlot(0);
         for (const Journal::Image& image : images)
             file_.writePages(image.page, std::span(&image.bytes, 1));
@@ -95,40 +109,76 @@ void PageCommit::undo(std::span<const Journal::Image> images, const Journal::Fac
     }
 }
 
-bool PageCommit::unfinished(const Journal::Saved& saved) {
+bool PageCommit::slotsFit(const Journal::Saved& saved) {
     const CommitSlots now = storedSlots();
     const CommitSlots& before = saved.facts().slotsBefore;
-    // Any other value than these two: the commit was completed, or the file has lived on without
-    // us.
-    const bool ownFits = ownSlot(now) == 0 || ownSlot(now) == ownSlot(before);
+    // Any other value of our own than these two: the commit was completed, or the file has lived
+    // on without us.
+    const bool pending = saved.stage() == Journal::Stage::Pending;
+    const bool ownFits = ownSlot(now) == 0 || (pending && ownSlot(now) == ownSlot(before));
     return ownFits && std::equal(now.begin() + sizeof(std::uint16_t), now.end(),
                                  before.begin() + sizeof(std::uint16_t));
 }
 
-bool PageCommit::mustPutBack() {
+// Each byte is the old or the new one; where all pages were written, the new one. Our own slot goes
+// its own way.
+bool PageCommit::pagesFit(const Journal::Saved& saved) {
+    std::array<std::uint8_t, kPageSize> before{};
+    std::array<std::uint8_t, kPageSize> after{};
+    std::array<std::uint8_t, kPageSize> now{};
+    for (std::size_t i = 0; i < saved.evidence(); ++i) {
+        const PageNumber page = saved.pages()[i];
+        saved.after(i, after);
+        saved.image(i, before);
+        if (saved.stage() == Journal::Stage::PagesWritten) before = after;
+        if (file_.readAt(std::uint64_t{page} * kPageSize, now) < kPageSize) return false;
+        if (page == 0) setCommitSlot(now, commitSlot(after));
+        for (std::size_t at = 0; at < kPageSize; ++at)
+            if (now[at] != before[at] && now[at] != after[at]) return false;
+    }
+    return true;
+}
+
+PageCommit::Duty PageCommit::dutyOf(const Journal::Saved& saved) {
+    const bool finished = saved.stage() == Journal::Stage::Finished;
+    if (finished || !slotsFit(saved) || !pagesFit(saved)) return Duty::None;
+    return saved.stage() == Journal::Stage::Pending ? Duty::PutBack : Duty::Complete;
+}
+
+bool PageCommit::mustSettle() {
+    if (journal_.finished() && journal_.kept()) return false;
     {
         const auto saved = journal_.read();
-        if (saved.has_value() && unfinished(*saved)) return true;
+        if (saved.has_value() && dutyOf(*saved) != Duty::None) return true;
     }
     dropJournal();
     return false;
 }
 
-void PageCommit::putBack() {
+void PageCommit::settle() {
     {
         const auto saved = journal_.read();
-        if (!saved.has_value() || !unfinished(*saved)) return;
-        std::array<std::uint8_t, kPageSize> page{};
-        const std::uint8_t* bytes = page.data();
-        for (std::size_t i = 0; i < saved->pages().size(); ++i) {
-            saved->image(i, page);
-            file_.writePages(saved->pages()[i], std::span(&bytes, 1));
+        const Duty duty = saved.has_value() ? dutyOf(*saved) : Duty::None;
+        if (duty == Duty::None) return;
+        if (duty == Duty::Complete) {
+            syncSlot(saved->facts().slotAfter);
+        } else {
+            putBack(*saved);
         }
-        file_.resize(saved->facts().sizeBefore);
-        syncSlot(saved->facts().slotBefore());
     }
     journal_.remove();
     files_.syncFolder(folder_);
+}
+
+void PageCommit::putBack(const Journal::Saved& saved) {
+    std::array<std::uint8_t, kPageSize> page{};
+    const std::uint8_t* bytes = page.data();
+    for (std::size_t i = 0; i < saved.pages().size(); ++i) {
+        saved.image(i, page);
+        file_.writePages(saved.pages()[i], std::span(&bytes, 1));
+    }
+    file_.resize(saved.facts().sizeBefore);
+    syncSlot(saved.facts().slotBefore());
 }
 
 }  // namespace stelvan::jet

@@ -1,12 +1,15 @@
 // How a unit of work reaches the file: all of it or nothing, whatever interrupts.
 //
-//   1. the old pages go to the journal, synced, its folder too
+//   1. the old pages go to the journal, synced; where it is new, its folder too
 //   2. the commit slot on page 0 becomes 0 ("being written"), the new pages are written, all is
-//   synced
+//   synced; the journal notes it
 //   3. the commit slot becomes its old value + 1, synced: from here on the unit is done
-//   4. the journal is removed
-// A fault before 3 is through puts the old pages back; where even that fails, the journal stays for
-// the next one who opens the file. The caller holds the exclusive lock throughout.
+//   4. the journal notes that, and stays for the next unit
+// Three syncs of data alone. A fault before 3 is through puts the old pages back; where even that
+// fails, the journal stays as it is for the next one who opens the file. Between 2 and 3 a program
+// that dies has as good as done it: whoever comes next sets the slot. The notes are not synced:
+// they matter when a program dies and its journal stays while others, who know nothing of it,
+// change the file. The caller holds the exclusive lock throughout.
 #pragma once
 
 #include <cstdint>
@@ -36,20 +39,33 @@ public:
 
     /// Is there a journal beside the file that has to be looked at?
     [[nodiscard]] bool leftOver() const { return journal_.present(); }
-    /// Does that journal hold pages that must be put back? If not, it is removed where that is
-    /// possible. A shared lock is enough.
-    [[nodiscard]] bool mustPutBack();
-    /// Puts them back. Throws DiskFull, ReadOnly, Io; can be repeated.
-    void putBack();
+    /// Does that journal tell of a unit that must be undone or completed? If not, and nobody keeps
+    /// it, it is removed where that is possible. A shared lock is enough.
+    [[nodiscard]] bool mustSettle();
+    /// Puts the old pages back, or sets the commit slot. Throws DiskFull, ReadOnly, Io; can be
+    /// repeated.
+    void settle();
+
+    /// Is there a journal that stays between units?
+    [[nodiscard]] bool keepsJournal() const { return journal_.open(); }
+    /// Gives it up. Needs the writers' turn.
+    void leave() { journal_.leave(); }
 
 private:
+    /// What a journal that is found asks for.
+    enum class Duty { None, PutBack, Complete };
+
     [[nodiscard]] CommitSlots storedSlots();
     void writeSlot(std::uint16_t value);
     void syncSlot(std::uint16_t value);
     void writePages(std::span<PageCache::Frame* const> changed);
     void undo(std::span<const Journal::Image> images, const Journal::Facts& facts);
     void dropJournal();
-    [[nodiscard]] bool unfinished(const Journal::Saved& saved);
+    void finishJournal();
+    [[nodiscard]] Duty dutyOf(const Journal::Saved& saved);
+    [[nodiscard]] bool slotsFit(const Journal::Saved& saved);
+    [[nodiscard]] bool pagesFit(const Journal::Saved& saved);
+    void putBack(const Journal::Saved& saved);
 
     OpenFile& file_;
     FileSystem& files_;

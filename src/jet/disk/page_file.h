@@ -11,7 +11,7 @@
 //      file.
 //   3. Commit writes all changed pages or none, whatever interrupts it: the old pages stand in a
 //      journal beside the file until the new ones are synced (journal.h).
-//   4. A journal found at the start of any scope is rolled back first.
+//   4. The journal of an unfinished commit, found at the start of any scope, is rolled back first.
 //   5. Write scopes nest. The outermost one is the unit of work: it alone writes, and once an inner
 //      one has ended without commit it can only be undone.
 //   6. When a unit does not reach the file, its pages are as before first; then what was kept by

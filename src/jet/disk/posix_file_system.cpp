@@ -79,6 +79,7 @@ FileStatus toStatus(const struct stat& raw) {
     status.folder = S_ISDIR(raw.st_mode);
     status.writeBits = (raw.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
     status.permissions = raw.st_mode & 0777;
+    status.group = raw.st_gid;
     return status;
 }
 

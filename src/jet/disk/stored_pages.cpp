@@ -38,6 +38,18 @@ StoredPages::StoredPages(FileSystem& files, std::filesystem::path path, const Fi
     commit_.emplace(files_, *file_, path_);
 }
 
+// Nobody is waited for: whoever has the turn removes the journal in the end.
+StoredPages::~StoredPages() {
+    if (!commit_->keepsJournal()) return;
+    try {
+        if (!locks_->tryReserve()) return;
+        commit_->leave();
+        locks_->unreserve();
+    } catch (...) {
+        // A finished journal that stays harms nobody.
+    }
+}
+
 Access StoredPages::access() const {
     return wanted_ && writable_ && files_.canCreateIn(folderOf(path_)) ? Access::ReadWrite
                                                                        : Access::ReadOnly;
@@ -205,7 +217,7 @@ void StoredPages::enter(bool withTurn) {
     }
 }
 
-void StoredPages::putBack(bool withTurn) {
+void StoredPages::settle(bool withTurn) {
     if (!writable_)
         throw Error(
             ErrorKind::ReadOnly,
@@ -222,7 +234,7 @@ void StoredPages::putBack(bool withTurn) {
         if (!withTurn) locks_->share();
         locks_->exclude();
         const UserEntry entry(files_, path_);
-        commit_->putBack();
+        commit_->settle();
     } catch (...) {
         if (!withTurn) locks_->unreserve();
         locks_->readmit();
@@ -258,8 +270,8 @@ void StoredPages::lookAfresh(bool withTurn) {
     // Unchanged means that no writer has got as far as the file: a journal beside it could say
     // nothing.
     if (stamp == stamp_ && !stamp_.young && !unsettled_) return;
-    if (commit_->leftOver() && commit_->mustPutBack()) {
-        putBack(withTurn);
+    if (commit_->leftOver() && commit_->mustSettle()) {
+        settle(withTurn);
         stamp = currentStamp();
     }
     unsettled_ = false;

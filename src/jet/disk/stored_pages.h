@@ -26,6 +26,9 @@ public:
     /// error here.
     StoredPages(FileSystem& files, std::filesystem::path path, const FileStatus& status,
                 Access wanted);
+    ~StoredPages() override;
+    StoredPages(const StoredPages&) = delete;
+    StoredPages& operator=(const StoredPages&) = delete;
 
     /// Another handle joins and wants this access; in force from the next outermost scope on.
     void want(Access access);
@@ -74,7 +77,7 @@ private:
     [[noreturn]] void throwBeyondEnd(PageNumber page) const;
 
     void enter(bool withTurn);
-    void putBack(bool withTurn);
+    void settle(bool withTurn);
     void leave() noexcept;
     [[nodiscard]] Stamp currentStamp();
     void lookAfresh(bool withTurn);

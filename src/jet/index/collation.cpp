@@ -256,6 +256,12 @@ void appendTextKey(std::vector<std::uint8_t>& key, std::string_view text, bool a
     key.push_back(kKeyEnd);
 }
 
+bool hasPlainKey(std::string_view text) {
+    const std::string_view counted = base::withoutTrailingBlanks(text);
+    return counted.size() <= kMaxKeyUnits &&
+           std::ranges::all_of(counted, [](char c) { return plainWeight(c) != 0; });
+}
+
 // What both texts share at their beginning weighs the same in both, so the first two characters
 // with different letters decide, unless one of them is more than a plain letter.
 int compareText(std::string_view left, std::string_view right) {

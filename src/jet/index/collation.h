@@ -32,6 +32,10 @@ enum class ExpansionCount { Letters, Once };
 void appendTextKey(std::vector<std::uint8_t>& key, std::string_view text, bool ascending,
                    ExpansionCount count = ExpansionCount::Letters);
 
+/// Whether the text's key is that of its letters alone: no other text has a key that is the same up
+/// to where letters end, but for one that is greater.
+[[nodiscard]] bool hasPlainKey(std::string_view text);
+
 /// Negative, zero or positive as `left` stands before, with or after `right` in the file's order.
 /// Zero exactly where the keys are equal, but without the limit of 255 units.
 [[nodiscard]] int compareText(std::string_view left, std::string_view right);

@@ -146,6 +146,10 @@ KeyEncoder::KeyEncoder(std::span<const ColumnInfo> columns, std::span<const Inde
     }
 }
 
+std::uint8_t KeyEncoder::valueFlag(std::size_t part) const {
+    return parts_[part].ascending ? kValueAscending : kValueDescending;
+}
+
 void KeyEncoder::encode(std::span<const ValueView> values, IndexKey& key) const {
     encodeCounting(values, ExpansionCount::Letters, key);
 }
@@ -179,7 +183,7 @@ void KeyEncoder::encodeCounting(std::span<const ValueView> values, ExpansionCoun
             continue;
         }
         key.allNull = false;
-        key.bytes.push_back(part.ascending ? kValueAscending : kValueDescending);
+        key.bytes.push_back(valueFlag(i));
         appendValue(key.bytes, part.type, isNull(values[i]) ? ValueView(false) : values[i],
                     part.ascending, count);
     }

@@ -40,6 +40,9 @@ public:
     /// The position in the table's columns from which part `part` takes its value.
     [[nodiscard]] std::size_t column(std::size_t part) const { return parts_[part].column; }
 
+    /// The byte with which the part of a value (not Null) begins.
+    [[nodiscard]] std::uint8_t valueFlag(std::size_t part) const;
+
     /// The key of a row from its values in the order of the index's columns; with fewer values than
     /// parts, the bytes with which every key of such rows begins. Reuses the memory of `key`.
     /// Throws TypeMismatch for a value that is not of the column's type.

@@ -16,14 +16,26 @@ std::uint64_t loadWord(const std::uint8_t* at) {
     return word;
 }
 
+// How many bits are set in each 16 of a word, side by side: sums over a whole page still fit, and
+// processors that have no instruction for it do several words at a time.
+std::uint64_t onesInQuarters(std::uint64_t word) {
+    word -= word >> 1 & 0x5555'5555'5555'5555;
+    word = (word & 0x3333'3333'3333'3333) + (word >> 2 & 0x3333'3333'3333'3333);
+    word = (word + (word >> 4)) & 0x0F0F'0F0F'0F0F'0F0F;
+    return (word & 0x00FF'00FF'00FF'00FF) + (word >> 8 & 0x00FF'00FF'00FF'00FF);
+}
+
+std::uint64_t sumOfQuarters(std::uint64_t quarters) {
+    return (quarters & 0xFFFF) + (quarters >> 16 & 0xFFFF) + (quarters >> 32 & 0xFFFF) +
+           (quarters >> 48);
+}
+
 }  // namespace
 
 void makeEntry(Bytes key, RowId row, EntryBytes& entry) {
-    entry.assign(key.begin(), key.end());
-    entry.push_back(static_cast<std::uint8_t>(row.page >> 16));
-    entry.push_back(static_cast<std::uint8_t>(row.page >> 8));
-    entry.push_back(static_cast<std::uint8_t>(row.page));
-    entry.push_back(row.slot);
+    entry.resize(key.size() + index_page::kRowPointer);
+    std::ranges::copy(key, entry.begin());
+    putU32(entry, key.size(), __builtin_bswap32(row.page << 8 | row.slot));
 }
 
 RowId rowOfEntry(Bytes entry) {
@@ -75,7 +87,8 @@ IndexPage::IndexPage(PageBytes bytes, PageNumber number, PageNumber definition)
     }
     const bool marked = (maskWord(end_ / kWordBits) >> (end_ % kWordBits) & 1) != 0;
     if (!marked) damaged("its last entry does not end where its free space begins.");
-    if (prefix_ > endOf(0)) damaged("its entries share more bytes than the first one has.");
+    if (prefix_ != 0 && prefix_ > endOf(0))
+        damaged("its entries share more bytes than the first one has.");
 }
 
 // Positions are below the size of the entry area, so that the word lies within the page.
@@ -102,19 +115,26 @@ std::size_t IndexPage::startOf(std::size_t within) const {
     return word * kWordBits + kWordBits - 1 - static_cast<std::size_t>(std::countl_zero(bits));
 }
 
+std::size_t IndexPage::entryCount() const {
+    if (empty()) return 0;
+    std::uint64_t quarters = 0;
+    for (std::size_t word = 0; word < end_ / kWordBits; ++word)
+        quarters += onesInQuarters(maskWord(word));
+    const std::uint64_t upToEnd = maskWord(end_ / kWordBits) << (kWordBits - 1 - end_ % kWordBits);
+    return static_cast<std::size_t>(sumOfQuarters(quarters + onesInQuarters(upToEnd)));
+}
+
 Bytes IndexPage::stored(std::size_t start) const {
     return entryArea().subspan(start, endOf(start) - start);
 }
 
-void IndexPage::copyEntry(std::size_t start, EntryBytes& entry) const {
+void IndexPage::appendEntry(std::size_t start, EntryBytes& entries) const {
     const Bytes bytes = stored(start);
-    entry.clear();
-    if (start != 0)
-        entry.assign(entryArea().begin(),
-                     entryArea().begin() + static_cast<std::ptrdiff_t>(prefix_));
-    entry.insert(entry.end(), bytes.begin(), bytes.end());
+    const Bytes shared = start == 0 ? Bytes() : sharedPrefix();
     const std::size_t least = index_page::kRowPointer + (leaf_ ? 0 : index_page::kChild);
-    if (entry.size() < least) damaged("an entry of its index is too short.");
+    if (shared.size() + bytes.size() < least) damaged("an entry of its index is too short.");
+    entries.insert(entries.end(), shared.begin(), shared.end());
+    entries.insert(entries.end(), bytes.begin(), bytes.end());
 }
 
 PageNumber IndexPage::child(std::size_t start) const {

@@ -50,13 +50,15 @@ inline constexpr std::size_t kChild = 4;       // big-endian child page after th
 using EntryBytes = std::vector<std::uint8_t>;
 
 /// The way to a place in an index: pages from the root down to a leaf, and in each the entry that
-/// stands there, in nodes the one whose child was taken. Good until the index is changed.
+/// stands there, in nodes the one whose child was taken. Good until the index is changed; kept for
+/// many changes, it saves their memory.
 struct IndexPlace {
     struct Step {
         PageNumber page = 0;
         std::size_t position = 0;
     };
     std::vector<Step> steps;
+    EntryBytes entry;  // the one that is added there
 };
 
 /// A whole entry: key bytes, then the row pointer in the order in which it sorts.
@@ -89,11 +91,19 @@ public:
     [[nodiscard]] std::size_t startOf(std::size_t within) const;
     [[nodiscard]] std::size_t lastStart() const { return startOf(end_ - 1); }
 
+    /// How many entries the mask tells of.
+    [[nodiscard]] std::size_t entryCount() const;
+
     /// The bytes of an entry as they stand in the page, without the prefix unless it is the first.
     [[nodiscard]] Bytes stored(std::size_t start) const;
 
     /// The whole entry: key and row pointer, in a node the child too.
-    void copyEntry(std::size_t start, EntryBytes& entry) const;
+    void copyEntry(std::size_t start, EntryBytes& entry) const {
+        entry.clear();
+        appendEntry(start, entry);
+    }
+    /// The same behind what `entries` holds already.
+    void appendEntry(std::size_t start, EntryBytes& entries) const;
 
     /// The page below an entry of a node, at end() the tail child.
     [[nodiscard]] PageNumber child(std::size_t start) const;

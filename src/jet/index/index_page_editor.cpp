@@ -37,12 +37,17 @@ public:
 
     /// Ends behind `position` move up by `size`; none is behind `end`.
     void open(std::size_t position, std::size_t size, std::size_t end) {
-        for (std::size_t word = (end + size) / kWordBits + 1; word-- > position / kWordBits;) {
-            const std::size_t start = word * kWordBits;
-            const std::uint64_t moved = start + kWordBits <= size ? 0 : bitsBefore(start, size);
-            const std::uint64_t behind = above(position, start);
-            words_[word] = (words_[word] & ~behind) | (moved & above(position + size, start));
+        const std::size_t first = position / kWordBits;
+        const std::size_t whole = size / kWordBits;
+        const std::size_t rest = size % kWordBits;
+        const std::uint64_t before = words_[first] & ~above(position, first * kWordBits);
+        words_[first] ^= before;
+        for (std::size_t word = (end + size) / kWordBits + 1; word-- > first;) {
+            const std::uint64_t high = word >= first + whole ? words_[word - whole] : 0;
+            const std::uint64_t low = word > first + whole ? words_[word - whole - 1] : 0;
+            words_[word] = rest == 0 ? high : high << rest | low >> (kWordBits - rest);
         }
+        words_[first] |= before;
     }
 
     /// Ends behind `position` and up to `size` bytes further vanish; those behind
@@ -65,11 +70,6 @@ private:
         if (shift != 0 && word + 1 < kWords) bits |= words_[word + 1] << (kWordBits - shift);
         return bits;
     }
-    // 64 bits from bit `start - size` on, where that may lie before the first.
-    [[nodiscard]] std::uint64_t bitsBefore(std::size_t start, std::size_t size) const {
-        if (start >= size) return bitsFrom(start - size);
-        return words_[0] << (size - start);
-    }
 
     WritablePageBytes page_;
     std::array<std::uint64_t, kWords> words_{};
@@ -78,15 +78,21 @@ private:
 }  // namespace
 
 EntryList::EntryList(const IndexPage& page) {
-    EntryBytes entry;
+    constexpr std::size_t kUsualEntries = 128;
     bytes_.reserve(2 * index_page::kEntriesSize);
-    for (std::size_t start = 0; start < page.end(); start = page.endOf(start)) {
-        page.copyEntry(start, entry);
-        bytes_.insert(bytes_.end(), entry.begin(), entry.end());
-        starts_.push_back(bytes_.size());
+    starts_.reserve(kUsualEntries);
+    positions_.reserve(kUsualEntries);
+    for (std::size_t start = 0; start < page.end(); start = page.endOf(start))
         positions_.push_back(start);
-    }
     positions_.push_back(page.end());
+    append(page);
+}
+
+void EntryList::append(const IndexPage& page) {
+    for (std::size_t start = 0; start < page.end(); start = page.endOf(start)) {
+        page.appendEntry(start, bytes_);
+        starts_.push_back(bytes_.size());
+    }
 }
 
 std::size_t EntryList::indexOf(std::size_t position) const {

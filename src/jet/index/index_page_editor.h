@@ -26,6 +26,8 @@ public:
     /// The index of the entry that starts at a position of the page the list was made from.
     [[nodiscard]] std::size_t indexOf(std::size_t position) const;
     void insert(std::size_t index, Bytes entry);
+    /// All entries of another page behind those that are there.
+    void append(const IndexPage& page);
 
     /// The longest prefix that the entries [first, last) may have in a page. `behind` is the size
     /// of what follows the key in each.

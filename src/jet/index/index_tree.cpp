@@ -62,14 +62,25 @@ bool TreeCursor::inRange() const {
            std::equal(bound_.begin(), bound_.end(), current.begin());
 }
 
-PageNumber IndexTree::descend(Bytes wanted, IndexPlace* place) const {
+IndexPage IndexTree::descend(Bytes wanted) const {
     PageNumber number = root_;
     for (std::size_t level = 0; level < kMaxLevels; ++level) {
         const IndexPage page(file_->read(number), number, definition_);
-        if (page.isLeaf() && place == nullptr) return number;
+        if (page.isLeaf()) return page;
+        number = page.child(page.lowerBound(wanted));
+    }
+    throwCorrupt(root_, "its index has no leaves.");
+}
+
+IndexPage IndexTree::findPlace(Bytes wanted, IndexPlace& place) const {
+    place.steps.clear();
+    place.steps.reserve(kUsualLevels);
+    PageNumber number = root_;
+    for (std::size_t level = 0; level < kMaxLevels; ++level) {
+        const IndexPage page(file_->read(number), number, definition_);
         const std::size_t position = page.lowerBound(wanted);
-        if (place != nullptr) place->steps.push_back({number, position});
-        if (page.isLeaf()) return number;
+        place.steps.push_back({number, position});
+        if (page.isLeaf()) return page;
         number = page.child(position);
     }
     throwCorrupt(root_, "its index has no leaves.");
@@ -79,7 +90,7 @@ TreeCursor IndexTree::cursor(Bytes from, Bytes bound, bool exact) const {
     TreeCursor cursor(*file_, definition_);
     cursor.bound_.assign(bound.begin(), bound.end());
     cursor.exact_ = exact;
-    cursor.loadLeaf(descend(from));
+    cursor.loadLeaf(descend(from).number());
     cursor.position_ = IndexPage(cursor.page_, cursor.leaf_, definition_).lowerBound(from);
     return cursor;
 }
@@ -103,10 +114,8 @@ TreeCursor IndexTree::startingAt(Bytes from) const {
 // The first entry that is not below `wanted`, behind empty leaves too; none at the end of the
 // index.
 std::optional<IndexTree::Spot> IndexTree::locate(Bytes wanted) const {
-    PageNumber number = descend(wanted);
-    IndexPage page(file_->read(number), number, definition_);
-    std::size_t position = page.lowerBound(wanted);
-    return settle({number, position});
+    const IndexPage leaf = descend(wanted);
+    return settle({leaf.number(), leaf.lowerBound(wanted)});
 }
 
 std::optional<IndexTree::Spot> IndexTree::settle(Spot spot) const {
@@ -120,12 +129,15 @@ std::optional<IndexTree::Spot> IndexTree::settle(Spot spot) const {
 }
 
 std::optional<RowId> IndexTree::rowUnder(Bytes key, Spot spot) const {
-    const IndexPage page(file_->read(spot.leaf), spot.leaf, definition_);
-    if (!page.hasKey(spot.position, key)) return std::nullopt;
-    const Bytes stored = page.stored(spot.position);
+    return rowUnder(key, IndexPage(file_->read(spot.leaf), spot.leaf, definition_), spot.position);
+}
+
+std::optional<RowId> IndexTree::rowUnder(Bytes key, const IndexPage& page, std::size_t position) {
+    if (!page.hasKey(position, key)) return std::nullopt;
+    const Bytes stored = page.stored(position);
     if (stored.size() >= index_page::kRowPointer) return rowOfEntry(stored);
     EntryBytes entry;
-    page.copyEntry(spot.position, entry);
+    page.copyEntry(position, entry);
     return rowOfEntry(entry);
 }
 
@@ -136,10 +148,46 @@ std::optional<RowId> IndexTree::find(Bytes key) const {
 }
 
 std::optional<RowId> IndexTree::find(Bytes key, IndexPlace& place) const {
-    place = placeOf(key);
-    const std::optional<Spot> spot = settle({place.steps.back().page, place.steps.back().position});
+    const IndexPage leaf = findPlace(key, place);
+    const std::size_t position = place.steps.back().position;
+    if (position < leaf.end()) return rowUnder(key, leaf, position);
+    const std::optional<Spot> spot = settle({leaf.number(), position});
     if (!spot) return std::nullopt;
     return rowUnder(key, *spot);
+}
+
+// Empty leaves may stand before the one that has it.
+std::optional<EntryBytes> IndexTree::lastBelow(Bytes bound) const {
+    const IndexPage leaf = descend(bound);
+    PageNumber number = leaf.number();
+    std::size_t end = leaf.lowerBound(bound);
+    for (PageNumber seen = 0; seen <= file_->pageCount(); ++seen) {
+        const IndexPage page(file_->read(number), number, definition_);
+        if (seen > 0) end = page.end();
+        if (end > 0) {
+            EntryBytes entry;
+            page.copyEntry(page.startOf(end - 1), entry);
+            return entry;
+        }
+        if (page.previous() == 0) return std::nullopt;
+        number = page.previous();
+    }
+    throwCorrupt(number, "the leaves of its index run in a circle.");
+}
+
+std::uint64_t IndexTree::countEntries(const std::function<void()>& afterPage) const {
+    std::uint64_t count = 0;
+    PageNumber number = descend({}).number();
+    for (PageNumber seen = 0; seen <= file_->pageCount(); ++seen) {
+        const IndexPage page(file_->read(number), number, definition_);
+        if (!page.isLeaf()) throwCorrupt(number, "it should be a leaf of an index.");
+        count += page.entryCount();
+        const PageNumber next = page.next();
+        if (next == 0) return count;
+        number = next;
+        afterPage();
+    }
+    throwCorrupt(number, "the leaves of its index run in a circle.");
 }
 
 bool IndexTree::holdsOther(Bytes key, RowId self) const {
@@ -162,34 +210,29 @@ bool IndexTree::contains(Bytes key, RowId row) const {
 }
 
 bool IndexTree::insert(Bytes key, RowId row) {
-    EntryBytes entry;
-    makeEntry(key, row, entry);
-    return writer(placeOf(entry)).insert(entry);
+    IndexPlace place;
+    return insert(key, row, place);
 }
 
-bool IndexTree::insert(Bytes key, RowId row, IndexPlace place) {
-    EntryBytes entry;
-    makeEntry(key, row, entry);
-    return writer(std::move(place)).insert(entry);
+bool IndexTree::insert(Bytes key, RowId row, IndexPlace& place) {
+    makeEntry(key, row, place.entry);
+    if (place.steps.empty()) findPlace(place.entry, place);
+    const bool grown = writer(place).insert(place.entry);
+    place.steps.clear();
+    return grown;
 }
 
 void IndexTree::remove(Bytes key, RowId row) {
-    EntryBytes entry;
-    makeEntry(key, row, entry);
-    writer(placeOf(entry)).remove(entry);
-}
-
-IndexPlace IndexTree::placeOf(Bytes wanted) const {
     IndexPlace place;
-    place.steps.reserve(kUsualLevels);
-    descend(wanted, &place);
-    return place;
+    makeEntry(key, row, place.entry);
+    findPlace(place.entry, place);
+    writer(place).remove(place.entry);
 }
 
-IndexTreeWriter IndexTree::writer(IndexPlace place) const {
+IndexTreeWriter IndexTree::writer(IndexPlace& place) const {
     if (pages_ == nullptr)
         throw Error(ErrorKind::Misuse, "This index was opened for reading only.");
-    return {*file_, root_, definition_, *pages_, std::move(place)};
+    return {*file_, root_, definition_, *pages_, place.steps};
 }
 
 void IndexTree::makeRoot(WritablePageBytes page, PageNumber definition) {

@@ -11,6 +11,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -89,6 +90,13 @@ public:
     /// The same; where there is none, `place` is where the key belongs.
     [[nodiscard]] std::optional<RowId> find(Bytes key, IndexPlace& place) const;
 
+    /// The last entry whose key is below `bound`: key and row pointer.
+    [[nodiscard]] std::optional<EntryBytes> lastBelow(Bytes bound) const;
+
+    /// How many entries there are. `afterPage` is called behind each leaf: nothing read before is
+    /// looked at again.
+    [[nodiscard]] std::uint64_t countEntries(const std::function<void()>& afterPage) const;
+
     /// Whether a row other than `self` stands under exactly this key.
     [[nodiscard]] bool holdsOther(Bytes key, RowId self) const;
 
@@ -100,8 +108,9 @@ public:
     /// the key is too long.
     bool insert(Bytes key, RowId row);
 
-    /// The same for a key that find() has just not found: the way down is known.
-    bool insert(Bytes key, RowId row, IndexPlace place);
+    /// The same for a key that find() has just not found: the way down is known. Without steps it
+    /// is looked for; there are none left in the end.
+    bool insert(Bytes key, RowId row, IndexPlace& place);
 
     /// Removes an entry. Throws Corrupt when it is not there.
     void remove(Bytes key, RowId row);
@@ -115,13 +124,16 @@ private:
         std::size_t position;
     };
 
-    [[nodiscard]] IndexTreeWriter writer(IndexPlace place) const;
-    PageNumber descend(Bytes wanted, IndexPlace* place = nullptr) const;
-    [[nodiscard]] IndexPlace placeOf(Bytes wanted) const;
+    [[nodiscard]] IndexTreeWriter writer(IndexPlace& place) const;
+    [[nodiscard]] IndexPage descend(Bytes wanted) const;
+    /// Fills the steps of `place`; the leaf that the last of them stands on.
+    IndexPage findPlace(Bytes wanted, IndexPlace& place) const;
     [[nodiscard]] TreeCursor cursor(Bytes from, Bytes bound, bool exact) const;
     [[nodiscard]] std::optional<Spot> locate(Bytes wanted) const;
     [[nodiscard]] std::optional<Spot> settle(Spot spot) const;
     [[nodiscard]] std::optional<RowId> rowUnder(Bytes key, Spot spot) const;
+    [[nodiscard]] static std::optional<RowId> rowUnder(Bytes key, const IndexPage& page,
+                                                       std::size_t position);
 
     PageFile* file_;
     PageNumber root_;

@@ -8,6 +8,11 @@ namespace stelvan::jet {
 
 namespace {
 
+// A leaf with less than this looks for a neighbour to be joined with; together they must leave room
+// for entries to come.
+constexpr std::size_t kSparse = index_page::kEntriesSize / 3;
+constexpr std::size_t kMostMerged = index_page::kEntriesSize / 4 * 3;
+
 Bytes boundOf(const EntryBytes& separator) {
     return Bytes(separator).first(separator.size() - index_page::kChild);
 }
@@ -21,7 +26,45 @@ void IndexTreeWriter::remove(Bytes entry) {
         throwCorrupt(place.page, "its index does not hold a row of the table.");
     }
     editor(place.page).erase(place.position);
-    if (path_.size() > 1 && page(place.page).empty()) removePage(path_.size() - 1);
+    if (path_.size() == 1) return;
+    const IndexPage rest = page(place.page);
+    if (rest.empty()) {
+        removePage(path_.size() - 1);
+    } else if (rest.end() < kSparse) {
+        mergeLeaf();
+    }
+}
+
+// Entries go to the right, so that what bounds them from above stays right. Only neighbours below
+// the same node are looked at.
+void IndexTreeWriter::mergeLeaf() {
+    const std::size_t level = path_.size() - 1;
+    Step& above = path_[level - 1];
+    Step& leaf = path_[level];
+    const IndexPage parent = page(above.page);
+    if (above.position < parent.end()) {
+        const PageNumber right = parent.child(parent.endOf(above.position));
+        if (moveEntries(leaf.page, right)) return removePage(level);
+    }
+    if (above.position == 0) return;
+    const std::size_t before = parent.startOf(above.position - 1);
+    const PageNumber left = parent.child(before);
+    if (!moveEntries(left, leaf.page)) return;
+    above.position = before;
+    leaf.page = left;
+    removePage(level);
+}
+
+// Puts the entries of a leaf in front of those of its right neighbour where both fit with some room
+// to spare.
+bool IndexTreeWriter::moveEntries(PageNumber from, PageNumber into) {
+    const IndexPage left = page(from);
+    const IndexPage right = page(into);
+    if (!left.isLeaf() || !right.isLeaf()) throwCorrupt(into, "it should be a leaf of an index.");
+    if (left.end() + right.end() > kMostMerged) return false;
+    EntryList entries(left);
+    entries.append(right);
+    return editor(into).rebuild(entries, 0, entries.size());
 }
 
 // Takes a page without content out of the tree.

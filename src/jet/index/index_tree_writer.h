@@ -1,9 +1,9 @@
 // One change of an index tree: an entry in or out, with all that follows for the pages above.
 //
 // A full page is split so that its upper part keeps the page number: the entry above it stays
-// right, and one for the new page with the lower part is put in front of it. A leaf that loses its
-// last entry is taken out of the tree, and a node left with nothing but its tail child is joined
-// with a neighbour.
+// right, and one for the new page with the lower part is put in front of it. A leaf that becomes
+// sparse is joined with a neighbour that has room, one that loses its last entry is taken out of
+// the tree, and a node left with nothing but its tail child is joined with a neighbour, too.
 #pragma once
 
 #include <cstddef>
@@ -18,14 +18,10 @@ namespace stelvan::jet {
 
 class IndexTreeWriter {
 public:
-    /// `place` is where the entry stands, or where it belongs.
+    /// `path` leads to where the entry stands, or where it belongs; it is used up.
     IndexTreeWriter(PageFile& file, PageNumber root, PageNumber definition, PageAllocator& pages,
-                    IndexPlace place)
-        : file_(file),
-          root_(root),
-          definition_(definition),
-          pages_(pages),
-          path_(std::move(place.steps)) {}
+                    std::vector<IndexPlace::Step>& path)
+        : file_(file), root_(root), definition_(definition), pages_(pages), path_(path) {}
 
     /// See IndexTree. Throws Misuse where the entry does not belong to the place.
     bool insert(Bytes entry);
@@ -54,6 +50,8 @@ private:
                   const EntryList& entries);
     void linkBefore(PageNumber left, PageNumber right);
 
+    void mergeLeaf();
+    [[nodiscard]] bool moveEntries(PageNumber from, PageNumber into);
     void removePage(std::size_t level);
     void removeChild(std::size_t level);
     void collapseRoot();
@@ -68,7 +66,7 @@ private:
     PageNumber root_;
     PageNumber definition_;
     PageAllocator& pages_;
-    std::vector<Step> path_;
+    std::vector<Step>& path_;
 };
 
 /// The entry of a node that leads to `child`: the key and row pointer of `bound`, then the child's

@@ -9,24 +9,39 @@ constexpr std::size_t kOrdinaryRow = 1024;
 constexpr int kMaxTries = 8;
 // Less room than this is not worth a place on the list.
 constexpr std::size_t kWorthListing = 64;
-}  // namespace
+// A page with fewer slots has room for more: deleted ones are looked for beyond that only.
+constexpr std::size_t kManySlots = 64;
 
-bool SlotStore::hasRoom(PageNumber page, std::size_t length) {
-    return readOwnedPage(*file_, page, owner_).fits(length);
+/// A deleted slot that a row of this length can take.
+std::optional<std::uint8_t> reusableSlot(const DataPage& page, std::size_t length) {
+    if (page.slotCount() < kManySlots) return std::nullopt;
+    for (std::size_t i = 0; i < page.slotCount() && i < data_page::kMaxSlots; ++i) {
+        const Slot slot = page.slot(i);
+        if (slot.deleted() && slot.length + page.freeBytes() >= length)
+            return static_cast<std::uint8_t>(i);
+    }
+    return std::nullopt;
 }
 
-PageNumber SlotStore::pageFor(std::size_t length) {
-    if (last_ != 0 && hasRoom(last_, length)) return last_;
-    if (const auto listed = listedPageFor(length)) return *listed;
+}  // namespace
+
+bool SlotStore::hasRoom(PageNumber page, Wanted row) {
+    const DataPage data = readOwnedPage(*file_, page, owner_);
+    return data.fits(row.length) || (row.reuse && reusableSlot(data, row.length));
+}
+
+PageNumber SlotStore::pageFor(Wanted row) {
+    if (last_ != 0 && hasRoom(last_, row)) return last_;
+    if (const auto listed = listedPageFor(row)) return *listed;
     return newPage();
 }
 
-std::optional<PageNumber> SlotStore::listedPageFor(std::size_t length) {
+std::optional<PageNumber> SlotStore::listedPageFor(Wanted row) {
     UsageMapEditor list(*file_, freeMap_.none() ? ownedMap_ : freeMap_);
     auto page = list.next(0);
     for (int tries = 0; page && tries < kMaxTries; ++tries) {
-        if (hasRoom(*page, length)) return page;
-        if (!freeMap_.none() && length <= kOrdinaryRow) list.remove(*page);
+        if (hasRoom(*page, row)) return page;
+        if (!freeMap_.none() && row.length <= kOrdinaryRow) list.remove(*page);
         page = list.next(*page + 1);
     }
     return std::nullopt;
@@ -47,8 +62,13 @@ void SlotStore::listAsFree(PageNumber page) {
 }
 
 RecordPointer SlotStore::add(Bytes row, std::uint16_t flags) {
-    last_ = pageFor(row.size());
-    return {last_, edit(last_).append(row, flags)};
+    const bool reuse = owner_ == data_page::kLongValueOwner || flags == data_page::kHidden;
+    last_ = pageFor({row.size(), reuse});
+    DataPageEditor editor = edit(last_);
+    const auto slot = reuse ? reusableSlot(editor.page(), row.size()) : std::nullopt;
+    if (!slot) return {last_, editor.append(row, flags)};
+    editor.replace(*slot, row, flags);
+    return {last_, *slot};
 }
 
 bool SlotStore::replace(RecordPointer at, Bytes row, std::uint16_t flags) {

@@ -22,7 +22,9 @@ public:
     SlotStore(PageFile& file, std::uint32_t owner, RecordPointer ownedMap, RecordPointer freeMap)
         : file_(&file), owner_(owner), ownedMap_(ownedMap), freeMap_(freeMap) {}
 
-    /// Adds a row where there is room.
+    /// Adds a row where there is room. One that is only reached through a pointer (a long value, a
+    /// moved row) may take the slot of a deleted one; a row's id is not given again while its page
+    /// is in use.
     [[nodiscard]] RecordPointer add(Bytes row, std::uint16_t flags = 0);
     /// Gives a row other content if its page has room for it.
     [[nodiscard]] bool replace(RecordPointer at, Bytes row, std::uint16_t flags);
@@ -31,10 +33,16 @@ public:
 
 private:
     [[nodiscard]] DataPageEditor edit(PageNumber page) { return {page, file_->edit(page)}; }
-    [[nodiscard]] PageNumber pageFor(std::size_t length);
-    [[nodiscard]] std::optional<PageNumber> listedPageFor(std::size_t length);
+    /// A row on its way: how long it is, and whether it may take a deleted slot.
+    struct Wanted {
+        std::size_t length = 0;
+        bool reuse = false;
+    };
+
+    [[nodiscard]] PageNumber pageFor(Wanted row);
+    [[nodiscard]] std::optional<PageNumber> listedPageFor(Wanted row);
     [[nodiscard]] PageNumber newPage();
-    [[nodiscard]] bool hasRoom(PageNumber page, std::size_t length);
+    [[nodiscard]] bool hasRoom(PageNumber page, Wanted row);
     void listAsFree(PageNumber page);
 
     PageFile* file_;

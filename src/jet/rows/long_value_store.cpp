@@ -12,9 +12,9 @@ using namespace long_value;
 
 namespace {
 
-Blob makeReference(std::uint32_t kind, std::size_t length, RecordPointer first,
-                   std::uint32_t stamp) {
-    Blob reference(kReferenceSize);
+StoredReference makeReference(std::uint32_t kind, std::size_t length, RecordPointer first,
+                              std::uint32_t stamp) {
+    StoredReference reference{};
     putU32(reference, kLengthAndKind, kind | static_cast<std::uint32_t>(length));
     putPointer(reference, kPointer, first);
     putU32(reference, kStamp, stamp);
@@ -23,30 +23,30 @@ Blob makeReference(std::uint32_t kind, std::size_t length, RecordPointer first,
 
 }  // namespace
 
-LongValueData encodeLongValue(const ColumnInfo& column, const ValueView& value) {
-    LongValueData data;
+void encodeLongValue(const ColumnInfo& column, const ValueView& value, LongValueData& data) {
+    data.bytes.clear();
     if (column.type == ColumnType::Ole) {
         const Bytes bytes = std::get<Bytes>(value);
         data.bytes.assign(bytes.begin(), bytes.end());
         data.inlined = bytes.size() <= kMaxInline;
-        return data;
+        return;
     }
-    const std::u16string text = base::toUtf16(std::get<std::string_view>(value));
-    data.inlined = 2 * text.size() <= kMaxInline;
+    const auto text = std::get<std::string_view>(value);
     // Short memos are compressed whatever the column says; long ones never.
-    const bool compress =
-        data.inlined || (column.compressed && text.size() <= kMaxCompressedCharacters);
-    encodeText(text, compress, data.bytes);
-    return data;
+    const auto compressed = [&](std::size_t units) {
+        data.inlined = 2 * units <= kMaxInline;
+        return data.inlined || (column.compressed && units <= kMaxCompressedCharacters);
+    };
+    if (encodeAscii(text, compressed(text.size()), data.bytes)) return;
+    const std::u16string units = base::toUtf16(text);
+    encodeText(units, compressed(units.size()), data.bytes);
 }
 
-Blob inlineReference(const Blob& bytes) {
-    Blob reference = makeReference(kInline, bytes.size(), {}, 0);
-    reference.insert(reference.end(), bytes.begin(), bytes.end());
-    return reference;
+StoredReference inlineReference(std::size_t size) {
+    return makeReference(kInline, size, {}, 0);
 }
 
-Blob LongValueStore::write(const Blob& bytes) {
+StoredReference LongValueStore::write(const Blob& bytes) {
     if (bytes.size() > kLengthMask)
         throw Error(ErrorKind::TextTooLong, "A long value is longer than 1 GB.");
     if (bytes.size() <= kMaxRow) return makeReference(kSingle, bytes.size(), rows_.add(bytes), 0);

@@ -1,7 +1,9 @@
 // Writing and freeing the long values of one column.
 #pragma once
 
-#include <string_view>
+#include <array>
+#include <cstdint>
+#include <vector>
 
 #include "jet/disk/page_file.h"
 #include "jet/pages/data_page.h"
@@ -19,12 +21,15 @@ struct LongValueData {
     bool inlined = false;  // may stand in the row itself
 };
 
-/// The stored bytes of a Memo or Ole value. Short ones may stand in the row; memos are compressed
-/// as the engine compresses them.
-[[nodiscard]] LongValueData encodeLongValue(const ColumnInfo& column, const ValueView& value);
+/// What stands in the row for a long value, in front of data that is inlined.
+using StoredReference = std::array<std::uint8_t, long_value::kReferenceSize>;
 
-/// The 12 bytes and the data of a value that stands in the row.
-[[nodiscard]] Blob inlineReference(const Blob& bytes);
+/// The stored bytes of a Memo or Ole value. Short ones may stand in the row; memos are compressed
+/// as the engine compresses them. Reuses the memory of `data`.
+void encodeLongValue(const ColumnInfo& column, const ValueView& value, LongValueData& data);
+
+/// For a value of `size` bytes that stands in the row.
+[[nodiscard]] StoredReference inlineReference(std::size_t size);
 
 class LongValueStore {
 public:
@@ -33,7 +38,7 @@ public:
           rows_(file, data_page::kLongValueOwner, storage.ownedMap, storage.freeMap) {}
 
     /// Stores a value on the column's own pages and gives its reference. Needs a unit of work.
-    [[nodiscard]] Blob write(const Blob& bytes);
+    [[nodiscard]] StoredReference write(const Blob& bytes);
 
     /// The rows that hold a value, first to last; none for one that stands in its row. Throws
     /// Corrupt.

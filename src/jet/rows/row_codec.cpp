@@ -153,60 +153,35 @@ void encodeStored(const ColumnInfo& column, const ValueView& value, Blob& out) {
     }
 }
 
-namespace {
-
-// Writes the offsets in reverse, the end marker in front of them and their number behind.
-void appendVariablePart(const RowLayout& table, std::span<const StoredColumn> columns, Blob& out) {
-    std::array<std::uint16_t, row::kMaxColumns> length{};
-    std::array<const std::uint8_t*, row::kMaxColumns> data{};
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (table.isFixed(i) || table.info.columns[i].type == ColumnType::Boolean ||
-            !columns[i].present)
-            continue;
-        length[table.storage[i].variableIndex] =
-            static_cast<std::uint16_t>(columns[i].bytes.size());
-        data[table.storage[i].variableIndex] = columns[i].bytes.data();
+RowBuilder::RowBuilder(const RowLayout& table)
+    : table_(&table),
+      variable_(table.variableColumns, kNoColumn),
+      starts_(table.variableColumns),
+      mask_((table.maxColumns + 7u) / 8) {
+    for (std::size_t column = 0; column < table.info.columns.size(); ++column) {
+        const bool flag = table.info.columns[column].type == ColumnType::Boolean;
+        if (flag || table.isFixed(column)) {
+            fixed_.push_back(column);
+        } else {
+            variable_[table.storage[column].variableIndex] = column;
+        }
     }
-    std::array<std::uint16_t, row::kMaxColumns> offset{};
-    for (std::size_t v = 0; v < table.variableColumns; ++v) {
-        offset[v] = static_cast<std::uint16_t>(out.size());
-        if (length[v] > 0) out.insert(out.end(), data[v], data[v] + length[v]);
-    }
-    append(out, static_cast<std::uint16_t>(out.size()));
-    for (std::size_t v = table.variableColumns; v-- > 0;) append(out, offset[v]);
-    append(out, table.variableColumns);
 }
 
-}  // namespace
-
-std::size_t rowSize(const RowLayout& table, std::span<const StoredColumn> columns) {
-    std::size_t size = row::kFixed + table.fixedSize + (table.maxColumns + 7u) / 8;
-    if (table.variableColumns > 0) size += 4 + 2u * table.variableColumns;
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (!table.isFixed(i) && columns[i].present) size += columns[i].bytes.size();
-    }
-    return size;
+void RowBuilder::begin() {
+    row_.assign(row::kFixed + table_->fixedSize, 0);
+    putU16(row_, 0, table_->maxColumns);
+    std::ranges::fill(mask_, std::uint8_t{0});
 }
 
-void encodeRow(const RowLayout& table, std::span<const StoredColumn> columns, Blob& out) {
-    if (rowSize(table, columns) > row::kMaxSize)
-        throw Error(ErrorKind::Misuse, "A row is too large.");
-    out.assign(row::kFixed + table.fixedSize, 0);
-    putU16(out, 0, table.maxColumns);
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (!table.isFixed(i) || !columns[i].present) continue;
-        std::ranges::copy(
-            columns[i].bytes,
-            out.begin() + static_cast<std::ptrdiff_t>(row::kFixed + table.storage[i].fixedOffset));
+// The offsets in reverse, the end marker in front of them and their number behind.
+void RowBuilder::finish() {
+    if (!variable_.empty()) {
+        append(row_, static_cast<std::uint16_t>(row_.size()));
+        for (std::size_t v = variable_.size(); v-- > 0;) append(row_, starts_[v]);
+        append(row_, table_->variableColumns);
     }
-    if (table.variableColumns > 0) appendVariablePart(table, columns, out);
-    const std::size_t mask = out.size();
-    out.resize(mask + (table.maxColumns + 7u) / 8);
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        const std::size_t number = table.info.columns[i].number;
-        if (columns[i].present)
-            out[mask + number / 8] |= static_cast<std::uint8_t>(1u << (number % 8));
-    }
+    row_.insert(row_.end(), mask_.begin(), mask_.end());
 }
 
 }  // namespace stelvan::jet

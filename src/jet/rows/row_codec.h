@@ -5,9 +5,11 @@
 // long_value.h.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
-#include <span>
+#include <vector>
 
 #include "jet/disk/bytes.h"
 #include "jet/disk/page.h"
@@ -96,17 +98,54 @@ inline std::optional<Bytes> RowView::storedVariable(std::size_t index) const {
 /// Appends the stored form of a value that is of the column's own type; not for Boolean, Memo, Ole.
 void encodeStored(const ColumnInfo& column, const ValueView& value, Blob& out);
 
-/// What a row is built of: one entry for each column position. Null: no bytes; Boolean: `present`
-/// is the value.
-struct StoredColumn {
-    bool present = false;
-    Bytes bytes;
+/// Builds rows of one table, one after the other, each with the table's present numbers of columns.
+class RowBuilder {
+public:
+    /// The table must outlive the object.
+    explicit RowBuilder(const RowLayout& table);
+
+    /// A row whose columns `append(column, Blob& out)` gives: it appends the stored bytes of a
+    /// column and says whether the column has a value (Boolean: the value itself). Where the row
+    /// ends beyond row::kMaxSize it is of no use but for its size. Lives until the next call.
+    template <typename Append>
+    WritableBytes build(Append&& append);
+
+private:
+    static constexpr std::size_t kNoColumn = ~std::size_t{0};  // of an index without a column
+
+    void begin();
+    void finish();
+    void setPresent(std::size_t column) {
+        const std::size_t number = table_->info.columns[column].number;
+        mask_[number / 8] |= static_cast<std::uint8_t>(1u << (number % 8));
+    }
+
+    const RowLayout* table_;
+    std::vector<std::size_t> fixed_;     // columns
+    std::vector<std::size_t> variable_;  // columns by their index
+    Blob row_;
+    Blob single_;                        // the bytes of a fixed column
+    std::vector<std::uint16_t> starts_;  // of the variable columns
+    std::vector<std::uint8_t> mask_;
 };
 
-/// Bytes that encodeRow will take for these columns.
-[[nodiscard]] std::size_t rowSize(const RowLayout& table, std::span<const StoredColumn> columns);
-
-/// Builds a row with the table's present numbers of columns. Must not be too large (Misuse).
-void encodeRow(const RowLayout& table, std::span<const StoredColumn> columns, Blob& out);
+template <typename Append>
+WritableBytes RowBuilder::build(Append&& append) {
+    begin();
+    for (const std::size_t column : fixed_) {
+        single_.clear();
+        if (!append(column, single_)) continue;
+        setPresent(column);
+        std::ranges::copy(single_,
+                          row_.begin() + static_cast<std::ptrdiff_t>(
+                                             row::kFixed + table_->storage[column].fixedOffset));
+    }
+    for (std::size_t v = 0; v < variable_.size(); ++v) {
+        starts_[v] = static_cast<std::uint16_t>(row_.size());
+        if (variable_[v] != kNoColumn && append(variable_[v], row_)) setPresent(variable_[v]);
+    }
+    finish();
+    return row_;
+}
 
 }  // namespace stelvan::jet

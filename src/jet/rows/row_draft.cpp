@@ -1,8 +1,8 @@
 #include "jet/rows/row_draft.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "jet/pages/long_value.h"
 #include "jet/rows/conversion.h"
 
 namespace stelvan::jet {
@@ -42,7 +42,11 @@ RowDraft::RowDraft(const RowLayout& table)
       converted_(table.info.columns.size()),
       values_(table.info.columns.size()),
       given_(table.info.columns.size()),
-      stored_(table.info.columns.size()) {}
+      builder_(table) {
+    for (std::size_t i = 0; i < table.info.columns.size(); ++i)
+        if (isLongValue(table.info.columns[i].type)) longColumns_.push_back(i);
+    longValues_.resize(longColumns_.size());
+}
 
 void RowDraft::clear() {
     std::ranges::fill(values_, ValueView(Null{}));
@@ -101,81 +105,79 @@ void RowDraft::checkProperties(bool newRow) const {
 }
 
 void RowDraft::encode(const RowView* old) {
-    parts_.clear();
-    encoded_.clear();
-    longValues_.clear();
-    for (std::size_t i = 0; i < values_.size(); ++i) {
-        stored_[i] = {};
-        if (given_[i]) {
-            encodeGiven(i);
-        } else if (old != nullptr) {
-            takeOver(i, *old);
-        }
-    }
-    for (const Part& part : parts_)
-        stored_[part.column].bytes = Bytes(encoded_).subspan(part.begin, part.size);
-    for (LongValue& value : longValues_) {
-        value.reference = value.data.inlined ? inlineReference(value.data.bytes)
-                                             : Blob(long_value::kReferenceSize);
-        stored_[value.column].bytes = value.reference;
-    }
-    makeRoom();
-}
-
-void RowDraft::encodeGiven(std::size_t column) {
-    const ColumnInfo& info = table_->info.columns[column];
-    if (info.type == ColumnType::Boolean) {
-        const auto* flag = std::get_if<bool>(&values_[column]);
-        stored_[column].present = flag != nullptr && *flag;
-        return;
-    }
-    if (isNull(values_[column])) return;
-    stored_[column].present = true;
-    if (isLongValue(info.type)) {
-        longValues_.push_back({column, encodeLongValue(info, values_[column]), {}});
-        return;
-    }
-    const std::size_t begin = encoded_.size();
-    encodeStored(info, values_[column], encoded_);
-    parts_.push_back({column, begin, encoded_.size() - begin});
-}
-
-void RowDraft::takeOver(std::size_t column, const RowView& old) {
-    if (table_->info.columns[column].type == ColumnType::Boolean) {
-        stored_[column].present = old.flag(column);
-        return;
-    }
-    const auto bytes = old.stored(column);
-    if (bytes) stored_[column] = {true, *bytes};
-}
-
-// Short long values leave a row that would be too large with them.
-void RowDraft::makeRoom() {
-    for (LongValue& value : longValues_) {
-        if (rowSize(*table_, stored_) <= row::kMaxSize) return;
-        value.data.inlined = false;
-        value.reference.assign(long_value::kReferenceSize, 0);
-        stored_[value.column].bytes = value.reference;
-    }
-    const std::size_t size = rowSize(*table_, stored_);
-    if (size <= row::kMaxSize) return;
+    prepareLongValues();
+    build(old);
+    while (row_.size() > row::kMaxSize && shortenRow()) build(old);
+    if (row_.size() <= row::kMaxSize) return;
     throw Error(ErrorKind::RowTooLarge, "A row of '" + table_->info.name + "' would take " +
-                                            std::to_string(size) + " bytes; " +
+                                            std::to_string(row_.size()) + " bytes; " +
                                             std::to_string(row::kMaxSize) + " are the most.")
         .about(table_->info.name);
 }
 
-void RowDraft::storeLongValues(std::vector<std::optional<LongValueStore>>& stores) {
-    for (LongValue& value : longValues_) {
-        if (value.data.inlined) continue;
-        value.reference = stores[value.column]->write(value.data.bytes);
-        stored_[value.column].bytes = value.reference;
+void RowDraft::prepareLongValues() {
+    longCount_ = 0;
+    for (const std::size_t column : longColumns_) {
+        if (!given_[column] || isNull(values_[column])) continue;
+        LongValue& value = longValues_[longCount_++];
+        value.column = column;
+        encodeLongValue(table_->info.columns[column], values_[column], value.data);
     }
 }
 
-Bytes RowDraft::bytes() {
-    encodeRow(*table_, stored_, row_);
-    return row_;
+void RowDraft::build(const RowView* old) {
+    row_ = builder_.build(
+        [this, old](std::size_t column, Blob& out) { return appendColumn(column, old, out); });
+}
+
+bool RowDraft::appendColumn(std::size_t column, const RowView* old, Blob& out) {
+    const ColumnInfo& info = table_->info.columns[column];
+    if (!given_[column]) {
+        if (old == nullptr) return false;
+        if (info.type == ColumnType::Boolean) return old->flag(column);
+        const auto bytes = old->stored(column);
+        if (bytes) out.insert(out.end(), bytes->begin(), bytes->end());
+        return bytes.has_value();
+    }
+    if (info.type == ColumnType::Boolean) {
+        const auto* flag = std::get_if<bool>(&values_[column]);
+        return flag != nullptr && *flag;
+    }
+    if (isNull(values_[column])) return false;
+    if (isLongValue(info.type)) {
+        appendLongValue(column, out);
+    } else {
+        encodeStored(info, values_[column], out);
+    }
+    return true;
+}
+
+// Of a value that stands elsewhere the reference is not known yet: room is left for it.
+void RowDraft::appendLongValue(std::size_t column, Blob& out) {
+    for (LongValue& value : longValues()) {
+        if (value.column != column) continue;
+        value.at = out.size();
+        const Blob& data = value.data.bytes;
+        const StoredReference reference =
+            value.data.inlined ? inlineReference(data.size()) : StoredReference{};
+        out.insert(out.end(), reference.begin(), reference.end());
+        if (value.data.inlined) out.insert(out.end(), data.begin(), data.end());
+    }
+}
+
+// Short long values leave a row that would be too large with them; false where none is left.
+bool RowDraft::shortenRow() {
+    for (LongValue& value : longValues())
+        if (std::exchange(value.data.inlined, false)) return true;
+    return false;
+}
+
+void RowDraft::storeLongValues(std::vector<std::optional<LongValueStore>>& stores) {
+    for (const LongValue& value : longValues()) {
+        if (value.data.inlined) continue;
+        std::ranges::copy(stores[value.column]->write(value.data.bytes),
+                          row_.begin() + static_cast<std::ptrdiff_t>(value.at));
+    }
 }
 
 }  // namespace stelvan::jet

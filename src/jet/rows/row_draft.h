@@ -28,40 +28,40 @@ public:
     /// Throws NullInRequired and ZeroLength; of a new row all columns are judged, otherwise those
     /// given.
     void checkProperties(bool newRow) const;
-    /// Prepares the stored form. Columns that were not given are taken from `old`, whose bytes must
-    /// stay until bytes() was called. Throws RowTooLarge.
+    /// Makes the stored form. Columns that were not given are taken from `old`. Throws RowTooLarge.
     void encode(const RowView* old);
     /// Stores the long values that do not stand in the row. `stores` by column.
     void storeLongValues(std::vector<std::optional<LongValueStore>>& stores);
     /// The finished row, until the next call.
-    [[nodiscard]] Bytes bytes();
+    [[nodiscard]] Bytes bytes() const { return row_; }
 
 private:
     struct LongValue {
         std::size_t column = 0;
         LongValueData data;
-        Blob reference;
-    };
-    struct Part {
-        std::size_t column = 0;
-        std::size_t begin = 0;
-        std::size_t size = 0;
+        std::size_t at = 0;  // where its reference stands in the row
     };
 
-    void encodeGiven(std::size_t column);
-    void takeOver(std::size_t column, const RowView& old);
-    void makeRoom();
+    void prepareLongValues();
+    void build(const RowView* old);
+    /// See RowBuilder.
+    [[nodiscard]] bool appendColumn(std::size_t column, const RowView* old, Blob& out);
+    void appendLongValue(std::size_t column, Blob& out);
+    [[nodiscard]] bool shortenRow();
     [[nodiscard]] std::string fieldName(std::size_t column) const;
+    [[nodiscard]] std::span<LongValue> longValues() {
+        return std::span(longValues_).first(longCount_);
+    }
 
     const RowLayout* table_;
     std::vector<Value> converted_;
     std::vector<ValueView> values_;
     std::vector<bool> given_;
-    std::vector<StoredColumn> stored_;
-    std::vector<Part> parts_;  // of encoded_
-    Blob encoded_;
-    std::vector<LongValue> longValues_;
-    Blob row_;
+    std::vector<std::size_t> longColumns_;
+    std::vector<LongValue> longValues_;  // more than are given: their memory is used again
+    std::size_t longCount_ = 0;          // so many of them are given
+    RowBuilder builder_;
+    WritableBytes row_;
 };
 
 }  // namespace stelvan::jet

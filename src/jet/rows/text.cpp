@@ -10,6 +10,24 @@ namespace {
 
 constexpr std::size_t kMarkSize = 2;  // FF FE
 
+/// Whether all characters are U+0001 to U+007F.
+bool isAscii(std::string_view text) {
+    constexpr std::uint64_t kOnes = 0x0101010101010101;
+    constexpr std::uint64_t kHighs = 0x8080808080808080;
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    for (; end - at >= 8; at += 8) {
+        std::uint64_t word;
+        std::memcpy(&word, at, sizeof word);
+        // A byte that is zero or above 0x7F leaves its high bit in one of the two terms.
+        if (((word | (word - kOnes)) & kHighs) != 0) return false;
+    }
+    for (; at != end; ++at) {
+        if (static_cast<signed char>(*at) <= 0) return false;
+    }
+    return true;
+}
+
 bool isCompressed(Bytes stored) {
     return stored.size() >= kMarkSize && stored[0] == 0xFF && stored[1] == 0xFE;
 }
@@ -77,21 +95,10 @@ char32_t foldCharacter(char32_t c) {
 std::optional<std::string_view> textInPlace(Bytes stored) {
     if (stored.empty()) return std::string_view();
     if (!isCompressed(stored)) return std::nullopt;
-    const std::uint8_t* at = stored.data() + kMarkSize;
-    const std::uint8_t* const end = stored.data() + stored.size();
-    const std::size_t size = stored.size() - kMarkSize;
-    constexpr std::uint64_t kOnes = 0x0101010101010101;
-    constexpr std::uint64_t kHighs = 0x8080808080808080;
-    for (; end - at >= 8; at += 8) {
-        std::uint64_t word;
-        std::memcpy(&word, at, sizeof word);
-        // A byte that is zero or above 0x7F leaves its high bit in one of the two terms.
-        if (((word | (word - kOnes)) & kHighs) != 0) return std::nullopt;
-    }
-    for (; at != end; ++at) {
-        if (*at == 0 || *at >= 0x80) return std::nullopt;
-    }
-    return std::string_view(reinterpret_cast<const char*>(stored.data() + kMarkSize), size);
+    const std::string_view text(reinterpret_cast<const char*>(stored.data() + kMarkSize),
+                                stored.size() - kMarkSize);
+    if (!isAscii(text)) return std::nullopt;
+    return text;
 }
 
 char* decodeText(Bytes stored, char* out) {
@@ -119,19 +126,17 @@ void encodeText(std::u16string_view text, bool compress, Blob& out) {
 }
 
 bool encodeAscii(std::string_view text, bool compress, Blob& out) {
-    for (const char c : text) {
-        if (static_cast<signed char>(c) <= 0) return false;
-    }
+    if (!isAscii(text)) return false;
     if (compress && text.size() >= kLeastCompressed) {
         out.push_back(0xFF);
         out.push_back(0xFE);
         out.insert(out.end(), text.begin(), text.end());
         return true;
     }
-    for (const char c : text) {
-        out.push_back(static_cast<std::uint8_t>(c));
-        out.push_back(0);
-    }
+    const std::size_t begin = out.size();
+    out.resize(begin + 2 * text.size());
+    for (std::size_t i = 0; i < text.size(); ++i)
+        out[begin + 2 * i] = static_cast<std::uint8_t>(text[i]);
     return true;
 }
 

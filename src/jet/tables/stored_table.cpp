@@ -5,6 +5,7 @@
 #include "jet/tables/definition_format.h"
 #include "jet/tables/row_cursors.h"
 #include "jet/tables/table_def.h"
+#include "jet/tables/table_summary.h"
 
 namespace stelvan::jet {
 
@@ -89,6 +90,20 @@ std::unique_ptr<Cursor> StoredTable::inOrder(std::size_t index, ColumnSet wanted
     const IndexInfo& info = indexAt(index);
     const IndexTree tree(file_->pages(), definition_->trees[info.tree].root, definition_->page);
     return makeIndexCursor(file_, definition_, {tree.all()}, wanted);
+}
+
+std::uint64_t StoredTable::count() {
+    const ReadScope scope(file_->sharedPages());
+    const TableSummary summary(file_->pages(), definition());
+    return summary.rows([this] {
+        if (file_->cursors == 0) file_->pages().release();
+    });
+}
+
+std::optional<Value> StoredTable::extreme(std::size_t index, Extreme which) {
+    const ReadScope scope(file_->sharedPages());
+    const IndexInfo& info = indexAt(index);
+    return TableSummary(file_->pages(), definition()).extreme(info, which);
 }
 
 template <typename Change>

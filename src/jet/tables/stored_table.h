@@ -23,6 +23,8 @@ public:
     [[nodiscard]] std::unique_ptr<Cursor> find(std::size_t index, std::span<const Value> key,
                                                ColumnSet wanted) override;
     [[nodiscard]] std::unique_ptr<Cursor> inOrder(std::size_t index, ColumnSet wanted) override;
+    [[nodiscard]] std::uint64_t count() override;
+    [[nodiscard]] std::optional<Value> extreme(std::size_t index, Extreme which) override;
     [[nodiscard]] std::unique_ptr<Cursor> row(RowId id, ColumnSet wanted) override;
     RowId insert(std::span<const ColumnValue> values) override;
     void update(RowId id, std::span<const ColumnValue> values) override;

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -31,6 +33,8 @@ public:
     return values;
 }
 
+enum class Extreme { Least, Greatest };
+
 /// One table of an open database. Lives no longer than its Database.
 class Table {
 public:
@@ -53,6 +57,14 @@ public:
 
     /// All rows in the order of an index (rows that it leaves out as null are not given).
     [[nodiscard]] virtual std::unique_ptr<Cursor> inOrder(std::size_t index, ColumnSet wanted) = 0;
+
+    /// How many rows there are.
+    [[nodiscard]] virtual std::uint64_t count() = 0;
+
+    /// The least or greatest value, Nulls left aside, of the first column of an index; of several
+    /// that the index holds for equal, the one stored first. Nothing where no row has a value, or
+    /// the index does not tell, or its entries do not agree with the rows: scan instead.
+    [[nodiscard]] virtual std::optional<Value> extreme(std::size_t index, Extreme which) = 0;
 
     /// One row, or null when it is gone. The cursor stands on the row already.
     [[nodiscard]] virtual std::unique_ptr<Cursor> row(RowId id, ColumnSet wanted) = 0;

@@ -46,7 +46,7 @@ void TableTrees::skipUnchanged() {
 
 void TableTrees::check(std::optional<RowId> self) {
     for (Tree& tree : trees_) {
-        tree.place.reset();
+        tree.place.steps.clear();
         if (tree.chosen) checkTree(tree, self);
     }
 }
@@ -75,7 +75,7 @@ bool TableTrees::takenByAny(Tree& tree, std::optional<RowId> self) const {
     if (tree.hasNewVariant && taken(tree, tree.newVariant, self)) return true;
     if (self) return taken(tree, tree.newKey, self);
     const IndexTree index(*file_, tree.definition->root, table_->page);
-    return index.find(tree.newKey.bytes, tree.place.emplace()).has_value();
+    return index.find(tree.newKey.bytes, tree.place).has_value();
 }
 
 bool TableTrees::taken(const Tree& tree, const IndexKey& key, std::optional<RowId> self) const {
@@ -95,15 +95,8 @@ void TableTrees::removeOldEntries(RowId row) {
 void TableTrees::addNewEntries(RowId row) {
     for (Tree& tree : trees_) {
         if (!tree.chosen || !tree.holds(tree.newKey)) continue;
-        if (addEntry(tree, row)) countDistinct(tree);
+        if (entries(tree).insert(tree.newKey.bytes, row, tree.place)) countDistinct(tree);
     }
-}
-
-bool TableTrees::addEntry(Tree& tree, RowId row) {
-    if (!tree.place) return entries(tree).insert(tree.newKey.bytes, row);
-    IndexPlace place = std::move(*tree.place);
-    tree.place.reset();
-    return entries(tree).insert(tree.newKey.bytes, row, std::move(place));
 }
 
 void TableTrees::countDistinct(const Tree& tree) {

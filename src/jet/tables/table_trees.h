@@ -84,7 +84,7 @@ private:
         IndexKey newVariant;
         bool hasOldVariant = false;
         bool hasNewVariant = false;
-        std::optional<IndexPlace> place;  // where a new row's key was looked for and not found
+        IndexPlace place;  // where a new row's key was looked for and not found, if it has steps
 
         /// Whether a row with this key has an entry.
         [[nodiscard]] bool holds(const IndexKey& key) const {
@@ -107,7 +107,6 @@ private:
     [[nodiscard]] bool taken(const Tree& tree, const IndexKey& key,
                              std::optional<RowId> self) const;
     [[nodiscard]] bool takenByAny(Tree& tree, std::optional<RowId> self) const;
-    [[nodiscard]] bool addEntry(Tree& tree, RowId row);
     void countDistinct(const Tree& tree);
 
     PageFile* file_;

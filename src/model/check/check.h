@@ -6,6 +6,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "model/check/finding.h"
@@ -27,8 +28,25 @@ struct CheckOptions {
 [[nodiscard]] std::vector<Finding> checkStructure(const std::filesystem::path& file,
                                                   bool strict = false);
 
+struct FileCheckOptions {
+    bool structure = true;
+    bool model = true;
+    bool strict = false;
+    Progress progress = {};
+};
+
+/// Both of a file: faults of the structure first; one that is too damaged to be read as a model has
+/// those alone. Throws what opening and reading throw.
+[[nodiscard]] std::vector<Finding> checkFile(const std::filesystem::path& file,
+                                             const FileCheckOptions& options = {});
+/// The same of an open file, which is only read.
+[[nodiscard]] std::vector<Finding> checkFile(jet::Database& database,
+                                             const FileCheckOptions& options = {});
+
 /// How many findings have a severity; whether any is a warning or worse.
 [[nodiscard]] std::size_t count(const std::vector<Finding>& findings, Severity severity);
 [[nodiscard]] bool needsAction(const std::vector<Finding>& findings);
+/// "1 error, 2 warnings, 0 notes".
+[[nodiscard]] std::string summaryOf(const std::vector<Finding>& findings);
 
 }  // namespace stelvan::model

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "jet/rows/column_facts.h"
 #include "jet/rows/value.h"
+#include "model/core/parts.h"
 
 namespace stelvan::model {
 
@@ -23,6 +26,8 @@ struct Finding {
     std::string field;  // the column at fault, empty where it is the whole row
     std::string text;   // what is wrong
     std::string mend;   // what to do about it
+    std::optional<Part> part = {};  // of the item or link row; none for the file's structure
+    jet::RowId row = {};            // where it was read; {0, 0} for what is not there
 };
 
 }  // namespace stelvan::model

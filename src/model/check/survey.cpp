@@ -21,16 +21,23 @@ void Survey::add(const Item& item, const Says& says) {
         {says.severity, std::string(says.rule), table.name,
          table.value(*item.row, factsOf(item.part).id),
          isLinks(item.part) ? ownerName(item) : item.name(),
-         column ? table.columns[*column] : std::string(says.column), says.text, says.mend});
+         column ? table.columns[*column] : std::string(says.column), says.text, says.mend,
+         item.part, item.row->id});
 }
 
 void Survey::addAbsent(Part part, const jet::Value& id, std::string_view name, const Says& says) {
     const Table& table = model[part];
     const auto column = table.find(says.column);
-    found_[indexOf(part)].push_back(
-        {says.severity, std::string(says.rule),
-         table.present ? table.name : std::string(factsOf(part).table), id, std::string(name),
-         column ? table.columns[*column] : std::string(says.column), says.text, says.mend});
+    found_[indexOf(part)].push_back({says.severity,
+                                     std::string(says.rule),
+                                     table.present ? table.name : std::string(factsOf(part).table),
+                                     id,
+                                     std::string(name),
+                                     column ? table.columns[*column] : std::string(says.column),
+                                     says.text,
+                                     says.mend,
+                                     part,
+                                     {}});
 }
 
 std::string Survey::ownerName(const Item& link) const {

@@ -55,7 +55,9 @@ FileFacts factsOf(const std::filesystem::path& file) {
     }
     facts.users = jet::usersOf(files, file);
     // While somebody writes, a journal belongs to that; reading waits until it is done.
-    facts.journalWaits = facts.use != jet::Use::Writing && jet::Journal(files, file).present();
+    const jet::Journal journal(files, file);
+    // A finished one is only kept for the next change.
+    facts.journalWaits = facts.use != jet::Use::Writing && journal.present() && !journal.finished();
     // Whoever reads puts the file right first.
     if (!facts.journalWaits) facts.making = makingOf(file);
     return facts;

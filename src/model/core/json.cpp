@@ -1,7 +1,11 @@
 #include "model/core/json.h"
 
+#include <array>
+#include <bit>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 
 #include "base/date.h"
@@ -20,9 +24,35 @@ void appendUnicodeEscape(std::string& out, char32_t codeUnit) {
     for (int shift = 12; shift >= 0; shift -= 4) out += kHexDigits[(codeUnit >> shift) & 0xF];
 }
 
-/// A character of one byte, or a byte that belongs to none.
-void appendByte(std::string& out, char character) {
-    const auto code = static_cast<unsigned char>(character);
+/// What is not written as it stands: quotes, backslashes, control characters; and the byte with
+/// which half a surrogate pair begins, as other characters do.
+constexpr bool needsLook(unsigned char byte) {
+    return byte < 0x20 || byte == '"' || byte == '\\' || byte == 0x7F || byte == 0xED;
+}
+
+constexpr std::uint64_t inEveryByte(std::uint8_t byte) {
+    return 0x0101'0101'0101'0101U * byte;
+}
+
+/// Where the first byte that needs a look stands, from `at` on; the text's size where none does.
+/// Eight bytes at a time: the lowest bit of each of the sums is exact.
+std::size_t endOfPlain(std::string_view text, std::size_t at) {
+    constexpr std::uint64_t kHigh = inEveryByte(0x80);
+    const auto zeroIn = [](std::uint64_t word) { return (word - inEveryByte(1)) & ~word & kHigh; };
+    for (; at + sizeof(std::uint64_t) <= text.size(); at += sizeof(std::uint64_t)) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, text.data() + at, sizeof word);
+        const std::uint64_t found =
+            ((word - inEveryByte(0x20)) & ~word & kHigh) | zeroIn(word ^ inEveryByte('"')) |
+            zeroIn(word ^ inEveryByte('\\')) | zeroIn(word ^ inEveryByte(0x7F)) |
+            zeroIn(word ^ inEveryByte(0xED));
+        if (found != 0) return at + static_cast<std::size_t>(std::countr_zero(found)) / 8;
+    }
+    while (at < text.size() && !needsLook(static_cast<unsigned char>(text[at]))) ++at;
+    return at;
+}
+
+void appendEscaped(std::string& out, char character) {
     switch (character) {
         case '"':
             out += "\\\"";
@@ -40,13 +70,14 @@ void appendByte(std::string& out, char character) {
             out += "\\t";
             return;
         default:
-            break;
+            appendUnicodeEscape(out, static_cast<unsigned char>(character));
     }
-    if (code < 0x20 || code == 0x7F) {
-        appendUnicodeEscape(out, code);
-    } else {
-        out += character;
-    }
+}
+
+void appendNumber(std::string& out, long long number) {
+    std::array<char, 24> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    out.append(digits.data(), end);
 }
 
 /// JSON has no spelling for what is not finite, so that becomes a text.
@@ -70,7 +101,7 @@ struct AppendValue {
     std::string& out;
     void operator()(jet::Null) const { out += "null"; }
     void operator()(bool flag) const { out += flag ? "true" : "false"; }
-    void operator()(std::int32_t number) const { out += std::to_string(number); }
+    void operator()(std::int32_t number) const { appendNumber(out, number); }
     void operator()(float number) const { out += floatJson(number); }
     void operator()(double number) const { out += floatJson(number); }
     void operator()(jet::Money money) const {
@@ -92,14 +123,19 @@ struct AppendValue {
 void appendJsonText(std::string& out, std::string_view text) {
     out += '"';
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t start = at;
+        const std::size_t plain = endOfPlain(text, at);
+        out.append(text, at, plain - at);
+        at = plain;
+        if (at == text.size()) break;
+        if (static_cast<unsigned char>(text[at]) < 0x80) {
+            appendEscaped(out, text[at++]);
+            continue;
+        }
         const char32_t character = base::nextCharacter(text, at);
-        if (at == start + 1) {
-            appendByte(out, text[start]);
-        } else if (base::isSurrogate(character)) {
+        if (base::isSurrogate(character)) {
             appendUnicodeEscape(out, character);
         } else {
-            out += text.substr(start, at - start);
+            out.append(text, plain, at - plain);
         }
     }
     out += '"';

@@ -6,6 +6,7 @@
 #include "gem/schema.h"
 #include "jet/index/collation.h"
 #include "jet/rows/value_text.h"
+#include "model/core/refusal.h"
 #include "model/core/values.h"
 
 namespace stelvan::model {
@@ -24,6 +25,10 @@ std::optional<std::string> limitTable(jet::Database& database) {
         if (holdsLimits) return name;
     }
     return std::nullopt;
+}
+
+Refusal noModel() {
+    return Refusal("none of the tables of a GEM model is there");
 }
 
 Table readTable(jet::Table& source) {
@@ -93,6 +98,16 @@ Model read(jet::Database& database) {
 Model read(const std::filesystem::path& file) {
     jet::Database database = jet::Database::open(file, jet::Access::ReadOnly);
     return read(database);
+}
+
+void requireModel(const Model& model) {
+    if (std::ranges::none_of(model.tables, &Table::present)) throw noModel();
+}
+
+void requireModel(jet::Database& database) {
+    const bool any = std::ranges::any_of(
+        parts(), [&](const PartFacts& facts) { return tableOf(facts.part, database).has_value(); });
+    if (!any) throw noModel();
 }
 
 void sortRows(Model& model) {

@@ -56,6 +56,10 @@ struct Model {
 [[nodiscard]] Model read(jet::Database& database);
 [[nodiscard]] Model read(const std::filesystem::path& file);
 
+/// Throws Refusal for a database that has none of a model's tables.
+void requireModel(const Model& model);
+void requireModel(jet::Database& database);
+
 /// Puts the rows of all tables into that order.
 void sortRows(Model& model);
 

@@ -21,7 +21,6 @@ constexpr int kReportGap = 12;  // between the rows of two reports
 constexpr int kColumnGap = 48;  // where the lines run
 constexpr int kPadding = 12;    // beside the text of a box
 constexpr int kBetween = 8;     // from the identifier to the name
-constexpr std::size_t kMostVariables = 12;
 constexpr std::size_t kLongestName = 36;  // in characters of usual width
 
 /// 2 for the broad characters of East Asia and for pictograms, 1 for all else.

@@ -52,6 +52,9 @@ using TextWidth = std::function<int(std::string_view)>;
 /// For a sans-serif font of 13 units whose metrics nobody knows; rather too wide.
 [[nodiscard]] int estimatedWidth(std::string_view text);
 
+/// Of a report so many variables are shown at most.
+inline constexpr std::size_t kMostVariables = 12;
+
 /// Of a report with many variables the first are shown, and a box that says how many more there
 /// are: its name is that text. An event without reports gives the event's box alone.
 [[nodiscard]] EventPicture pictureOf(const Item& event, const CrossReference& references,

@@ -26,10 +26,6 @@ std::string_view classOf(const PictureBox& box) {
     return "more";
 }
 
-std::string counted(std::size_t count, std::string_view noun) {
-    return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
-}
-
 /// All lines in one path.
 std::string pathOf(const EventPicture& picture) {
     std::string path;
@@ -69,8 +65,8 @@ void writeSvg(Html& html, const EventPicture& picture, const AnchorOf& anchorOf)
     html.attribute("width", picture.width).attribute("height", picture.height);
     html.attribute("viewBox", "0 0 " + size);
     html.element("title", "What event " + event.id + " sends");
-    html.element("desc", event.name + " sends " + counted(picture.reports, "report") + " with " +
-                             counted(picture.variables, "variable") + ".");
+    html.element("desc", event.name + " sends " + base::counted(picture.reports, "report") +
+                             " with " + base::counted(picture.variables, "variable") + ".");
     html.open("path").attribute("class", "lines").attribute("d", pathOf(picture)).closeEmpty();
     for (const PictureBox& box : picture.boxes) writeBox(html, box, anchorOf);
     html.close();

@@ -13,10 +13,6 @@
 namespace stelvan::model {
 namespace {
 
-void requireTables(const Model& model) {
-    if (std::ranges::none_of(model.tables, &Table::present)) throw Refusal(std::string(kNoModel));
-}
-
 /// Which link rows stand in which items.
 class LinkLists {
 public:
@@ -187,7 +183,7 @@ bool isLeftOut(const TextFile& file, const Model& model) {
 }  // namespace
 
 void exportText(const Model& model, const std::filesystem::path& folder, const Progress& progress) {
-    requireTables(model);
+    requireModel(model);
     std::filesystem::create_directories(folder);
     const CrossReference references(model);
     std::size_t done = 0;
@@ -207,7 +203,7 @@ void exportText(const Model& model, const std::filesystem::path& folder, const P
 }
 
 void streamText(const Model& model, const Sink& sink) {
-    requireTables(model);
+    requireModel(model);
     const CrossReference references(model);
     TextWriter writer(model, references, sink);
     writer.openColumns();

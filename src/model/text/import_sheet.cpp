@@ -15,6 +15,7 @@
 #include "gem/links.h"
 #include "gem/schema.h"
 #include "gem/stored.h"
+#include "model/core/new_rows.h"
 #include "model/core/refusal.h"
 #include "model/core/sink.h"
 #include "model/core/values.h"
@@ -416,6 +417,12 @@ private:
 Model withSheet(Model model, const std::filesystem::path& file) {
     SheetImport(model, file).run();
     return model;
+}
+
+WritePlan planSheet(jet::Database& database, const std::filesystem::path& file) {
+    Model wanted = withSheet(read(database), file);
+    switchOffUnsaidFlags(database, wanted);
+    return planWrite(database, std::move(wanted));
 }
 
 }  // namespace stelvan::model

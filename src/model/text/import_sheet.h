@@ -10,11 +10,16 @@
 #include <filesystem>
 
 #include "model/core/model.h"
+#include "model/core/write.h"
 
 namespace stelvan::model {
 
 /// The model with the table's items. Throws Refusal with one line for each cell at fault ("FILE,
 /// line 12, Variable Max: ..."), and std::runtime_error for a file that cannot be read.
 [[nodiscard]] Model withSheet(Model model, const std::filesystem::path& file);
+
+/// Plans to make a file hold the table's items (see planWrite). Throws what withSheet and planWrite
+/// throw.
+[[nodiscard]] WritePlan planSheet(jet::Database& database, const std::filesystem::path& file);
 
 }  // namespace stelvan::model

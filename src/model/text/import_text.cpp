@@ -11,11 +11,10 @@ namespace stelvan::model {
 namespace {
 
 void requireParts(jet::Database& database, const ModelText& text) {
+    requireModel(database);
     std::vector<std::string> faults;
-    bool any = false;
     for (const PartFacts& facts : parts()) {
         const auto table = tableOf(facts.part, database);
-        any |= table.has_value();
         if (!table || text.model[facts.part].present) continue;
         const std::filesystem::path path = text.folder / fileOf(facts.part).name;
         faults.push_back(path.string() + (std::filesystem::exists(path)
@@ -24,7 +23,6 @@ void requireParts(jet::Database& database, const ModelText& text) {
                                               : ": no such file, but there is the table " + *table +
                                                     " to be filled from it"));
     }
-    if (!any) throw Refusal(std::string(kNoModel));
     if (!faults.empty()) throw Refusal(std::move(faults));
 }
 

@@ -44,9 +44,6 @@ struct TextFile {
 /// The table in which a file lists columns.
 inline constexpr std::string_view kColumnsSection = "columns";
 
-/// What is said of a database that is none of a model.
-inline constexpr std::string_view kNoModel = "none of the tables of a GEM model is there";
-
 /// The name of a part's sections: its table's, and "limits" for the limits, whose table is called
 /// otherwise in every file.
 [[nodiscard]] std::string_view sectionOf(Part part);

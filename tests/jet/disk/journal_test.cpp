@@ -30,11 +30,14 @@ protected:
         putU16(bytes, commit_slots::kOffset, kSlotBefore);
         PageFile::create(path_, bytes);
         old_.fill(0x55);
+        new_.fill(0xAA);
     }
 
-    /// A journal as the commit of pages 2 and 3 of a file of five pages writes it.
+    /// A journal as the commit of pages 2 and 3 of a file of five pages writes it: the file holds
+    /// them as they are to be.
     void writeJournal() {
-        const std::array<Journal::Image, 2> images{{{2, old_.data()}, {3, old_.data()}}};
+        const std::array<Journal::Image, 2> images{
+            {{2, old_.data(), new_.data()}, {3, old_.data(), new_.data()}}};
         CommitSlots slots{};
         slots.fill(0xAA);
         putU16(slots, 0, kSlotBefore);
@@ -55,6 +58,24 @@ protected:
         file.put(static_cast<char>(byte ^ 1));
     }
 
+    void setByte(std::uint64_t at, int byte) const {
+        std::fstream file(path_, std::ios::binary | std::ios::in | std::ios::out);
+        file.seekp(static_cast<std::streamoff>(at));
+        file.put(static_cast<char>(byte));
+    }
+    std::uint16_t storedSlot() const {
+        const std::string content = contentOf(path_);
+        return u16At(Bytes(reinterpret_cast<const std::uint8_t*>(content.data()), content.size()),
+                     commit_slots::kOffset);
+    }
+    static std::string contentOf(const fs::path& path) {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    static void write(const fs::path& path, const std::string& content) {
+        std::ofstream(path, std::ios::binary) << content;
+    }
+
     /// The first bytes of pages 1, 2 and 3 as the next one who opens the file sees them.
     std::vector<int> opened() const {
         const auto file = PageFile::open(path_, Access::ReadOnly);
@@ -69,6 +90,9 @@ protected:
     fs::path path_ = scratch_.path() / "gem.mdb";
     Journal journal_{FileSystem::posix(), path_};
     std::array<std::uint8_t, kPageSize> old_{};
+    std::array<std::uint8_t, kPageSize> new_{};
+    // A head of one page, two old pages, two new ones.
+    static constexpr std::uint64_t kWritten = 5 * kPageSize;
 };
 
 TEST_F(JournalBeside, HoldsWhatWasWritten) {
@@ -84,6 +108,9 @@ TEST_F(JournalBeside, HoldsWhatWasWritten) {
     std::array<std::uint8_t, kPageSize> page{};
     saved->image(1, page);
     EXPECT_EQ(page, old_);
+    ASSERT_EQ(saved->evidence(), 2u);
+    saved->after(1, page);
+    EXPECT_EQ(page, new_);
     EXPECT_EQ(fs::status(journal_.path()).permissions(), fs::perms(0640));
 }
 
@@ -130,8 +157,7 @@ TEST_F(JournalBeside, OfAFileThatAnotherEngineHasWrittenSinceIsRemovedOnly) {
 
 TEST_F(JournalBeside, IsTornWhereAnyByteIsWrong) {
     writeJournal();
-    const std::uint64_t size = fs::file_size(journal_.path());
-    for (std::uint64_t offset = 0; offset < size; offset += offset < 64 ? 1 : 509) {
+    for (std::uint64_t offset = 0; offset < kWritten; offset += offset < 64 ? 1 : 509) {
         damageJournal(offset);
         EXPECT_FALSE(journal_.read().has_value()) << offset;
         damageJournal(offset);
@@ -139,15 +165,85 @@ TEST_F(JournalBeside, IsTornWhereAnyByteIsWrong) {
     EXPECT_TRUE(journal_.read().has_value());
 }
 
-TEST_F(JournalBeside, IsTornAtEveryOtherLength) {
-    writeJournal();
-    const std::uint64_t size = fs::file_size(journal_.path());
-    for (const std::uint64_t length :
-         {std::uint64_t{0}, std::uint64_t{7}, std::uint64_t{40}, kPageSize * 1ul, size - kPageSize,
-          size - 1, size + 1, size + kPageSize}) {
+TEST_F(JournalBeside, IsTornWhereItIsCut) {
+    for (const std::uint64_t length : {std::uint64_t{0}, std::uint64_t{7}, std::uint64_t{40},
+                                       kPageSize * 1ul, kWritten - kPageSize, kWritten - 1}) {
         writeJournal();
         fs::resize_file(journal_.path(), length);
         EXPECT_FALSE(journal_.read().has_value()) << length;
+    }
+    writeJournal();
+    fs::resize_file(journal_.path(), kWritten);
+    EXPECT_TRUE(journal_.read().has_value()) << "what follows is of no matter";
+}
+
+TEST_F(JournalBeside, WrittenOverAnotherIsTheNewOneOrTorn) {
+    writeJournal();
+    const std::string first = contentOf(journal_.path());
+    old_.fill(0x66);
+    writeJournal();
+    const std::string second = contentOf(journal_.path());
+    ASSERT_EQ(first.size(), second.size());
+    const auto expectOneOrTorn = [&](const std::string& mixed) {
+        write(journal_.path(), mixed);
+        EXPECT_EQ(journal_.read().has_value(), mixed == first || mixed == second);
+    };
+    for (std::size_t reached = 512; reached < kWritten; reached += 512) {
+        SCOPED_TRACE(reached);
+        expectOneOrTorn(second.substr(0, reached) + first.substr(reached));
+        expectOneOrTorn(first.substr(0, reached) + second.substr(reached));
+    }
+}
+
+TEST_F(JournalBeside, ThatSaysItIsFinishedIsNeverPutBack) {
+    for (const std::uint16_t slot : {std::uint16_t{0}, kSlotBefore, kSlotAfter}) {
+        writeJournal();
+        journal_.note(Journal::Stage::Finished);
+        setSlot(slot);
+        EXPECT_EQ(opened(), untouched_) << slot;
+        EXPECT_EQ(storedSlot(), slot) << "and the slot is nobody's business";
+    }
+}
+
+TEST_F(JournalBeside, OfACommitThatIsAsGoodAsDoneSetsTheSlot) {
+    writeJournal();
+    journal_.note(Journal::Stage::PagesWritten);
+    setSlot(0);
+    EXPECT_EQ(opened(), untouched_);
+    EXPECT_EQ(storedSlot(), kSlotAfter);
+    EXPECT_FALSE(fs::exists(journal_.path()));
+}
+
+TEST_F(JournalBeside, OfACommitThatIsAsGoodAsDoneLeavesAFileAloneThatIsNotAsItLeftIt) {
+    writeJournal();
+    journal_.note(Journal::Stage::PagesWritten);
+    setSlot(kSlotBefore);
+    EXPECT_EQ(opened(), untouched_);
+    EXPECT_EQ(storedSlot(), kSlotBefore);
+    writeJournal();
+    journal_.note(Journal::Stage::PagesWritten);
+    setSlot(0);
+    setByte(3 * kPageSize + 100, 0x55);
+    EXPECT_EQ(opened(), untouched_);
+    EXPECT_EQ(storedSlot(), 0) << "an old byte is not what the commit has written";
+}
+
+TEST_F(JournalBeside, OfAnotherFileOrAnotherStateOfItIsRemovedOnly) {
+    writeJournal();
+    setSlot(0);
+    setByte(2 * kPageSize + 4095, 0x77);
+    EXPECT_EQ(opened(), untouched_);
+    EXPECT_FALSE(fs::exists(journal_.path()));
+}
+
+TEST_F(JournalBeside, HalfWrittenPagesArePutBackWhereverTheyEnd) {
+    for (const std::uint64_t written : {1u, 511u, 512u, 4000u}) {
+        writeJournal();
+        setSlot(0);
+        fs::resize_file(path_, kCount * kPageSize);
+        for (std::uint64_t at = written; at < kPageSize; ++at) setByte(3 * kPageSize + at, 0x55);
+        EXPECT_EQ(opened(), putBack_) << written;
+        for (std::uint64_t at = 0; at < 2 * kPageSize; ++at) setByte(2 * kPageSize + at, 0xAA);
     }
 }
 

@@ -65,6 +65,25 @@ TEST_F(IndexTreeTest, RangesBeginAndEndWhereTheyShould) {
     EXPECT_FALSE(tree_.startingAt(numberKey(99999)).next());
 }
 
+TEST_F(IndexTreeTest, CountsItsEntriesAndKnowsTheLastBelowAKey) {
+    const auto count = [&] { return tree_.countEntries([] {}); };
+    EXPECT_EQ(count(), 0u);
+    EXPECT_FALSE(tree_.lastBelow(numberKey(5)).has_value());
+    Random random(3);
+    for (std::uint32_t i = 0; i < 6000; ++i)
+        insert(numberKey(random() % 9000), {i, static_cast<std::uint8_t>(i)});
+    EXPECT_EQ(count(), model_.size());
+    for (std::uint32_t number = 0; number < 9100; number += 13) {
+        const Key bound = numberKey(number);
+        const auto next = model_.lower_bound({bound, RowId{}});
+        const auto found = tree_.lastBelow(bound);
+        ASSERT_EQ(found.has_value(), next != model_.begin()) << number;
+        if (found) {
+            EXPECT_EQ(rowOfEntry(*found), std::prev(next)->second) << number;
+        }
+    }
+}
+
 TEST_F(IndexTreeTest, KnowsWhetherAnotherRowHasTheKeyAcrossLeaves) {
     for (std::uint32_t i = 0; i < 2000; ++i) insert(numberKey(i / 2), {i + 1, 0});
     for (std::uint32_t i = 0; i < 2000; ++i) {
@@ -74,6 +93,33 @@ TEST_F(IndexTreeTest, KnowsWhetherAnotherRowHasTheKeyAcrossLeaves) {
     for (std::uint32_t i = 1; i < 2000; i += 2)
         ASSERT_FALSE(tree_.holdsOther(numberKey(i / 2), {i + 1, 0}));
     EXPECT_FALSE(tree_.holdsOther(numberKey(5000), {1, 0}));
+}
+
+TEST_F(IndexTreeTest, ThatLosesMostOfItsEntriesGivesMostOfItsPagesBack) {
+    Random random(5);
+    for (std::uint32_t i = 0; i < 20000; ++i) insert(numberKey(i), {i, 0});
+    const std::size_t full = allocator_.used().size();
+    for (std::uint32_t i = 0; i < 20000; ++i)
+        if (random() % 10 != 0) remove(numberKey(i), {i, 0});
+    check();
+    EXPECT_LT(allocator_.used().size(), full / 4);
+}
+
+TEST_F(IndexTreeTest, InSteadyUseDoesNotGrow) {
+    Random random(6);
+    std::uint32_t next = 0;
+    for (; next < 5000; ++next) insert(numberKey(next), {next, 0});
+    for (int round = 0; round < 60000; ++round) {
+        auto victim = model_.lower_bound({numberKey(random() % next), RowId{}});
+        if (victim == model_.end()) victim = model_.begin();
+        const auto [key, row] = *victim;
+        remove(key, row);
+        insert(numberKey(next), {next, 0});
+        ++next;
+    }
+    check();
+    constexpr std::size_t kEntrySize = 9;
+    EXPECT_LT(allocator_.used().size(), 3 * 5000 * kEntrySize / index_page::kEntriesSize);
 }
 
 TEST_F(IndexTreeTest, RandomNumbersAgainstASet) {

@@ -72,5 +72,19 @@ TEST_F(WrittenTable, GivesTheRoomOfReplacedLongValuesBack) {
     EXPECT_LE(std::filesystem::file_size(path_), 2 * size);
 }
 
+TEST_F(WrittenTable, LongValuesInSteadyUseDoNotGrowTheFile) {
+    std::vector<RowId> rows;
+    for (int i = 0; i < 300; ++i)
+        rows.push_back(add("row " + std::to_string(i), {{kMemo, std::string(70, 'm')}}));
+    const auto size = std::filesystem::file_size(path_);
+    UnitOfWork unit(database_);
+    for (std::size_t i = 0; i < 20000; ++i) {
+        const std::string text(40 + i * 7 % 60, 'n');
+        table().update(rows[i * 7919 % rows.size()], Values{{kMemo, text}});
+    }
+    unit.commit();
+    EXPECT_LE(std::filesystem::file_size(path_), size + size / 4);
+}
+
 }  // namespace
 }  // namespace stelvan::test

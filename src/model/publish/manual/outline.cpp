@@ -5,7 +5,7 @@
 
 #include "gem/ids_and_names.h"
 #include "gem/schema.h"
-#include "model/publish/setting_meanings.h"
+#include "model/publish/setting_groups.h"
 
 namespace stelvan::model::manual {
 namespace {
@@ -66,9 +66,9 @@ void add(Chapter& chapter, std::string_view id, std::string_view title, std::vec
 
 /// Settings by their groups; those that nobody knows come last.
 void addSettings(Chapter& chapter, std::vector<Item> items) {
-    const auto settings = settingMeanings();
+    const auto settings = settingPlaces();
     const auto placeOf = [&](const Item& item) {
-        return std::ranges::find(settings, item.idText(), &SettingMeaning::name) - settings.begin();
+        return std::ranges::find(settings, item.idText(), &SettingPlace::name) - settings.begin();
     };
     std::ranges::stable_sort(items, {}, placeOf);
     std::size_t number = 0;

@@ -4,7 +4,7 @@
 
 #include "model/publish/manual/chapters.h"
 #include "model/publish/manual/item_texts.h"
-#include "model/publish/setting_meanings.h"
+#include "model/publish/setting_groups.h"
 
 namespace stelvan::model::manual {
 namespace {
@@ -21,15 +21,15 @@ void writeRow(Page& page, const Item& item) {
     Html& html = page.html;
     const gem::Record texts = textsOf(item);
     const std::string& name = texts[gem::Control::txtSttName].text;
-    const SettingMeaning* meaning = meaningOf(name);
+    const SettingPlace* place = placeOf(name);
     const gem::SettingRule* rule = gem::ruleFor(name);
-    const bool secret = meaning != nullptr && meaning->secret;
+    const bool secret = place != nullptr && place->secret;
     html.open("th").attribute("scope", "row").element("b", name);
-    if (meaning != nullptr) html.element("p", meaning->meaning);
+    if (rule != nullptr) html.element("p", rule->meaning);
     html.close();
     writeValue(html, texts[gem::Control::txtSttValue].text, secret);
     writeValue(html, texts[gem::Control::txtSttDefValue].text, secret);
-    html.element("td", meaning == nullptr ? "" : meaning->unit);
+    html.element("td", rule == nullptr ? "" : rule->unit);
     html.element("td", rule == nullptr ? "" : acceptedBy(*rule));
 }
 

@@ -174,6 +174,16 @@ protected:
                 [this] { return form()[txtVarID].text() != "1057"; }};
     }
 
+    Task undoOfADeletion() {
+        return {[this] {
+                    const Task deletion = deletionOfAReport();
+                    deletion.prepare();
+                    deletion.carryOut();
+                },
+                [this] { all().editing.undo.cmdUndo_Click(); },
+                [this] { return form()[txtRptID].text() == "126"; }};
+    }
+
     /// The file before and after, and how many operations it takes.
     void measure(const Task& task) {
         openFresh();
@@ -283,6 +293,14 @@ TEST_F(InterruptedWork, ADeletionOfAReportFails) {
 
 TEST_F(InterruptedWork, ADeletionOfAListFails) {
     failEverywhere(deletionOfAList(), Fault::NoSpace);
+}
+
+TEST_F(InterruptedWork, AnUndoOfADeletionFails) {
+    failEverywhere(undoOfADeletion(), Fault::IoError);
+}
+
+TEST_F(InterruptedWork, AnUndoOfADeletionIsCutOff) {
+    stopEverywhere(undoOfADeletion(), Fault::StopTorn);
 }
 
 TEST_F(InterruptedWork, ASaveOfAnEventIsCutOff) {

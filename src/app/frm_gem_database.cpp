@@ -253,7 +253,8 @@ void FrmGEMDatabase::cmdCopies_Click() {
     handle("cmdCopies_Click", [this] {
         const QString path = txtGEMDatabase_->text();
         if (path.isEmpty()) {
-            refuse(QStringLiteral("Please select the GEM Database!"));
+            commDlg_.message(refusalOf(path), form::Icon::Exclamation);
+            cmdBrowse_->setFocus();
             return;
         }
         const bool open = !openModel_.isEmpty() && QFileInfo(path).canonicalFilePath() ==

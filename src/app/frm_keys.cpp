@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QPushButton>
 #include <QScreen>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QTextTable>
 #include <QVBoxLayout>
@@ -23,9 +24,18 @@ constexpr int kKeyShare =
 constexpr int kCellPadding = 3;
 constexpr int kMargin = 12;
 
+/// Room above the headings.
+void partSections(QTextDocument& page) {
+    for (QTextBlock block = page.begin(); block.isValid(); block = block.next()) {
+        QTextBlockFormat format = block.blockFormat();
+        if (format.headingLevel() == 0) continue;
+        format.setTopMargin(kMargin);
+        QTextCursor(block).setBlockFormat(format);
+    }
+}
+
 /// Without the boxes that Markdown's tables are drawn with.
-void easeTables(QTextDocument& page) {
-    page.setDocumentMargin(kMargin);
+void easeTables(const QTextDocument& page) {
     for (QTextFrame* frame : page.rootFrame()->childFrames()) {
         auto* const table = qobject_cast<QTextTable*>(frame);
         if (table == nullptr) continue;
@@ -50,6 +60,8 @@ FrmKeys::FrmKeys(QWidget* parent) : QDialog(parent) {
     text->setObjectName(QStringLiteral("txtKeys"));
     text->setAccessibleName(QStringLiteral("Keys"));
     text->setMarkdown(page());
+    text->document()->setDocumentMargin(kMargin);
+    partSections(*text->document());
     easeTables(*text->document());
     auto* close = new QPushButton(QStringLiteral("&Close"));
     close->setObjectName(QStringLiteral("cmdClose"));

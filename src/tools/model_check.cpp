@@ -64,8 +64,15 @@ void ModelCheck::forget() {
 
 void ModelCheck::follow(bool editing) {
     panel_->widget()->setEnabled(!editing);
-    if (editing || browser_.jump.shown() != markedRecord_) unmark();
-    if (!editing) lookForChange();
+    if (editing) {
+        unmark();
+    } else {
+        lookForChange();
+    }
+}
+
+void ModelCheck::followDisplay() {
+    if (markedRecord_ && browser_.jump.shown() != markedRecord_) unmark();
 }
 
 void ModelCheck::lookForChange() {

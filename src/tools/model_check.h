@@ -24,8 +24,11 @@ public:
     void run();
     /// Another database: nothing of the old one is listed or looked for.
     void forget();
-    /// A record is shown, or adding or editing has begun or ended.
+    /// A record is about to be shown, or adding or editing has begun or ended. It does not look at
+    /// the record: one that is gone must be reported by whoever displays it.
     void follow(bool editing);
+    /// A record has been displayed: a mark at another one goes.
+    void followDisplay();
 
     /// What can or cannot be done has changed.
     std::function<void()> onChanged = [] {};

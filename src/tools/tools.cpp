@@ -41,6 +41,7 @@ void Tools::connectTools() {
     browser.records.onDisplayed = [this, below = browser.records.onDisplayed] {
         below();
         check.follow(window.state.editing());
+        check.followDisplay();
         pictures.follow(window.state.editing());
     };
     window.onButtons = [this, below = window.onButtons](bool editing) {

@@ -199,7 +199,7 @@ TEST_F(KeptCopiesTest, AJournalBesideTheFileDoesNotChangeWhatWasRestored) {
                 facts.slotsBefore.begin());
     facts.slotAfter = jet::nextCommitSlot(facts.slotBefore());
     const std::array<std::uint8_t, jet::kPageSize> other{};
-    const jet::Journal::Image image{3, other.data()};
+    const jet::Journal::Image image{3, other.data(), other.data()};
     fs::remove(file);
     jet::Journal journal(jet::FileSystem::posix(), fs::canonical(scratch.path()) / "gem.mdb");
     journal.write(facts, std::span(&image, 1), 0600);
